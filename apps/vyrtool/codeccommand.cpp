@@ -1,0 +1,95 @@
+// vyrtool codec: runs one of the library's codec exports over standard input.
+#include "commands.h"
+
+#include "util/codepage.h"
+#include "vyrguimfc/vyrguimfc.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace {
+
+struct CodecExport
+{
+    std::string_view name;
+    void (*run)(VYRStringHandle);
+};
+
+constexpr std::array<CodecExport, 4> kCodecs{{
+    {"encode-user", [](VYRStringHandle text) { VYREncodeUserString(text); }},
+    {"decode-user", VYRDecodeUserString},
+    {"encode-wwjd", VYRWWJDEncode},
+    {"decode-wwjd", VYRWWJDDecode},
+}};
+
+int usageError(const std::string &message)
+{
+    std::fprintf(stderr,
+                 "vyrtool codec: %s\n"
+                 "usage: vyrtool codec encode-user|decode-user|encode-wwjd|decode-wwjd [--codepage NAME]\n",
+                 message.c_str());
+    return 2;
+}
+
+bool readAll(std::FILE *stream, std::string &bytes)
+{
+    char buffer[65536];
+    std::size_t got;
+    while ((got = std::fread(buffer, 1, sizeof buffer, stream)) > 0)
+        bytes.append(buffer, got);
+    return !std::ferror(stream);
+}
+
+} // namespace
+
+int runCodecCommand(std::span<const std::string_view> arguments)
+{
+    const CodecExport *codec = nullptr;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        if (argument == "--codepage") {
+            if (i + 1 == arguments.size())
+                return usageError("--codepage needs a code page name");
+            const std::string_view name = arguments[++i];
+            const auto canonical = vyr::canonicalCodePageName(name);
+            if (!canonical)
+                return usageError("unknown code page \"" + std::string(name) + "\"");
+            // The library reads the narrow code page from here on first use.
+            setenv("VYR_CODEPAGE", canonical->c_str(), 1);
+            continue;
+        }
+        if (codec)
+            return usageError("unexpected argument \"" + std::string(argument) + "\"");
+        for (const CodecExport &candidate : kCodecs) {
+            if (candidate.name == argument)
+                codec = &candidate;
+        }
+        if (!codec)
+            return usageError("unknown codec \"" + std::string(argument) + "\"");
+    }
+    if (!codec)
+        return usageError("which codec?");
+
+    std::string input;
+    if (!readAll(stdin, input)) {
+        std::perror("vyrtool codec: reading standard input");
+        return 1;
+    }
+    const std::unique_ptr<VYRStringObject, void (*)(VYRStringHandle)> handle(VYR_StringCreate(),
+                                                                            VYR_StringDestroy);
+    if (!handle) {
+        std::fputs("vyrtool codec: out of memory\n", stderr);
+        return 1;
+    }
+    VYR_StringSetWithLength(handle.get(), input.data(), input.size());
+    codec->run(handle.get());
+    const std::size_t length = VYR_StringLength(handle.get());
+    if (std::fwrite(VYR_StringGet(handle.get()), 1, length, stdout) != length || std::fflush(stdout) != 0) {
+        std::perror("vyrtool codec: writing standard output");
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,25 @@
+# Compiler settings shared by every target of the project.
+#
+# vyr_target_defaults(<target>) gives a target the project's warnings, hidden
+# symbol visibility and position independent code (every library ends up in a
+# shared object). The sanitizer flags are applied globally so that tests,
+# tools and libraries agree on the runtime.
+
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_C_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+if(VYR_SANITIZE)
+    set(_vyr_san -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_compile_options(${_vyr_san})
+    add_link_options(${_vyr_san})
+endif()
+
+function(vyr_target_defaults target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic)
+    if(VYR_WERROR)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    target_compile_definitions(${target} PRIVATE QT_NO_FOREACH QT_NO_CONTEXTLESS_CONNECT)
+endfunction()

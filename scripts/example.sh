@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# The main job on the bundled example: encodes a text with the library's WWJD
+# and user-string codecs through vyrtool and decodes it again.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+"$root/scripts/deps.sh"
+"$root/scripts/build.sh" release >/dev/null
+tool="$root/build/release/stage/vyrtool"
+sample="$root/examples/texts/feature-names.txt"
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+for codec in wwjd user; do
+    "$tool" codec "encode-$codec" --codepage UTF-8 <"$sample" >"$work/encoded.$codec"
+    "$tool" codec "decode-$codec" --codepage UTF-8 <"$work/encoded.$codec" >"$work/decoded.$codec"
+    echo "== $codec encoding of $(basename "$sample")"
+    cat "$work/encoded.$codec"; echo
+done
+cmp "$sample" "$work/decoded.wwjd"
+echo "== round trip: the WWJD decoding gives back the original text byte for byte"

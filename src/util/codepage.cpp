@@ -1,0 +1,184 @@
+#include "util/codepage.h"
+
+#include "util/codepage_p.h"
+
+#include <iconv.h>
+#include <langinfo.h>
+#include <locale.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+namespace vyr {
+namespace {
+
+// Windows code page numbers whose iconv name is not simply "CP" + number.
+constexpr std::array<std::pair<std::uint32_t, const char *>, 20> kNumberedCodePages{{
+    {65001, "UTF-8"},       {20127, "US-ASCII"},    {28591, "ISO-8859-1"},
+    {28592, "ISO-8859-2"},  {28593, "ISO-8859-3"},  {28594, "ISO-8859-4"},
+    {28595, "ISO-8859-5"},  {28596, "ISO-8859-6"},  {28597, "ISO-8859-7"},
+    {28598, "ISO-8859-8"},  {28599, "ISO-8859-9"},  {28603, "ISO-8859-13"},
+    {28605, "ISO-8859-15"}, {20866, "KOI8-R"},      {21866, "KOI8-U"},
+    {20932, "EUC-JP"},      {51932, "EUC-JP"},      {51949, "EUC-KR"},
+    {54936, "GB18030"},     {50220, "ISO-2022-JP"},
+}};
+
+bool iconvConvertsBothWays(const std::string &name)
+{
+    iconv_t toWide = iconv_open("UTF-16LE", name.c_str());
+    if (toWide == reinterpret_cast<iconv_t>(-1))
+        return false;
+    iconv_close(toWide);
+    iconv_t fromWide = iconv_open(name.c_str(), "UTF-16LE");
+    if (fromWide == reinterpret_cast<iconv_t>(-1))
+        return false;
+    iconv_close(fromWide);
+    return true;
+}
+
+std::optional<std::uint32_t> codePageNumber(std::string_view name)
+{
+    if (name.empty() || name.size() > 9
+        || !std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; }))
+        return std::nullopt;
+    std::uint32_t number = 0;
+    for (char c : name)
+        number = number * 10 + static_cast<std::uint32_t>(c - '0');
+    return number;
+}
+
+std::string upperAscii(std::string_view text)
+{
+    std::string upper(text);
+    for (char &c : upper) {
+        if (c >= 'a' && c <= 'z')
+            c = static_cast<char>(c - 'a' + 'A');
+    }
+    return upper;
+}
+
+// The codeset the user's locale environment asks for, without touching the
+// process's own locale (that belongs to the host).
+std::string localeCodeset()
+{
+    if (locale_t locale = newlocale(LC_CTYPE_MASK, "", locale_t(nullptr))) {
+        std::string codeset = nl_langinfo_l(CODESET, locale);
+        freelocale(locale);
+        // glibc's name for the codeset of the C and POSIX locales.
+        if (codeset == "ANSI_X3.4-1968")
+            return "UTF-8";
+        if (auto name = canonicalCodePageName(codeset))
+            return *name;
+        return "UTF-8";
+    }
+    // The locale is not installed: its name may still say the codeset.
+    for (const char *variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char *value = std::getenv(variable);
+        if (!value || !*value)
+            continue;
+        std::string_view locale(value);
+        const auto dot = locale.find('.');
+        if (dot == std::string_view::npos)
+            break;
+        auto codeset = locale.substr(dot + 1);
+        codeset = codeset.substr(0, codeset.find('@'));
+        if (auto name = canonicalCodePageName(codeset))
+            return *name;
+        break;
+    }
+    return "UTF-8";
+}
+
+struct NarrowCodePageState
+{
+    std::optional<std::string> name;
+    unsigned generation = 0;
+};
+
+NarrowCodePageState &narrowState()
+{
+    static NarrowCodePageState state;
+    return state;
+}
+
+} // namespace
+
+std::optional<std::string> canonicalCodePageName(std::string_view name)
+{
+    if (name.empty() || name.find_first_of(std::string_view("/\0", 2)) != std::string_view::npos)
+        return std::nullopt;
+    std::string candidate;
+    if (auto number = codePageNumber(name)) {
+        if (*number == kAnsiCodePage)
+            return narrowCodePage();
+        candidate = "CP" + std::to_string(*number);
+        for (const auto &[known, iconvName] : kNumberedCodePages) {
+            if (known == *number)
+                candidate = iconvName;
+        }
+    } else {
+        candidate = upperAscii(name);
+        if (candidate == "UTF8")
+            candidate = "UTF-8";
+    }
+    if (!iconvConvertsBothWays(candidate))
+        return std::nullopt;
+    return candidate;
+}
+
+const std::string &narrowCodePageRef()
+{
+    NarrowCodePageState &state = narrowState();
+    if (!state.name) {
+        std::optional<std::string> chosen;
+        // "0" would name the narrow code page by itself: treat it as unset.
+        const char *requested = std::getenv("VYR_CODEPAGE");
+        if (requested && *requested && codePageNumber(requested) != kAnsiCodePage)
+            chosen = canonicalCodePageName(requested);
+        state.name = chosen ? std::move(*chosen) : localeCodeset();
+    }
+    return *state.name;
+}
+
+unsigned narrowCodePageGeneration()
+{
+    return narrowState().generation;
+}
+
+std::string narrowCodePage()
+{
+    return narrowCodePageRef();
+}
+
+bool setNarrowCodePage(std::string_view name)
+{
+    if (codePageNumber(name) == kAnsiCodePage)
+        return true;
+    auto canonical = canonicalCodePageName(name);
+    if (!canonical)
+        return false;
+    NarrowCodePageState &state = narrowState();
+    if (state.name != canonical) {
+        state.name = std::move(canonical);
+        ++state.generation;
+    }
+    return true;
+}
+
+void resetNarrowCodePage()
+{
+    NarrowCodePageState &state = narrowState();
+    state.name.reset();
+    ++state.generation;
+}
+
+std::string codePageName(std::uint32_t codePage)
+{
+    if (codePage == kAnsiCodePage)
+        return narrowCodePage();
+    return canonicalCodePageName(std::to_string(codePage)).value_or(std::string());
+}
+
+} // namespace vyr

@@ -1,0 +1,83 @@
+// A thin owner of an iconv conversion descriptor, and the loop that runs a
+// whole text through one.
+#ifndef VYR_UTIL_ICONVCONVERSION_P_H
+#define VYR_UTIL_ICONVCONVERSION_P_H
+
+#include <iconv.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <string>
+
+namespace vyr {
+
+class IconvConversion
+{
+public:
+    IconvConversion(const std::string &to, const std::string &from)
+        : descriptor_(iconv_open(to.c_str(), from.c_str()))
+    {
+    }
+    ~IconvConversion()
+    {
+        if (isValid())
+            iconv_close(descriptor_);
+    }
+    IconvConversion(const IconvConversion &) = delete;
+    IconvConversion &operator=(const IconvConversion &) = delete;
+
+    bool isValid() const { return descriptor_ != reinterpret_cast<iconv_t>(-1); }
+    iconv_t get() const { return descriptor_; }
+
+    // Back to the initial shift state, forgetting any partial input.
+    void reset() const { iconv(descriptor_, nullptr, nullptr, nullptr, nullptr); }
+
+    // Converts all of `input` (bytes) and appends the result to `out`, a
+    // std::string or std::u16string. Where iconv stops at input it cannot
+    // convert, the descriptor is brought back to its initial shift state and
+    // `onStop(input, inputLeft, out)` is called; it must consume input (at
+    // least one unit) and may append a replacement to `out`.
+    template <typename String, typename OnStop>
+    void convertAll(const char *input, std::size_t inputLeft, String &out, OnStop onStop) const
+    {
+        using Unit = typename String::value_type;
+        reset();
+        std::size_t usedUnits = out.size();
+        // Most texts need no more room than this; E2BIG grows it.
+        out.resize(usedUnits + inputLeft + 16);
+        auto convert = [&](char **in, std::size_t *inLeft) {
+            for (;;) {
+                char *base = reinterpret_cast<char *>(out.data());
+                char *outPtr = base + usedUnits * sizeof(Unit);
+                std::size_t outLeft = (out.size() - usedUnits) * sizeof(Unit);
+                const std::size_t result = iconv(descriptor_, in, inLeft, &outPtr, &outLeft);
+                const int error = errno;
+                usedUnits = static_cast<std::size_t>(outPtr - base) / sizeof(Unit);
+                if (result != static_cast<std::size_t>(-1))
+                    return 0;
+                if (error != E2BIG)
+                    return error;
+                out.resize(out.size() * 2 + 16);
+            }
+        };
+        char *in = const_cast<char *>(input);
+        while (inputLeft > 0 && convert(&in, &inputLeft) != 0) {
+            convert(nullptr, nullptr); // leave any shift state before the replacement
+            out.resize(usedUnits);
+            const char *stop = in;
+            onStop(stop, inputLeft, out);
+            in = const_cast<char *>(stop);
+            usedUnits = out.size();
+            out.resize(usedUnits + inputLeft + 16);
+        }
+        convert(nullptr, nullptr);
+        out.resize(usedUnits);
+    }
+
+private:
+    iconv_t descriptor_;
+};
+
+} // namespace vyr
+
+#endif // VYR_UTIL_ICONVCONVERSION_P_H

@@ -1,0 +1,78 @@
+// Multi-byte and stateful code pages (CP932, GB18030, ISO-2022-JP ...) go
+// through iconv text by text.
+#include "util/iconvconversion_p.h"
+#include "util/transcoder_p.h"
+
+#include <cstring>
+
+namespace vyr {
+namespace {
+
+char16_t unitAt(const char *bytes)
+{
+    char16_t unit;
+    std::memcpy(&unit, bytes, sizeof unit);
+    return unit;
+}
+
+class IconvTranscoder final : public Transcoder
+{
+public:
+    explicit IconvTranscoder(const std::string &codePage)
+        : toWide_("UTF-16LE", codePage)
+        , fromWide_(codePage, "UTF-16LE")
+    {
+    }
+
+    bool isValid() const { return toWide_.isValid() && fromWide_.isValid(); }
+
+    void appendWide(std::string_view narrow, std::u16string &out) const override
+    {
+        toWide_.convertAll(narrow.data(), narrow.size(), out,
+                           [](const char *&in, std::size_t &left, std::u16string &text) {
+                               text.push_back(static_cast<char16_t>(
+                                   kEscapedByteBase + static_cast<unsigned char>(*in)));
+                               ++in;
+                               --left;
+                           });
+    }
+
+    void appendNarrow(std::u16string_view wide, std::string &out) const override
+    {
+        const auto *bytes = reinterpret_cast<const char *>(wide.data());
+        fromWide_.convertAll(bytes, wide.size() * sizeof(char16_t), out,
+                             [](const char *&in, std::size_t &left, std::string &text) {
+                                 const char16_t unit = left >= 2 ? unitAt(in) : 0;
+                                 std::size_t consumed = left >= 2 ? 2 : left;
+                                 if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF) {
+                                     text.push_back(static_cast<char>(unit & 0xFF));
+                                 } else {
+                                     // A pair the code page cannot hold is one character.
+                                     if (unit >= 0xD800 && unit <= 0xDBFF && left >= 4) {
+                                         const char16_t next = unitAt(in + 2);
+                                         if (next >= 0xDC00 && next <= 0xDFFF)
+                                             consumed = 4;
+                                     }
+                                     text.push_back(kUnmappableReplacement);
+                                 }
+                                 in += consumed;
+                                 left -= consumed;
+                             });
+    }
+
+private:
+    IconvConversion toWide_;
+    IconvConversion fromWide_;
+};
+
+} // namespace
+
+std::unique_ptr<Transcoder> makeIconvTranscoder(const std::string &codePage)
+{
+    auto transcoder = std::make_unique<IconvTranscoder>(codePage);
+    if (!transcoder->isValid())
+        return nullptr;
+    return transcoder;
+}
+
+} // namespace vyr

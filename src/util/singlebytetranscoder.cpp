@@ -1,0 +1,135 @@
+// Code pages with one byte per character (CP1252, ISO-8859-x, KOI8-R ...)
+// are asked of iconv once, byte by byte, and then converted through tables:
+// a conversion per text would cost more than the text itself.
+#include "util/iconvconversion_p.h"
+#include "util/transcoder_p.h"
+
+#include <array>
+#include <cstring>
+#include <optional>
+
+namespace vyr {
+namespace {
+
+constexpr std::int16_t kNoByte = -1;
+
+// The bytes iconv makes of `input` in one call with a final flush; nothing
+// when iconv refuses the input or holds it back, with `error` saying why.
+std::optional<std::string> convertOnce(const IconvConversion &conversion, std::string_view input,
+                                       int &error)
+{
+    conversion.reset();
+    char buffer[16];
+    char *in = const_cast<char *>(input.data());
+    std::size_t inLeft = input.size();
+    char *out = buffer;
+    std::size_t outLeft = sizeof buffer;
+    error = 0;
+    if (iconv(conversion.get(), &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1)
+        || iconv(conversion.get(), nullptr, nullptr, &out, &outLeft) == static_cast<std::size_t>(-1)) {
+        error = errno;
+        return std::nullopt;
+    }
+    if (inLeft != 0) {
+        error = EINVAL;
+        return std::nullopt;
+    }
+    return std::string(buffer, static_cast<std::size_t>(out - buffer));
+}
+
+class SingleByteTranscoder final : public Transcoder
+{
+public:
+    // Fills the tables; false when the code page is not one byte per
+    // character without state.
+    bool build(const std::string &codePage)
+    {
+        IconvConversion toWide("UTF-16LE", codePage);
+        IconvConversion fromWide(codePage, "UTF-16LE");
+        if (!toWide.isValid() || !fromWide.isValid())
+            return false;
+        for (int byte = 0; byte < 256; ++byte) {
+            const char narrow = static_cast<char>(byte);
+            int error;
+            const auto wide = convertOnce(toWide, std::string_view(&narrow, 1), error);
+            if (!wide) {
+                if (error != EILSEQ)
+                    return false; // a lead byte or a shift: not single-byte
+                toWide_[byte] = static_cast<char16_t>(kEscapedByteBase + byte);
+                continue;
+            }
+            if (wide->size() != sizeof(char16_t))
+                return false;
+            std::memcpy(&toWide_[byte], wide->data(), sizeof(char16_t));
+        }
+        // The way back is iconv's own, which may differ from the way in where
+        // a code page maps two bytes to one character.
+        for (int byte = 0; byte < 256; ++byte) {
+            const char16_t unit = toWide_[byte];
+            if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF)
+                continue;
+            const std::string_view unitBytes(reinterpret_cast<const char *>(&unit), sizeof unit);
+            int error;
+            const auto narrowBack = convertOnce(fromWide, unitBytes, error);
+            if (!narrowBack || narrowBack->size() != 1)
+                continue;
+            auto &page = fromWide_[unit >> 8];
+            if (!page) {
+                page = std::make_unique<Page>();
+                page->fill(kNoByte);
+            }
+            (*page)[unit & 0xFF] = static_cast<unsigned char>((*narrowBack)[0]);
+        }
+        return true;
+    }
+
+    void appendWide(std::string_view narrow, std::u16string &out) const override
+    {
+        const std::size_t at = out.size();
+        out.resize(at + narrow.size());
+        for (std::size_t i = 0; i < narrow.size(); ++i)
+            out[at + i] = toWide_[static_cast<unsigned char>(narrow[i])];
+    }
+
+    void appendNarrow(std::u16string_view wide, std::string &out) const override
+    {
+        const std::size_t size = wide.size();
+        out.reserve(out.size() + size);
+        for (std::size_t i = 0; i < size; ++i) {
+            const char16_t unit = wide[i];
+            const auto &page = fromWide_[unit >> 8];
+            const std::int16_t byte = page ? (*page)[unit & 0xFF] : kNoByte;
+            if (byte != kNoByte) {
+                out.push_back(static_cast<char>(byte));
+            } else if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF) {
+                out.push_back(static_cast<char>(unit & 0xFF));
+            } else {
+                // A pair the code page cannot hold is one character.
+                if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < size && wide[i + 1] >= 0xDC00
+                    && wide[i + 1] <= 0xDFFF)
+                    ++i;
+                out.push_back(kUnmappableReplacement);
+            }
+        }
+    }
+
+private:
+    using Page = std::array<std::int16_t, 256>;
+
+    std::array<char16_t, 256> toWide_{};
+    // Indexed by the high byte of a unit, then by its low byte; pages that no
+    // byte maps to stay empty.
+    std::array<std::unique_ptr<Page>, 256> fromWide_;
+};
+
+} // namespace
+
+std::unique_ptr<Transcoder> makeSingleByteTranscoder(const std::string &codePage)
+{
+    auto transcoder = std::make_unique<SingleByteTranscoder>();
+    if (!transcoder->build(codePage))
+        return nullptr;
+    return transcoder;
+}
+
+} // namespace vyr

@@ -1,0 +1,43 @@
+// Conversion between one narrow code page and UTF-16.
+//
+// Bytes that are not valid in the code page are never lost: each becomes the
+// lone surrogate U+DC00 + byte on the way to UTF-16, and such a lone
+// surrogate turns back into its byte on the way out. Any other UTF-16 unit
+// that the code page cannot hold (including unpaired surrogates) becomes "?".
+// So narrow -> UTF-16 -> narrow gives back every byte string unchanged in
+// code pages whose mapping is one-to-one (UTF-8, the single-byte ones).
+#ifndef VYR_UTIL_TRANSCODER_P_H
+#define VYR_UTIL_TRANSCODER_P_H
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace vyr {
+
+inline constexpr char16_t kEscapedByteBase = 0xDC00;
+inline constexpr char kUnmappableReplacement = '?';
+
+class Transcoder
+{
+public:
+    virtual ~Transcoder() = default;
+    virtual void appendWide(std::string_view narrow, std::u16string &out) const = 0;
+    virtual void appendNarrow(std::u16string_view wide, std::string &out) const = 0;
+};
+
+// The transcoder of a code page number (0: the narrow code page), made on
+// first use in this thread and kept; null when the code page is unknown.
+const Transcoder *transcoderFor(std::uint32_t codePage);
+
+// The makers behind transcoderFor, one per kind of code page.
+std::unique_ptr<Transcoder> makeUtf8Transcoder();
+// Null when the code page is not a stateless one-byte-per-character set.
+std::unique_ptr<Transcoder> makeSingleByteTranscoder(const std::string &codePage);
+// Null when iconv does not know the code page.
+std::unique_ptr<Transcoder> makeIconvTranscoder(const std::string &codePage);
+
+} // namespace vyr
+
+#endif // VYR_UTIL_TRANSCODER_P_H

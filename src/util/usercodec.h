@@ -1,0 +1,42 @@
+// The user-string encoding: the token scheme over UTF-8, which also reads
+// C-style backslash escapes on the way in and writes them on the way out, so
+// that a user can type "\t" for a tab and never sees a raw control character.
+#ifndef VYR_UTIL_USERCODEC_H
+#define VYR_UTIL_USERCODEC_H
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace vyr {
+
+struct BackslashEscape
+{
+    char letter;
+    char character;
+};
+
+// Escape letter to character, and back.
+inline constexpr std::array<BackslashEscape, 8> kBackslashEscapes{{
+    {'\\', '\\'},
+    {'a', '\a'},
+    {'b', '\b'},
+    {'n', '\n'},
+    {'r', '\r'},
+    {'t', '\t'},
+    {'v', '\v'},
+    {'f', '\f'},
+}};
+
+// Encodes narrow-code-page text. A backslash takes the next byte as an
+// escape letter (an unknown letter stands for itself); a backslash at the
+// very end stays a backslash.
+std::string encodeUserString(std::string_view text);
+
+// Decodes to narrow-code-page text, writing backslash and the control
+// characters 7..13 as escapes.
+std::string decodeUserString(std::string_view text);
+
+} // namespace vyr
+
+#endif // VYR_UTIL_USERCODEC_H

@@ -1,0 +1,147 @@
+// UTF-8 is converted by hand rather than through iconv: it is the code page
+// of every user-string conversion, so it is on the hot path, and its
+// invalid-byte handling must match the other transcoders exactly.
+#include "util/transcoder_p.h"
+
+#include <cstring>
+
+namespace vyr {
+namespace {
+
+bool isContinuation(unsigned char byte)
+{
+    return (byte & 0xC0) == 0x80;
+}
+
+// The length of the ASCII run at the start of `bytes`.
+std::size_t asciiRun(const unsigned char *bytes, std::size_t size)
+{
+    std::size_t i = 0;
+    for (; i + 8 <= size; i += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, bytes + i, sizeof word);
+        if (word & 0x8080808080808080ULL)
+            break;
+    }
+    while (i < size && bytes[i] < 0x80)
+        ++i;
+    return i;
+}
+
+// Decodes one well-formed multi-byte sequence at `bytes` (shortest form, no
+// surrogates, at most U+10FFFF). Returns its length, or 0 when ill-formed.
+std::size_t decodeSequence(const unsigned char *bytes, std::size_t size, char32_t &codePoint)
+{
+    const unsigned char lead = bytes[0];
+    std::size_t length;
+    unsigned char low = 0x80, high = 0xBF; // allowed range of the second byte
+    if (lead >= 0xC2 && lead <= 0xDF) {
+        length = 2;
+        codePoint = lead & 0x1F;
+    } else if (lead >= 0xE0 && lead <= 0xEF) {
+        length = 3;
+        codePoint = lead & 0x0F;
+        if (lead == 0xE0)
+            low = 0xA0;
+        else if (lead == 0xED)
+            high = 0x9F;
+    } else if (lead >= 0xF0 && lead <= 0xF4) {
+        length = 4;
+        codePoint = lead & 0x07;
+        if (lead == 0xF0)
+            low = 0x90;
+        else if (lead == 0xF4)
+            high = 0x8F;
+    } else {
+        return 0;
+    }
+    if (size < length || bytes[1] < low || bytes[1] > high)
+        return 0;
+    for (std::size_t i = 1; i < length; ++i) {
+        if (!isContinuation(bytes[i]))
+            return 0;
+        codePoint = (codePoint << 6) | (bytes[i] & 0x3F);
+    }
+    return length;
+}
+
+class Utf8Transcoder final : public Transcoder
+{
+public:
+    void appendWide(std::string_view narrow, std::u16string &out) const override
+    {
+        const auto *bytes = reinterpret_cast<const unsigned char *>(narrow.data());
+        const std::size_t size = narrow.size();
+        out.reserve(out.size() + size);
+        std::size_t i = 0;
+        while (i < size) {
+            const std::size_t run = asciiRun(bytes + i, size - i);
+            if (run) {
+                const std::size_t at = out.size();
+                out.resize(at + run);
+                for (std::size_t k = 0; k < run; ++k)
+                    out[at + k] = bytes[i + k];
+                i += run;
+                if (i == size)
+                    break;
+            }
+            char32_t codePoint;
+            const std::size_t length = decodeSequence(bytes + i, size - i, codePoint);
+            if (length == 0) {
+                out.push_back(static_cast<char16_t>(kEscapedByteBase + bytes[i]));
+                ++i;
+            } else if (codePoint >= 0x10000) {
+                codePoint -= 0x10000;
+                out.push_back(static_cast<char16_t>(0xD800 + (codePoint >> 10)));
+                out.push_back(static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF)));
+                i += length;
+            } else {
+                out.push_back(static_cast<char16_t>(codePoint));
+                i += length;
+            }
+        }
+    }
+
+    void appendNarrow(std::u16string_view wide, std::string &out) const override
+    {
+        out.reserve(out.size() + wide.size());
+        const std::size_t size = wide.size();
+        for (std::size_t i = 0; i < size; ++i) {
+            const char32_t unit = wide[i];
+            if (unit < 0x80) {
+                out.push_back(static_cast<char>(unit));
+            } else if (unit < 0x800) {
+                out.push_back(static_cast<char>(0xC0 | (unit >> 6)));
+                out.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
+            } else if (unit >= 0xD800 && unit <= 0xDBFF) {
+                if (i + 1 < size && wide[i + 1] >= 0xDC00 && wide[i + 1] <= 0xDFFF) {
+                    const char32_t codePoint = 0x10000 + ((unit - 0xD800) << 10) + (wide[i + 1] - 0xDC00);
+                    out.push_back(static_cast<char>(0xF0 | (codePoint >> 18)));
+                    out.push_back(static_cast<char>(0x80 | ((codePoint >> 12) & 0x3F)));
+                    out.push_back(static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F)));
+                    out.push_back(static_cast<char>(0x80 | (codePoint & 0x3F)));
+                    ++i;
+                } else {
+                    out.push_back(kUnmappableReplacement);
+                }
+            } else if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF) {
+                out.push_back(static_cast<char>(unit & 0xFF));
+            } else if (unit >= 0xDC00 && unit <= 0xDFFF) {
+                out.push_back(kUnmappableReplacement);
+            } else {
+                out.push_back(static_cast<char>(0xE0 | (unit >> 12)));
+                out.push_back(static_cast<char>(0x80 | ((unit >> 6) & 0x3F)));
+                out.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
+            }
+        }
+    }
+};
+
+} // namespace
+
+std::unique_ptr<Transcoder> makeUtf8Transcoder()
+{
+    return std::make_unique<Utf8Transcoder>();
+}
+
+} // namespace vyr

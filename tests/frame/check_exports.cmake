@@ -1,0 +1,20 @@
+# Fails unless the dynamic symbol table of LIBRARY defines exactly the
+# comma-separated EXPECTED symbols.
+find_program(NM nm REQUIRED)
+execute_process(COMMAND ${NM} -D --defined-only ${LIBRARY}
+    OUTPUT_VARIABLE table RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+    message(FATAL_ERROR "nm failed on ${LIBRARY}")
+endif()
+string(REGEX MATCHALL "[^\n]+" lines "${table}")
+set(found "")
+foreach(line IN LISTS lines)
+    string(REGEX REPLACE "^.* " "" symbol "${line}")
+    list(APPEND found "${symbol}")
+endforeach()
+list(SORT found)
+string(REPLACE "," ";" expected "${EXPECTED}")
+list(SORT expected)
+if(NOT found STREQUAL expected)
+    message(FATAL_ERROR "exported: ${found}\nexpected: ${expected}")
+endif()

@@ -1,0 +1,82 @@
+// The codec exports as a host calls them: through libvyrguimfc.so and an
+// engine string handle.
+#include <gtest/gtest.h>
+
+#include "vyrguimfc/vyrguimfc.h"
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace {
+
+class CodecExports : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite() { setenv("VYR_CODEPAGE", "CP1252", 1); }
+
+    void set(const std::string &bytes) { VYR_StringSetWithLength(handle_.get(), bytes.data(), bytes.size()); }
+    std::string text() const { return {VYR_StringGet(handle_.get()), VYR_StringLength(handle_.get())}; }
+
+    std::unique_ptr<VYRStringObject, void (*)(VYRStringHandle)> handle_{VYR_StringCreate(), VYR_StringDestroy};
+};
+
+TEST_F(CodecExports, encodeUserStringOfEmptyTextIsEmptyAndTrue)
+{
+    set("");
+    EXPECT_TRUE(VYREncodeUserString(handle_.get()));
+    EXPECT_EQ(text(), "");
+}
+
+TEST_F(CodecExports, embeddedNulPassesThroughEveryExport)
+{
+    const std::string withNul("a\0b c", 5);
+    set(withNul);
+    VYRWWJDEncode(handle_.get());
+    EXPECT_EQ(text(), std::string("a\0b<space>c", 11));
+    VYRWWJDDecode(handle_.get());
+    EXPECT_EQ(text(), withNul);
+
+    set(withNul);
+    EXPECT_TRUE(VYREncodeUserString(handle_.get()));
+    EXPECT_EQ(text(), std::string("a\0b<space>c", 11));
+    VYRDecodeUserString(handle_.get());
+    EXPECT_EQ(text(), withNul);
+}
+
+TEST_F(CodecExports, useTheNarrowCodePage)
+{
+    set("caf\xE9");
+    VYRWWJDEncode(handle_.get());
+    EXPECT_EQ(text(), "caf<u00e9>");
+    set("a\\tb");
+    VYREncodeUserString(handle_.get());
+    EXPECT_EQ(text(), "a<tab>b");
+    VYRDecodeUserString(handle_.get());
+    EXPECT_EQ(text(), "a\\tb");
+}
+
+TEST_F(CodecExports, nullHandleIsHarmless)
+{
+    EXPECT_TRUE(VYREncodeUserString(nullptr));
+    VYRDecodeUserString(nullptr);
+    VYRWWJDEncode(nullptr);
+    VYRWWJDDecode(nullptr);
+    EXPECT_EQ(VYR_StringLength(nullptr), 0u);
+    EXPECT_STREQ(VYR_StringGet(nullptr), "");
+}
+
+TEST(EngineStrings, setWithLengthZeroLeavesEmptyText)
+{
+    VYRStringHandle handle = VYR_StringCreate();
+    VYR_StringSet(handle, "something");
+    EXPECT_EQ(VYR_StringLength(handle), 9u);
+    VYR_StringSetWithLength(handle, "ignored", 0);
+    EXPECT_EQ(VYR_StringLength(handle), 0u);
+    EXPECT_STREQ(VYR_StringGet(handle), "");
+    VYR_StringSet(handle, nullptr);
+    EXPECT_EQ(VYR_StringLength(handle), 0u);
+    VYR_StringDestroy(handle);
+}
+
+} // namespace

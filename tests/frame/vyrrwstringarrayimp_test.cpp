@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include "frame/vyrrwstringarrayimp.h"
+
+#include <string>
+#include <vector>
+
+namespace {
+
+std::vector<std::string> elementsOf(const IVYRStringArray &array)
+{
+    std::vector<std::string> elements;
+    VYRRWStringImp element;
+    for (std::size_t i = 0; i < array.entries(); ++i) {
+        array.getElement(i, element);
+        elements.emplace_back(element.c_str(), element.length());
+    }
+    return elements;
+}
+
+using Texts = std::vector<std::string>;
+
+TEST(VYRRWStringArrayImp, appendsAndFindsEmptyTexts)
+{
+    VYRRWStringArrayImp array;
+    EXPECT_FALSE(array.contains(""));
+    array.append("");
+    EXPECT_EQ(array.entries(), 1u);
+    EXPECT_TRUE(array.contains(""));
+    EXPECT_TRUE(array.contains(VYRRWStringImp()));
+}
+
+TEST(VYRRWStringArrayImp, appendKeepsEmbeddedNul)
+{
+    VYRRWStringArrayImp array;
+    array.append(VYRRWStringImp("a\0b", 3));
+    EXPECT_EQ(elementsOf(array), Texts{std::string("a\0b", 3)});
+    EXPECT_TRUE(array.contains(VYRRWStringImp("a\0b", 3)));
+    EXPECT_FALSE(array.contains("a"));
+}
+
+TEST(VYRRWStringArrayImp, removeAllClosesTheGaps)
+{
+    VYRRWStringArrayImp array;
+    for (const char *text : {"x", "a", "x", "b", "x"})
+        array.append(text);
+    EXPECT_EQ(array.removeAll("missing"), 0u);
+    EXPECT_EQ(array.entries(), 5u);
+    EXPECT_EQ(array.removeAll(VYRRWStringImp("x")), 3u);
+    EXPECT_EQ(elementsOf(array), (Texts{"a", "b"}));
+}
+
+TEST(VYRRWStringArrayImp, removeAllOfOneOfItsOwnElements)
+{
+    VYRRWStringArrayImp array;
+    for (const char *text : {"x", "a", "x"})
+        array.append(text);
+    EXPECT_EQ(array.removeAll(array.at(0)), 2u);
+    EXPECT_EQ(elementsOf(array), Texts{"a"});
+}
+
+TEST(VYRRWStringArrayImp, appendTokensSkipsRunsOfDelimiters)
+{
+    VYRRWStringArrayImp array;
+    array.appendTokens("  a \t b\n", " \t\n");
+    EXPECT_EQ(elementsOf(array), (Texts{"a", "b"}));
+    array.appendTokens("", " ");
+    array.appendTokens("   ", " ");
+    EXPECT_EQ(array.entries(), 2u);
+}
+
+TEST(VYRRWStringArrayImp, appendSplitKeepsEmptyPieces)
+{
+    VYRRWStringArrayImp array;
+    array.appendSplit("a,,b,", ",;");
+    EXPECT_EQ(elementsOf(array), (Texts{"a", "", "b", ""}));
+    array.appendSplit("", ",");
+    EXPECT_EQ(array.entries(), 4u);
+}
+
+TEST(VYRRWStringArrayImp, getElementReplacesALongerText)
+{
+    VYRRWStringArrayImp array;
+    array.append("ab");
+    VYRRWStringImp out("a much longer text");
+    array.getElement(0, out);
+    EXPECT_EQ(std::string(out.c_str(), out.length()), "ab");
+}
+
+TEST(VYRRWStringArrayImp, elementsChangeInPlace)
+{
+    VYRRWStringArrayImp array;
+    array.append("one");
+    array.append("two");
+    array.setElement(0, VYRRWStringImp("uno"));
+    array.at(1).assign("dos");
+    EXPECT_EQ(elementsOf(array), (Texts{"uno", "dos"}));
+    EXPECT_STREQ(array.elementAt(1), "dos");
+    EXPECT_EQ(array.elementAt(2), nullptr);
+}
+
+TEST(VYRRWStringArrayImp, clearGivesBackSpareRoom)
+{
+    VYRRWStringArrayImp array;
+    for (int i = 0; i < 100; ++i)
+        array.append("x");
+    array.clear();
+    EXPECT_EQ(array.entries(), 0u);
+    array.append("again");
+    EXPECT_EQ(elementsOf(array), Texts{"again"});
+}
+
+TEST(VYRRWStringArrayImp, containsIgnoringCaseFoldsAsciiOnly)
+{
+    VYRRWStringArrayImp array;
+    array.append("Road_Name");
+    array.append("CAF\xC9");
+    EXPECT_TRUE(array.containsIgnoringCase(VYRRWStringImp("road_name")));
+    EXPECT_TRUE(array.containsIgnoringCase(VYRRWStringImp("caf\xC9")));
+    EXPECT_FALSE(array.containsIgnoringCase(VYRRWStringImp("caf\xE9")));
+    EXPECT_FALSE(array.containsIgnoringCase(VYRRWStringImp("road")));
+}
+
+TEST(VYRRWStringArrayImp, appendAllTakesOwnershipAndPrefixes)
+{
+    VYRRWStringArrayImp array;
+    array.append("first");
+    auto *other = new VYRRWStringArrayImp;
+    other->append("a");
+    other->append("");
+    array.appendAll(other, VYRRWStringImp("pre."));
+    EXPECT_EQ(elementsOf(array), (Texts{"first", "pre.a", "pre."}));
+
+    auto *plain = new VYRRWStringArrayImp;
+    plain->append("b");
+    array.appendAll(plain);
+    array.appendAll(nullptr);
+    EXPECT_EQ(elementsOf(array), (Texts{"first", "pre.a", "pre.", "b"}));
+}
+
+} // namespace

@@ -1,0 +1,62 @@
+#include <gtest/gtest.h>
+
+#include "frame/vyrrwstringimp.h"
+#include "support/narrowcodepage.h"
+
+#include <string_view>
+
+namespace {
+
+std::string_view bytes(const IVYRString &text)
+{
+    return {text.c_str(), text.length()};
+}
+
+TEST(VYRRWStringImp, keepsBytesWithEmbeddedNul)
+{
+    const VYRRWStringImp text("a\0b", 3);
+    EXPECT_EQ(bytes(text), std::string_view("a\0b", 3));
+    EXPECT_EQ(text.data(), text.c_str());
+    EXPECT_EQ(text.c_str()[3], '\0') << "always NUL-terminated";
+}
+
+TEST(VYRRWStringImp, emptyIsAValidText)
+{
+    VYRRWStringImp text("abc");
+    text.assign(nullptr, 0);
+    EXPECT_EQ(text.length(), 0u);
+    EXPECT_STREQ(text.c_str(), "");
+    text.assign(static_cast<const char *>(nullptr));
+    EXPECT_STREQ(text.data(), "");
+}
+
+TEST(VYRRWStringImp, copiesAreIndependent)
+{
+    VYRRWStringImp original("shared");
+    const VYRRWStringImp copy = original;
+    const char *before = copy.c_str();
+    original.assign("changed");
+    EXPECT_STREQ(copy.c_str(), "shared");
+    EXPECT_EQ(copy.c_str(), before) << "a copy's pointer stays valid when the original changes";
+    EXPECT_STREQ(original.c_str(), "changed");
+}
+
+TEST(VYRRWStringImp, assignsFromItsOwnBytes)
+{
+    VYRRWStringImp text("abcdef");
+    text.assign(text.c_str() + 2, 3);
+    EXPECT_EQ(bytes(text), "cde");
+}
+
+using VYRRWStringImpCodec = vyr::testing::NarrowCodePageTest<vyr::testing::kCp1252>;
+
+TEST_F(VYRRWStringImpCodec, encodesAndDecodesInPlace)
+{
+    VYRRWStringImp text("caf\xE9, bar");
+    text.encodeWWJDInPlace();
+    EXPECT_EQ(bytes(text), "caf<u00e9><comma><space>bar");
+    text.decodeWWJDInPlace();
+    EXPECT_EQ(bytes(text), "caf\xE9, bar");
+}
+
+} // namespace

@@ -1,0 +1,188 @@
+#include <gtest/gtest.h>
+
+#include "support/narrowcodepage.h"
+#include "support/randomtext.h"
+#include "util/codepage.h"
+#include "util/stringconverter.h"
+
+#include <cstdlib>
+#include <map>
+#include <optional>
+
+namespace vyr {
+namespace {
+
+// Sets environment variables for one test and puts the old values back.
+class ScopedEnvironment
+{
+public:
+    void set(const char *name, const char *value)
+    {
+        if (!saved_.contains(name)) {
+            const char *old = std::getenv(name);
+            saved_[name] = old ? std::optional<std::string>(old) : std::nullopt;
+        }
+        if (value)
+            setenv(name, value, 1);
+        else
+            unsetenv(name);
+    }
+    ~ScopedEnvironment()
+    {
+        for (const auto &[name, value] : saved_) {
+            if (value)
+                setenv(name.c_str(), value->c_str(), 1);
+            else
+                unsetenv(name.c_str());
+        }
+        resetNarrowCodePage();
+    }
+
+private:
+    std::map<std::string, std::optional<std::string>> saved_;
+};
+
+TEST(CodePageNames, canonicalNames)
+{
+    const struct {
+        const char *given;
+        std::optional<std::string> expected;
+    } cases[] = {
+        {"cp1252", "CP1252"},      {"1252", "CP1252"},        {"65001", "UTF-8"},
+        {"utf8", "UTF-8"},         {"utf-8", "UTF-8"},        {"28591", "ISO-8859-1"},
+        {"932", "CP932"},          {"euc-jp", "EUC-JP"},      {"NO-SUCH-CHARSET", std::nullopt},
+        {"", std::nullopt},        {"UTF-8//TRANSLIT", std::nullopt}, {"99999", std::nullopt},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(canonicalCodePageName(c.given), c.expected) << "name: \"" << c.given << "\"";
+}
+
+TEST(NarrowCodePage, comesFromVyrCodepageThenLocale)
+{
+    ScopedEnvironment environment;
+    environment.set("VYR_CODEPAGE", "1252");
+    resetNarrowCodePage();
+    EXPECT_EQ(narrowCodePage(), "CP1252");
+
+    environment.set("VYR_CODEPAGE", "NO-SUCH-CHARSET");
+    environment.set("LC_ALL", "C");
+    resetNarrowCodePage();
+    EXPECT_EQ(narrowCodePage(), "UTF-8") << "an unknown VYR_CODEPAGE falls back to the locale";
+
+    environment.set("VYR_CODEPAGE", nullptr);
+    environment.set("LC_ALL", "POSIX");
+    resetNarrowCodePage();
+    EXPECT_EQ(narrowCodePage(), "UTF-8");
+
+    // A locale that is not installed still names its codeset.
+    environment.set("LC_ALL", "xx_YY.ISO-8859-15@euro");
+    resetNarrowCodePage();
+    EXPECT_EQ(narrowCodePage(), "ISO-8859-15");
+}
+
+TEST(NarrowCodePage, unknownNameChangesNothing)
+{
+    ScopedEnvironment environment;
+    ASSERT_TRUE(setNarrowCodePage("CP1252"));
+    EXPECT_FALSE(setNarrowCodePage("NO-SUCH-CHARSET"));
+    EXPECT_EQ(narrowCodePage(), "CP1252");
+}
+
+TEST(NarrowCodePage, convertersFollowAChange)
+{
+    ScopedEnvironment environment;
+    const VYRSimpleWindowsStringConverter ansi(kAnsiCodePage);
+    ASSERT_TRUE(setNarrowCodePage("CP1252"));
+    EXPECT_EQ(ansi.toWide("\x80"), u"\u20AC");
+    ASSERT_TRUE(setNarrowCodePage("ISO-8859-15"));
+    EXPECT_EQ(ansi.toWide("\xA4"), u"\u20AC");
+    EXPECT_EQ(ansi.fromWide(u"\u20AC"), "\xA4");
+}
+
+struct ConversionCase
+{
+    const char *name;
+    std::uint32_t codePage;
+    std::string narrow;
+    std::u16string wide;
+
+    friend void PrintTo(const ConversionCase &c, std::ostream *os) { *os << c.name; }
+};
+
+class StringConverterTest : public ::testing::TestWithParam<ConversionCase>
+{
+};
+
+// Both directions: the narrow text is what the wide one turns back into.
+TEST_P(StringConverterTest, convertsBothWays)
+{
+    const ConversionCase &c = GetParam();
+    const VYRSimpleWindowsStringConverter converter(c.codePage);
+    EXPECT_EQ(converter.toWide(c.narrow), c.wide);
+    EXPECT_EQ(converter.fromWide(c.wide), c.narrow);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    KnownTexts, StringConverterTest,
+    ::testing::Values(
+        ConversionCase{"empty", 1252, "", u""},
+        ConversionCase{"cp1252Euro", 1252, "a\x80z", u"a\u20ACz"},
+        ConversionCase{"cp1252UndefinedByteKept", 1252, "\x81\x8D", u"\xDC81\xDC8D"},
+        ConversionCase{"embeddedNul", 1252, std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
+        ConversionCase{"utf8Astral", 65001, "\xF0\x9F\x98\x80", u"\xD83D\xDE00"},
+        ConversionCase{"utf8Overlong", 65001, "\xC0\x80", u"\xDCC0\xDC80"},
+        ConversionCase{"utf8EncodedSurrogate", 65001, "\xED\xA0\x80", u"\xDCED\xDCA0\xDC80"},
+        ConversionCase{"utf8BeyondUnicode", 65001, "\xF4\x90\x80\x80", u"\xDCF4\xDC90\xDC80\xDC80"},
+        ConversionCase{"utf8Truncated", 65001, "\xE2\x82z", u"\xDCE2\xDC82z"},
+        ConversionCase{"cp932Kana", 932, "\x82\xA0x", u"\u3042x"},
+        ConversionCase{"cp932LoneLeadByte", 932, "x\x82", u"x\xDC82"},
+        ConversionCase{"iso2022jpShiftsBack", 50220, "\x1B$B$\"\x1B(Ba", u"\u3042a"}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST(StringConverter, unmappableCharactersBecomeQuestionMarks)
+{
+    const struct {
+        std::uint32_t codePage;
+        std::u16string wide;
+        std::string narrow;
+    } cases[] = {
+        {1252, u"\u4E00", "?"},
+        {1252, u"x\xD83D\xDE00y", "x?y"}, // one mark for a whole pair
+        {1252, u"\xD83D", "?"},           // unpaired surrogates
+        {1252, u"\xDE00", "?"},
+        {65001, u"\xD800z", "?z"},
+        {932, u"\x00E9", "?"},
+        {932, u"\xD83D\xDE00", "?"},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(VYRSimpleWindowsStringConverter(c.codePage).fromWide(c.wide), c.narrow)
+            << "code page " << c.codePage;
+    }
+}
+
+// Every byte string survives a trip through UTF-16 in code pages that map
+// one-to-one, valid in the code page or not.
+TEST(StringConverter, everyByteStringSurvivesTheTrip)
+{
+    testing::RandomText random(1252);
+    for (std::uint32_t codePage : {1252u, 65001u, 28595u}) {
+        const VYRSimpleWindowsStringConverter converter(codePage);
+        for (int i = 0; i < 3000; ++i) {
+            const std::string text = random.bytes(40);
+            ASSERT_EQ(converter.fromWide(converter.toWide(text)), text) << "code page " << codePage;
+        }
+    }
+}
+
+using AnsiUtf8Test = testing::NarrowCodePageTest<testing::kCp1252>;
+
+TEST_F(AnsiUtf8Test, convertsBetweenNarrowAndUtf8)
+{
+    EXPECT_EQ(ansiToUtf8("caf\xE9 \x80"), "caf\xC3\xA9 \xE2\x82\xAC");
+    EXPECT_EQ(utf8ToAnsi("caf\xC3\xA9 \xE2\x82\xAC"), "caf\xE9 \x80");
+    EXPECT_EQ(utf8ToAnsi("\xE6\x9D\xB1"), "?");
+    EXPECT_EQ(ansiToUtf8(""), "");
+}
+
+} // namespace
+} // namespace vyr

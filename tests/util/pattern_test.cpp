@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include "support/patternreference.h"
+#include "support/randomtext.h"
+#include "util/pattern.h"
+
+#include <optional>
+
+namespace vyr {
+namespace {
+
+struct FindCase
+{
+    const char *pattern;
+    std::string text;
+    std::optional<std::pair<std::size_t, std::size_t>> match;
+};
+
+std::optional<std::pair<std::size_t, std::size_t>> findSpan(const Pattern &pattern, std::string_view text)
+{
+    const auto match = pattern.find(text);
+    if (!match)
+        return std::nullopt;
+    return std::make_pair(match->begin, match->end);
+}
+
+TEST(Pattern, findsTheLeftmostMatch)
+{
+    using Span = std::pair<std::size_t, std::size_t>;
+    const FindCase cases[] = {
+        // The patterns the system itself uses.
+        {",[^,()]*$", "fn(a,b),c d", Span{7, 11}},
+        {",[^,()]*$", "fn(a,b)", std::nullopt},
+        {"^[^(]+(.*)$", "vyr_char(20)", Span{0, 12}},
+        {"^[^(]+(.*)$", "(20)", std::nullopt},
+        {"^\\*?vyr_geometry{.*}$", "*vyr_geometry{point}", Span{0, 20}},
+        {"^\\*?vyr_geometry{.*}$", "vyr_geometry{}", Span{0, 14}},
+        {"^\\*?vyr_geometry{.*}$", "**vyr_geometry{}", std::nullopt},
+        {"_[0-9]+$", "road_12", Span{4, 7}},
+        {"_[0-9]+$", "road_12_x", std::nullopt},
+        {"[0-9][-+][0-9]+$", "1.5-3", Span{2, 5}},
+        // The syntax piece by piece.
+        {"", "abc", Span{0, 0}},
+        {"b", "abcb", Span{1, 2}},
+        {"a.c", "xa\nc", Span{1, 4}},
+        {"[]x]+", "a]x]b", Span{1, 4}},
+        {"[a-]+", "b-a-c", Span{1, 4}},
+        {"[^a-c]", "abcd", Span{3, 4}},
+        {"a*", "baa", Span{0, 0}},
+        {"a+", "baa", Span{1, 3}},
+        {"ba?", "ba", Span{0, 2}},
+        {"a|b", "b a|b", Span{2, 5}},
+        {"(x)", "a(x)", Span{1, 4}},
+        {"\\.\\[", "a.[", Span{1, 3}},
+        {"\\t", "a\tb", Span{1, 2}},
+        {"[\\]]", "a]", Span{1, 2}},
+        {"^$", "", Span{0, 0}},
+        {"^$", "x", std::nullopt},
+        {"x$", "xx", Span{1, 2}},
+        {"a^b", "ab", std::nullopt},
+        {"\xE9+", "caf\xE9\xE9", Span{3, 5}},
+    };
+    for (const auto &c : cases) {
+        const Pattern pattern(c.pattern);
+        ASSERT_TRUE(pattern.ok()) << c.pattern << ": " << pattern.error();
+        EXPECT_EQ(findSpan(pattern, c.text), c.match) << "pattern \"" << c.pattern << "\" text \"" << c.text << "\"";
+    }
+}
+
+TEST(Pattern, refusesMalformedPatterns)
+{
+    const struct {
+        const char *pattern;
+        const char *error;
+    } cases[] = {
+        {"[abc", "unterminated character class at offset 0"},
+        {"a[]", "unterminated character class at offset 1"},
+        {"ab\\", "trailing backslash at offset 2"},
+        {"*a", "nothing to repeat before \"*\" at offset 0"},
+        {"a**", "nothing to repeat before \"*\" at offset 2"},
+        {"^+", "nothing to repeat before \"+\" at offset 1"},
+        {"[z-a]", "inverted range in character class at offset 4"},
+    };
+    for (const auto &c : cases) {
+        const Pattern pattern(c.pattern);
+        EXPECT_FALSE(pattern.ok()) << c.pattern;
+        EXPECT_EQ(pattern.error(), c.error) << c.pattern;
+        EXPECT_FALSE(pattern.find("a*[]").has_value()) << c.pattern;
+    }
+}
+
+// "a?" n times then "a" n times, against n "a": a backtracker takes 2^n
+// steps; this must finish at once.
+TEST(Pattern, nestedOptionalsDoNotBlowUp)
+{
+    const std::size_t n = 300;
+    std::string source;
+    for (std::size_t i = 0; i < n; ++i)
+        source += "a?";
+    source.append(n, 'a');
+    const Pattern pattern(source);
+    ASSERT_TRUE(pattern.ok());
+    const auto match = pattern.find(std::string(n, 'a'));
+    ASSERT_TRUE(match.has_value());
+    EXPECT_EQ(match->begin, 0u);
+    EXPECT_EQ(match->end, n);
+}
+
+TEST(Pattern, copiesShareTheCompiledForm)
+{
+    Pattern original("b+");
+    const Pattern copy = original;
+    original = Pattern("[");
+    EXPECT_FALSE(original.ok());
+    ASSERT_TRUE(copy.ok());
+    EXPECT_EQ(findSpan(copy, "abbc"), std::make_pair(std::size_t(1), std::size_t(3)));
+}
+
+// The matcher agrees with a backtracking matcher on many small random
+// patterns and texts.
+TEST(Pattern, agreesWithABacktracker)
+{
+    const char *pieces[] = {"a", "b", ".", "[ab]", "[^a]", "\\*", "*", "^", "$", "c", "[a-c]"};
+    const char *repeats[] = {"", "", "*", "+", "?"};
+    testing::RandomText random(31);
+    for (int i = 0; i < 30000; ++i) {
+        std::string source;
+        const std::size_t count = random.number(6);
+        for (std::size_t k = 0; k < count; ++k) {
+            const std::string piece = pieces[random.number(std::size(pieces))];
+            if (piece == "*")
+                continue;
+            source += piece;
+            if (piece != "^" && piece != "$")
+                source += repeats[random.number(std::size(repeats))];
+        }
+        const Pattern pattern(source);
+        ASSERT_TRUE(pattern.ok()) << source << ": " << pattern.error();
+        std::string text;
+        for (std::size_t k = random.number(10); k > 0; --k)
+            text.push_back("abc*"[random.number(4)]);
+        ASSERT_EQ(findSpan(pattern, text), testing::ReferencePattern(source).find(text))
+            << "pattern \"" << source << "\" text \"" << text << "\"";
+    }
+}
+
+} // namespace
+} // namespace vyr

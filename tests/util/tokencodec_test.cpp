@@ -1,0 +1,162 @@
+#include <gtest/gtest.h>
+
+#include "support/narrowcodepage.h"
+#include "support/randomtext.h"
+#include "util/tokencodec.h"
+
+#include <string_view>
+
+namespace vyr {
+namespace {
+
+// True when `encoded` holds none of the characters the encodings exist to
+// remove; "<" and ">" may only bracket tokens.
+::testing::AssertionResult isFreeOfSpecialCharacters(std::string_view encoded)
+{
+    constexpr std::string_view kForbidden = " \"'()[]{},;$@&/\\\a\b\t\n\v\f\r";
+    bool inToken = false;
+    for (std::size_t i = 0; i < encoded.size(); ++i) {
+        const char c = encoded[i];
+        if (static_cast<unsigned char>(c) > 127 || kForbidden.find(c) != std::string_view::npos
+            || (c == '<' && inToken) || (c == '>' && !inToken))
+            return ::testing::AssertionFailure() << "byte " << i << " of \"" << encoded << "\"";
+        if (c == '<' || c == '>')
+            inToken = c == '<';
+    }
+    if (inToken)
+        return ::testing::AssertionFailure() << "unclosed token in \"" << encoded << "\"";
+    return ::testing::AssertionSuccess();
+}
+
+using WWJDTest = testing::NarrowCodePageTest<testing::kCp1252>;
+
+TEST_F(WWJDTest, encodesSpecialCharactersAsTokens)
+{
+    const struct {
+        std::string text;
+        std::string encoded;
+    } cases[] = {
+        {"", ""},
+        {"a b,c", "a<space>b<comma>c"},
+        {"\xE9", "<u00e9>"},
+        {"\x80", "<u20ac>"},
+        {"#%*=:!?_-+.~|^", "#%*=:!?_-+.~|^"},
+        {"<>\"&\\/'$@ ,()[]{};",
+         "<lt><gt><quote><amp><backslash><solidus><apos><dollar><at><space><comma><openparen>"
+         "<closeparen><openbracket><closebracket><opencurly><closecurly><semicolon>"},
+        {"\n\r\t\a\b\v\f", "<lf><cr><tab><bell><backspace><verttab><formfeed>"},
+        {std::string("\x00\x01\x1F\x7F", 4), std::string("\x00\x01\x1F\x7F", 4)},
+        {"\x81", "<udc81>"}, // not a CP1252 character: kept as its byte
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(encodeWWJD(c.text), c.encoded) << "text: \"" << c.text << "\"";
+        EXPECT_EQ(decodeWWJD(c.encoded), c.text) << "encoded: \"" << c.encoded << "\"";
+    }
+}
+
+TEST_F(WWJDTest, decodingCarriesUnknownTokensThrough)
+{
+    const struct {
+        std::string encoded;
+        std::string text;
+    } cases[] = {
+        {"<LT>", "<LT>"},
+        {"<U00E9>", "<U00E9>"},
+        {"<>", "<>"},
+        {"<abc", "<abc"},
+        {"a<lt", "a<lt"},
+        {"<<lt>", "<<lt>"}, // the token is "<lt"
+        {"<u0041", "<u0041"},
+        {"<u>", ""},
+        {"<u0000>", ""},
+        {"<uzzzz>", ""},
+        {"<u00e9x>", "<u00e9x>"},
+        {"<u 041>", "A"}, // read as "%4x" reads
+        {"x<u20ac>y", "x\x80y"},
+        {"\xE9<u00e9>", "\xE9\xE9"}, // raw bytes beside tokens are kept
+        {"<ud83d><ude00>", "?"},     // a pair CP1252 cannot hold
+        {"<udc81>", "\x81"},
+        {"<u>caf\\u00e9", "caf\xE9"}, // the legacy form
+        {"<u>a\\\\b", "a\\b"},
+        {"<u>a\\u12", "a\\u12"},
+        {"<u>a<space>\\", "a \\"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(decodeWWJD(c.encoded), c.text) << "encoded: \"" << c.encoded << "\"";
+}
+
+TEST(WWJDCodePages, euroSignNeedsACodePageThatHasIt)
+{
+    ASSERT_TRUE(setNarrowCodePage("ISO-8859-1"));
+    EXPECT_EQ(decodeWWJD("x<u20ac>y"), "x?y");
+    ASSERT_TRUE(setNarrowCodePage("UTF-8"));
+    EXPECT_EQ(decodeWWJD("x<u20ac>y"), "x\xE2\x82\xAC" "y");
+    EXPECT_EQ(encodeWWJD("\xF0\x9F\x98\x80"), "<ud83d><ude00>");
+    EXPECT_EQ(decodeWWJD("<ud83d><ude00>"), "\xF0\x9F\x98\x80");
+    resetNarrowCodePage();
+}
+
+TEST(TokenCodec, narrowDecodingKeepsTheLowByte)
+{
+    EXPECT_EQ(decodeTokens("<u00e9><u20ac><lt>"), "\xE9\xAC<");
+    EXPECT_EQ(decodeTokensWide("<u00e9><u20ac><lt>"), u"\u00E9\u20AC<");
+    EXPECT_EQ(decodeTokensWide("\xE9"), u"\xDCE9");
+    EXPECT_EQ(encodeTokens(u"\u00E9<\xD83D\xDE00"), "<u00e9><lt><ud83d><ude00>");
+}
+
+TEST(TokenCodec, expandsUnicodeEscapes)
+{
+    const struct {
+        std::string text;
+        std::u16string expanded;
+    } cases[] = {
+        {"caf\\u00e9", u"caf\u00E9"}, {"\\u20AC", u"\u20AC"}, {"a\\\\b", u"a\\b"},
+        {"a\\u12", u"a\\u12"},       {"a\\", u"a\\"},        {"\\x", u"\\x"},
+        {"\xE9", u"\u00E9"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(expandUnicodeEscapes(c.text), c.expanded) << "text: \"" << c.text << "\"";
+}
+
+// decodeWWJD(encodeWWJD(x)) == x for every byte string, and the encoding is
+// always free of the special characters.
+TEST_F(WWJDTest, everyCp1252TextSurvivesTheTrip)
+{
+    testing::RandomText random(7);
+    for (int i = 0; i < 20000; ++i) {
+        const std::string text = random.bytes(64);
+        const std::string encoded = encodeWWJD(text);
+        ASSERT_TRUE(isFreeOfSpecialCharacters(encoded));
+        ASSERT_EQ(decodeWWJD(encoded), text) << "encoded: \"" << encoded << "\"";
+    }
+}
+
+using WWJDUtf8Test = testing::NarrowCodePageTest<testing::kUtf8>;
+
+TEST_F(WWJDUtf8Test, everyUtf8TextSurvivesTheTrip)
+{
+    testing::RandomText random(8);
+    for (int i = 0; i < 20000; ++i) {
+        const std::string text = i % 2 ? random.utf8(24) : random.bytes(48);
+        const std::string encoded = encodeWWJD(text);
+        ASSERT_TRUE(isFreeOfSpecialCharacters(encoded));
+        ASSERT_EQ(decodeWWJD(encoded), text) << "encoded: \"" << encoded << "\"";
+    }
+}
+
+// Whatever a decoder is given, encoding its answer and decoding again gives
+// the same answer.
+TEST_F(WWJDTest, decodedTextIsStable)
+{
+    testing::RandomText random(9);
+    for (int i = 0; i < 20000; ++i) {
+        std::string text = random.bytes(32);
+        if (i % 3 == 0)
+            text.insert(0, "<u>");
+        const std::string decoded = decodeWWJD(text);
+        ASSERT_EQ(decodeWWJD(encodeWWJD(decoded)), decoded) << "text: \"" << text << "\"";
+    }
+}
+
+} // namespace
+} // namespace vyr
