@@ -37,6 +37,11 @@ public:
                            });
     }
 
+    // Shift states and trail bytes in the ASCII range make cutting unsafe in
+    // general; these texts are converted whole.
+    bool convertsInPieces() const override { return false; }
+    std::size_t pieceEnd(std::string_view narrow, std::size_t) const override { return narrow.size(); }
+
     void appendNarrow(std::u16string_view wide, std::string &out) const override
     {
         const auto *bytes = reinterpret_cast<const char *>(wide.data());

@@ -4,6 +4,7 @@
 #include "util/iconvconversion_p.h"
 #include "util/transcoder_p.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <optional>
@@ -80,6 +81,11 @@ public:
             }
             (*page)[unit & 0xFF] = static_cast<unsigned char>((*narrowBack)[0]);
         }
+        asciiIsItself_ = true;
+        for (char16_t unit = 0; unit < 0x80; ++unit) {
+            if (fromWide_[0] == nullptr || (*fromWide_[0])[unit] != static_cast<std::int16_t>(unit))
+                asciiIsItself_ = false;
+        }
         return true;
     }
 
@@ -91,26 +97,43 @@ public:
             out[at + i] = toWide_[static_cast<unsigned char>(narrow[i])];
     }
 
+    bool convertsInPieces() const override { return true; }
+
+    std::size_t pieceEnd(std::string_view narrow, std::size_t wanted) const override
+    {
+        return std::min(wanted, narrow.size());
+    }
+
     void appendNarrow(std::u16string_view wide, std::string &out) const override
     {
+        // Never more bytes than units: size once, write through a pointer.
         const std::size_t size = wide.size();
-        out.reserve(out.size() + size);
+        const std::size_t at = out.size();
+        out.resize(at + size);
+        char *next = out.data() + at;
         for (std::size_t i = 0; i < size; ++i) {
+            if (asciiIsItself_ && wide[i] < 0x80) {
+                const std::size_t run = storeAsciiRun(wide.substr(i), next);
+                next += run;
+                i += run - 1;
+                continue;
+            }
             const char16_t unit = wide[i];
             const auto &page = fromWide_[unit >> 8];
             const std::int16_t byte = page ? (*page)[unit & 0xFF] : kNoByte;
             if (byte != kNoByte) {
-                out.push_back(static_cast<char>(byte));
+                *next++ = static_cast<char>(byte);
             } else if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF) {
-                out.push_back(static_cast<char>(unit & 0xFF));
+                *next++ = static_cast<char>(unit & 0xFF);
             } else {
                 // A pair the code page cannot hold is one character.
                 if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < size && wide[i + 1] >= 0xDC00
                     && wide[i + 1] <= 0xDFFF)
                     ++i;
-                out.push_back(kUnmappableReplacement);
+                *next++ = kUnmappableReplacement;
             }
         }
+        out.resize(static_cast<std::size_t>(next - out.data()));
     }
 
 private:
@@ -120,6 +143,9 @@ private:
     // Indexed by the high byte of a unit, then by its low byte; pages that no
     // byte maps to stay empty.
     std::array<std::unique_ptr<Page>, 256> fromWide_;
+    // Units below 0x80 become the byte of the same value (true but for
+    // EBCDIC and the like), which spares the table on most of a text.
+    bool asciiIsItself_ = false;
 };
 
 } // namespace

@@ -12,6 +12,7 @@
 #define VYR_UTIL_TOKENCODEC_H
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -51,10 +52,13 @@ std::u16string decodeTokensWide(std::string_view text);
 // other bytes become one unit each by zero extension.
 std::u16string expandUnicodeEscapes(std::string_view text);
 
-// The encoding and decoding steps that both encodings share, over the
-// converter of the text's code page.
-std::string encodeTokenText(std::string_view text, const IVYRSimpleStringConverter &converter);
-std::string decodeTokenText(std::string_view text, const IVYRSimpleStringConverter &converter);
+// The encoding and decoding steps that both encodings share, for text in
+// the given code page (0: the narrow code page, 65001: UTF-8). Decoding
+// understands three forms: the legacy "<u>" prefix followed by tokens and
+// "\uXXXX" escapes, text holding "<u" tokens (decoded through UTF-16), and
+// text with named tokens only (decoded byte for byte).
+std::string encodeTokenText(std::string_view text, std::uint32_t codePage);
+std::string decodeTokenText(std::string_view text, std::uint32_t codePage);
 
 // The WWJD encoding of narrow-code-page text, and its decoding.
 std::string encodeWWJD(std::string_view text);

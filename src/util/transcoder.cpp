@@ -3,6 +3,7 @@
 #include "util/codepage.h"
 #include "util/codepage_p.h"
 
+#include <cstring>
 #include <unordered_map>
 
 namespace vyr {
@@ -61,6 +62,27 @@ private:
 };
 
 } // namespace
+
+std::size_t storeAsciiRun(std::u16string_view wide, char *out)
+{
+    using Units = unsigned short __attribute__((vector_size(16)));
+    using Bytes = unsigned char __attribute__((vector_size(8)));
+    std::size_t i = 0;
+    for (; i + 8 <= wide.size(); i += 8) {
+        Units units;
+        std::memcpy(&units, wide.data() + i, sizeof units);
+        std::uint64_t high[2];
+        const Units above = units & static_cast<unsigned short>(0xFF80);
+        std::memcpy(high, &above, sizeof high);
+        if (high[0] | high[1])
+            break;
+        const Bytes bytes = __builtin_convertvector(units, Bytes);
+        std::memcpy(out + i, &bytes, sizeof bytes);
+    }
+    for (; i < wide.size() && wide[i] < 0x80; ++i)
+        out[i] = static_cast<char>(wide[i]);
+    return i;
+}
 
 const Transcoder *transcoderFor(std::uint32_t codePage)
 {

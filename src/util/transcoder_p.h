@@ -25,7 +25,20 @@ public:
     virtual ~Transcoder() = default;
     virtual void appendWide(std::string_view narrow, std::u16string &out) const = 0;
     virtual void appendNarrow(std::u16string_view wide, std::string &out) const = 0;
+
+    // Whether texts may be converted piece by piece and the results joined,
+    // which lets large texts go through a small buffer: narrow texts cut at
+    // pieceEnd(), wide texts cut anywhere but inside a surrogate pair.
+    virtual bool convertsInPieces() const = 0;
+    // Where a narrow text may be cut, at or before `wanted` (at its end when
+    // it cannot be cut there).
+    virtual std::size_t pieceEnd(std::string_view narrow, std::size_t wanted) const = 0;
 };
+
+// Stores as bytes at `out` the units below 0x80 at the start of `wide` and
+// returns how many there were; `out` needs room for all of `wide`. Eight
+// units a step: most text is ASCII.
+std::size_t storeAsciiRun(std::u16string_view wide, char *out);
 
 // The transcoder of a code page number (0: the narrow code page), made on
 // first use in this thread and kept; null when the code page is unknown.

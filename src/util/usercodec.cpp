@@ -57,13 +57,12 @@ std::string writeBackslashEscapes(std::string_view text)
 
 std::string encodeUserString(std::string_view text)
 {
-    return encodeTokenText(resolveBackslashEscapes(ansiToUtf8(text)),
-                           VYRSimpleWindowsStringConverter(kUtf8CodePage));
+    return encodeTokenText(resolveBackslashEscapes(ansiToUtf8(text)), kUtf8CodePage);
 }
 
 std::string decodeUserString(std::string_view text)
 {
-    const std::string decoded = decodeTokenText(ansiToUtf8(text), VYRSimpleWindowsStringConverter(kUtf8CodePage));
+    const std::string decoded = decodeTokenText(ansiToUtf8(text), kUtf8CodePage);
     return utf8ToAnsi(writeBackslashEscapes(decoded));
 }
 

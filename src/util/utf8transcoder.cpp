@@ -102,6 +102,22 @@ public:
         }
     }
 
+    bool convertsInPieces() const override { return true; }
+
+    std::size_t pieceEnd(std::string_view narrow, std::size_t wanted) const override
+    {
+        if (wanted >= narrow.size() || wanted < 4)
+            return narrow.size();
+        // Not between a lead byte and its continuation bytes. A run of more
+        // than three continuation bytes has no lead to belong to: each of
+        // them is escaped on its own, so any cut is fine there.
+        for (std::size_t back = 0; back < 4; ++back) {
+            if (!isContinuation(static_cast<unsigned char>(narrow[wanted - back])))
+                return wanted - back;
+        }
+        return wanted;
+    }
+
     void appendNarrow(std::u16string_view wide, std::string &out) const override
     {
         out.reserve(out.size() + wide.size());
@@ -109,7 +125,12 @@ public:
         for (std::size_t i = 0; i < size; ++i) {
             const char32_t unit = wide[i];
             if (unit < 0x80) {
-                out.push_back(static_cast<char>(unit));
+                // Room for the whole rest as ASCII, cut back to what was.
+                const std::size_t at = out.size();
+                out.resize(at + size - i);
+                const std::size_t run = storeAsciiRun(wide.substr(i), out.data() + at);
+                out.resize(at + run);
+                i += run - 1;
             } else if (unit < 0x800) {
                 out.push_back(static_cast<char>(0xC0 | (unit >> 6)));
                 out.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
