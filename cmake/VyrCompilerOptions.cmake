@@ -16,6 +16,11 @@ if(VYR_SANITIZE)
     add_link_options(${_vyr_san})
 endif()
 
+# Fuzz targets learn from the coverage of the code they drive.
+if(VYR_BUILD_FUZZERS AND CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 function(vyr_target_defaults target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic)
     if(VYR_WERROR)

@@ -10,7 +10,9 @@
 //
 // A search finds the leftmost match, and among matches starting there the one
 // a backtracking matcher would find first. It runs in time proportional to
-// the pattern's length times the text's, whatever the input.
+// the pattern's length times the text's, whatever the input; asking only
+// whether there is a match is, for all but very long patterns, a single
+// pass over the text.
 #ifndef VYR_UTIL_PATTERN_H
 #define VYR_UTIL_PATTERN_H
 
@@ -22,7 +24,7 @@
 
 namespace vyr {
 
-struct PatternProgram;
+struct CompiledPattern;
 
 struct PatternMatch
 {
@@ -43,19 +45,20 @@ public:
     Pattern &operator=(Pattern &&) noexcept;
 
     // False when the source is not a valid pattern; error() says why.
-    bool ok() const { return program_ != nullptr; }
+    bool ok() const { return compiled_ != nullptr; }
     const std::string &error() const { return error_; }
     const std::string &source() const { return source_; }
 
     // The leftmost match in `text`; nothing when there is none or the pattern
     // is not valid.
     std::optional<PatternMatch> find(std::string_view text) const;
-    bool foundIn(std::string_view text) const { return find(text).has_value(); }
+    // Whether there is a match at all; quicker than find().
+    bool foundIn(std::string_view text) const;
 
 private:
     std::string source_;
     std::string error_;
-    std::shared_ptr<const PatternProgram> program_;
+    std::shared_ptr<const CompiledPattern> compiled_;
 };
 
 } // namespace vyr

@@ -1,19 +1,10 @@
 #include "util/patternprogram_p.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace vyr {
 namespace {
-
-// One element of a pattern: an atom and how often it may repeat. Without
-// groups or alternation the parse tree of a pattern is a sequence of these.
-struct Piece
-{
-    enum class Kind { Byte, Class, AnyByte, Begin, End } kind;
-    unsigned char byte = 0;
-    std::uint32_t classIndex = 0;
-    char repeat = 0; // 0, '*', '+' or '?'
-};
 
 unsigned char escapedByte(char letter)
 {
@@ -33,24 +24,24 @@ class Parser
 public:
     explicit Parser(std::string_view source) : source_(source) {}
 
-    std::optional<std::vector<Piece>> parse()
+    std::optional<std::vector<PatternPiece>> parse()
     {
-        std::vector<Piece> pieces;
+        std::vector<PatternPiece> pieces;
         while (at_ < source_.size()) {
             const char c = source_[at_];
             if (c == '*' || c == '+' || c == '?') {
-                if (pieces.empty() || pieces.back().repeat || pieces.back().kind == Piece::Kind::Begin
-                    || pieces.back().kind == Piece::Kind::End)
+                if (pieces.empty() || pieces.back().repeat || pieces.back().kind == PatternPiece::Kind::Begin
+                    || pieces.back().kind == PatternPiece::Kind::End)
                     return fail(std::string("nothing to repeat before \"") + c + "\"");
                 pieces.back().repeat = c;
                 ++at_;
                 continue;
             }
-            Piece piece{Piece::Kind::Byte};
+            PatternPiece piece{PatternPiece::Kind::Byte};
             switch (c) {
-            case '.': piece.kind = Piece::Kind::AnyByte; ++at_; break;
-            case '^': piece.kind = Piece::Kind::Begin; ++at_; break;
-            case '$': piece.kind = Piece::Kind::End; ++at_; break;
+            case '.': piece.kind = PatternPiece::Kind::AnyByte; ++at_; break;
+            case '^': piece.kind = PatternPiece::Kind::Begin; ++at_; break;
+            case '$': piece.kind = PatternPiece::Kind::End; ++at_; break;
             case '[':
                 if (!parseClass(piece))
                     return std::nullopt;
@@ -89,7 +80,7 @@ private:
         return escapedByte(source_[at_ - 1]);
     }
 
-    bool parseClass(Piece &piece)
+    bool parseClass(PatternPiece &piece)
     {
         const std::size_t open = at_++;
         ByteSet set;
@@ -127,7 +118,7 @@ private:
         }
         if (negated)
             set.invert();
-        piece.kind = Piece::Kind::Class;
+        piece.kind = PatternPiece::Kind::Class;
         piece.classIndex = static_cast<std::uint32_t>(classes_.size());
         classes_.push_back(set);
         return true;
@@ -139,23 +130,23 @@ private:
     std::string error_;
 };
 
-PatternInstruction atomInstruction(const Piece &piece)
+PatternInstruction atomInstruction(const PatternPiece &piece)
 {
     switch (piece.kind) {
-    case Piece::Kind::Byte: return {PatternOp::Byte, piece.byte};
-    case Piece::Kind::Class: return {PatternOp::Class, 0, 0, 0, piece.classIndex};
-    case Piece::Kind::AnyByte: return {PatternOp::AnyByte};
-    case Piece::Kind::Begin: return {PatternOp::AssertBegin};
-    case Piece::Kind::End: return {PatternOp::AssertEnd};
+    case PatternPiece::Kind::Byte: return {PatternOp::Byte, piece.byte};
+    case PatternPiece::Kind::Class: return {PatternOp::Class, 0, 0, 0, piece.classIndex};
+    case PatternPiece::Kind::AnyByte: return {PatternOp::AnyByte};
+    case PatternPiece::Kind::Begin: return {PatternOp::AssertBegin};
+    case PatternPiece::Kind::End: return {PatternOp::AssertEnd};
     }
     return {PatternOp::Match};
 }
 
-std::vector<PatternInstruction> emit(const std::vector<Piece> &pieces)
+std::vector<PatternInstruction> emit(const std::vector<PatternPiece> &pieces)
 {
     std::vector<PatternInstruction> code;
     auto here = [&] { return static_cast<std::uint32_t>(code.size()); };
-    for (const Piece &piece : pieces) {
+    for (const PatternPiece &piece : pieces) {
         const PatternInstruction atom = atomInstruction(piece);
         switch (piece.repeat) {
         case '*': { // L: split A, out; A: atom; jump L; out:
@@ -219,16 +210,31 @@ void findFirstBytes(PatternProgram &program)
 
 } // namespace
 
-std::variant<PatternProgram, std::string> compilePattern(std::string_view source)
+std::variant<ParsedPattern, std::string> parsePattern(std::string_view source)
 {
     Parser parser(source);
-    const auto pieces = parser.parse();
+    auto pieces = parser.parse();
     if (!pieces)
         return parser.error();
+    return ParsedPattern{std::move(*pieces), parser.takeClasses()};
+}
+
+PatternProgram emitPatternProgram(const ParsedPattern &parsed, bool reversed)
+{
+    std::vector<PatternPiece> pieces = parsed.pieces;
+    if (reversed) {
+        std::reverse(pieces.begin(), pieces.end());
+        for (PatternPiece &piece : pieces) {
+            if (piece.kind == PatternPiece::Kind::Begin)
+                piece.kind = PatternPiece::Kind::End;
+            else if (piece.kind == PatternPiece::Kind::End)
+                piece.kind = PatternPiece::Kind::Begin;
+        }
+    }
     PatternProgram program;
-    program.classes = parser.takeClasses();
-    program.instructions = emit(*pieces);
-    program.anchoredAtBegin = !pieces->empty() && pieces->front().kind == Piece::Kind::Begin;
+    program.classes = parsed.classes;
+    program.instructions = emit(pieces);
+    program.anchoredAtBegin = !pieces.empty() && pieces.front().kind == PatternPiece::Kind::Begin;
     findFirstBytes(program);
     return program;
 }

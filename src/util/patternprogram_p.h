@@ -1,13 +1,17 @@
-// The compiled form of a pattern: an instruction array for a Pike VM.
+// The inner forms of a pattern: its parse (a sequence of pieces, since there
+// are no groups or alternatives) and its instruction array for a Pike VM.
 #ifndef VYR_UTIL_PATTERNPROGRAM_P_H
 #define VYR_UTIL_PATTERNPROGRAM_P_H
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
+
+#include "util/pattern.h"
 
 namespace vyr {
 
@@ -44,6 +48,24 @@ private:
     std::array<std::uint64_t, 4> bits_{};
 };
 
+// One element of a pattern: an atom and how often it may repeat.
+struct PatternPiece
+{
+    enum class Kind { Byte, Class, AnyByte, Begin, End } kind;
+    unsigned char byte = 0;
+    std::uint32_t classIndex = 0;
+    char repeat = 0; // 0, '*', '+' or '?'
+};
+
+struct ParsedPattern
+{
+    std::vector<PatternPiece> pieces;
+    std::vector<ByteSet> classes;
+};
+
+// The parse of `source`, or the reason it is not a valid pattern.
+std::variant<ParsedPattern, std::string> parsePattern(std::string_view source);
+
 enum class PatternOp : std::uint8_t {
     Byte,        // consume `byte`
     Class,       // consume a byte of classes[classIndex]
@@ -73,10 +95,27 @@ struct PatternProgram
     // lets the search skip text where no match can begin.
     bool hasFirstBytes = false;
     ByteSet firstBytes;
+
+    // Whether the instruction at `pc` consumes `byte`.
+    bool consumes(const PatternInstruction &instruction, unsigned char byte) const
+    {
+        switch (instruction.op) {
+        case PatternOp::Byte: return instruction.byte == byte;
+        case PatternOp::Class: return classes[instruction.classIndex].contains(byte);
+        case PatternOp::AnyByte: return true;
+        default: return false;
+        }
+    }
 };
 
-// The program of `source`, or the reason it is not a valid pattern.
-std::variant<PatternProgram, std::string> compilePattern(std::string_view source);
+// The program of a parsed pattern; with `reversed`, of the pattern read
+// backwards (pieces in reverse order, "^" and "$" swapped), which matches
+// the reversed text.
+PatternProgram emitPatternProgram(const ParsedPattern &parsed, bool reversed);
+
+// The leftmost match by a Pike VM: every thread runs in step, each
+// instruction is visited at most once per text position.
+std::optional<PatternMatch> runPikeVm(const PatternProgram &program, std::string_view text);
 
 } // namespace vyr
 

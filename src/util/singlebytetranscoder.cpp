@@ -97,7 +97,7 @@ public:
             out[at + i] = toWide_[static_cast<unsigned char>(narrow[i])];
     }
 
-    bool convertsInPieces() const override { return true; }
+    bool convertsInPieces() const override { return asciiIsItself_; }
 
     std::size_t pieceEnd(std::string_view narrow, std::size_t wanted) const override
     {

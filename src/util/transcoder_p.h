@@ -28,7 +28,8 @@ public:
 
     // Whether texts may be converted piece by piece and the results joined,
     // which lets large texts go through a small buffer: narrow texts cut at
-    // pieceEnd(), wide texts cut anywhere but inside a surrogate pair.
+    // pieceEnd(), wide texts cut next to any unit below 0x80, which such a
+    // code page writes as the byte of the same value.
     virtual bool convertsInPieces() const = 0;
     // Where a narrow text may be cut, at or before `wanted` (at its end when
     // it cannot be cut there).

@@ -120,41 +120,43 @@ public:
 
     void appendNarrow(std::u16string_view wide, std::string &out) const override
     {
-        out.reserve(out.size() + wide.size());
+        // Three bytes a unit at most (a pair takes four for two): size once,
+        // write through a pointer, cut back at the end.
         const std::size_t size = wide.size();
+        const std::size_t start = out.size();
+        out.resize(start + 3 * size);
+        char *next = out.data() + start;
         for (std::size_t i = 0; i < size; ++i) {
             const char32_t unit = wide[i];
             if (unit < 0x80) {
-                // Room for the whole rest as ASCII, cut back to what was.
-                const std::size_t at = out.size();
-                out.resize(at + size - i);
-                const std::size_t run = storeAsciiRun(wide.substr(i), out.data() + at);
-                out.resize(at + run);
+                const std::size_t run = storeAsciiRun(wide.substr(i), next);
+                next += run;
                 i += run - 1;
             } else if (unit < 0x800) {
-                out.push_back(static_cast<char>(0xC0 | (unit >> 6)));
-                out.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
+                *next++ = static_cast<char>(0xC0 | (unit >> 6));
+                *next++ = static_cast<char>(0x80 | (unit & 0x3F));
             } else if (unit >= 0xD800 && unit <= 0xDBFF) {
                 if (i + 1 < size && wide[i + 1] >= 0xDC00 && wide[i + 1] <= 0xDFFF) {
                     const char32_t codePoint = 0x10000 + ((unit - 0xD800) << 10) + (wide[i + 1] - 0xDC00);
-                    out.push_back(static_cast<char>(0xF0 | (codePoint >> 18)));
-                    out.push_back(static_cast<char>(0x80 | ((codePoint >> 12) & 0x3F)));
-                    out.push_back(static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F)));
-                    out.push_back(static_cast<char>(0x80 | (codePoint & 0x3F)));
+                    *next++ = static_cast<char>(0xF0 | (codePoint >> 18));
+                    *next++ = static_cast<char>(0x80 | ((codePoint >> 12) & 0x3F));
+                    *next++ = static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+                    *next++ = static_cast<char>(0x80 | (codePoint & 0x3F));
                     ++i;
                 } else {
-                    out.push_back(kUnmappableReplacement);
+                    *next++ = kUnmappableReplacement;
                 }
             } else if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF) {
-                out.push_back(static_cast<char>(unit & 0xFF));
+                *next++ = static_cast<char>(unit & 0xFF);
             } else if (unit >= 0xDC00 && unit <= 0xDFFF) {
-                out.push_back(kUnmappableReplacement);
+                *next++ = kUnmappableReplacement;
             } else {
-                out.push_back(static_cast<char>(0xE0 | (unit >> 12)));
-                out.push_back(static_cast<char>(0x80 | ((unit >> 6) & 0x3F)));
-                out.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
+                *next++ = static_cast<char>(0xE0 | (unit >> 12));
+                *next++ = static_cast<char>(0x80 | ((unit >> 6) & 0x3F));
+                *next++ = static_cast<char>(0x80 | (unit & 0x3F));
             }
         }
+        out.resize(static_cast<std::size_t>(next - out.data()));
     }
 };
 

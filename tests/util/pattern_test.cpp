@@ -59,11 +59,19 @@ TEST(Pattern, findsTheLeftmostMatch)
         {"x$", "xx", Span{1, 2}},
         {"a^b", "ab", std::nullopt},
         {"\xE9+", "caf\xE9\xE9", Span{3, 5}},
+        // Long texts, read a word at a time.
+        {",[^,()]*$", "a,b(c,d)" + std::string(40, 'x') + ",tail_of_the_text_x", Span{48, 67}},
+        {"_[0-9]+$", std::string(30, 'y') + "_123456789012", Span{30, 43}},
+        {"^[^(]+(.*)$", std::string(50, 'n') + "(" + std::string(20, 'a') + ")", Span{0, 72}},
+        {"x[^x]*$", "x" + std::string(33, '-'), Span{0, 34}},
+        {"x[^x]*$", "x" + std::string(33, '-') + "x", Span{34, 35}},
+        {"q", std::string(64, 'p'), std::nullopt},
     };
     for (const auto &c : cases) {
         const Pattern pattern(c.pattern);
         ASSERT_TRUE(pattern.ok()) << c.pattern << ": " << pattern.error();
         EXPECT_EQ(findSpan(pattern, c.text), c.match) << "pattern \"" << c.pattern << "\" text \"" << c.text << "\"";
+        EXPECT_EQ(pattern.foundIn(c.text), c.match.has_value()) << "pattern \"" << c.pattern << "\" text \"" << c.text << "\"";
     }
 }
 
@@ -101,6 +109,8 @@ TEST(Pattern, nestedOptionalsDoNotBlowUp)
     const Pattern pattern(source);
     ASSERT_TRUE(pattern.ok());
     const auto match = pattern.find(std::string(n, 'a'));
+    EXPECT_TRUE(pattern.foundIn(std::string(n, 'a')));
+    EXPECT_FALSE(pattern.foundIn(std::string(n - 1, 'a')));
     ASSERT_TRUE(match.has_value());
     EXPECT_EQ(match->begin, 0u);
     EXPECT_EQ(match->end, n);
@@ -136,10 +146,13 @@ TEST(Pattern, agreesWithABacktracker)
         }
         const Pattern pattern(source);
         ASSERT_TRUE(pattern.ok()) << source << ": " << pattern.error();
+        // Long enough for the automaton to skip whole words.
         std::string text;
-        for (std::size_t k = random.number(10); k > 0; --k)
+        for (std::size_t k = random.number(i % 4 ? 12 : 40); k > 0; --k)
             text.push_back("abc*"[random.number(4)]);
-        ASSERT_EQ(findSpan(pattern, text), testing::ReferencePattern(source).find(text))
+        const auto expected = testing::ReferencePattern(source).find(text);
+        ASSERT_EQ(findSpan(pattern, text), expected) << "pattern \"" << source << "\" text \"" << text << "\"";
+        ASSERT_EQ(pattern.foundIn(text), expected.has_value())
             << "pattern \"" << source << "\" text \"" << text << "\"";
     }
 }

@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Builds the optimised flavour and runs every benchmark; each prints its
+# throughput and, at the end, its ratio against the peer it is measured with.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+"$root/scripts/deps.sh"
+"$root/scripts/build.sh" release >/dev/null
+for bench in codecs lists pattern numbers; do
+    echo "== bench_$bench"
+    "$root/build/release/bench/bench_$bench" --benchmark_color=false "$@"
+done
