@@ -1,5 +1,6 @@
 #include "frame/vyrrwstringarrayimp.h"
 
+#include "util/asciitext.h"
 #include "util/listpacking.h"
 
 #include <algorithm>
@@ -14,17 +15,6 @@ constexpr std::size_t kInitialRoom = 16;
 std::string_view bytesOf(const IVYRString &text)
 {
     return {text.c_str(), text.length()};
-}
-
-char lowerAscii(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equalIgnoringCase(std::string_view a, std::string_view b)
-{
-    return a.size() == b.size()
-        && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lowerAscii(x) == lowerAscii(y); });
 }
 
 } // namespace
@@ -144,7 +134,7 @@ bool VYRRWStringArrayImp::containsIgnoringCase(const IVYRString &text) const
 {
     const std::string_view wanted = bytesOf(text);
     return std::any_of(elements_.begin(), elements_.end(),
-                       [wanted](const VYRRWStringImp &element) { return equalIgnoringCase(element.view(), wanted); });
+                       [wanted](const VYRRWStringImp &element) { return vyr::equalIgnoringAsciiCase(element.view(), wanted); });
 }
 
 void VYRRWStringArrayImp::appendAll(IVYRStringArray *other)

@@ -1,5 +1,6 @@
 #include "util/codepage.h"
 
+#include "util/asciitext.h"
 #include "util/codepage_p.h"
 
 #include <iconv.h>
@@ -47,16 +48,6 @@ std::optional<std::uint32_t> codePageNumber(std::string_view name)
     for (char c : name)
         number = number * 10 + static_cast<std::uint32_t>(c - '0');
     return number;
-}
-
-std::string upperAscii(std::string_view text)
-{
-    std::string upper(text);
-    for (char &c : upper) {
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-    }
-    return upper;
 }
 
 // The codeset the user's locale environment asks for, without touching the

@@ -38,17 +38,26 @@ void appendQuoted(std::string &out, std::string_view element, char separator)
     out.push_back('"');
 }
 
+// The elements from `first` on, each written by `append`, the separator
+// between them.
+template <typename Append>
+std::string joinElements(const StringList &list, std::size_t first, char separator, Append append)
+{
+    std::string out;
+    for (std::size_t i = first; i < list.size(); ++i) {
+        if (i > first)
+            out.push_back(separator);
+        append(out, list[i]);
+    }
+    return out;
+}
+
 } // namespace
 
 std::string joinList(const StringList &list, char separator)
 {
-    std::string out;
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        if (i)
-            out.push_back(plainSeparator(separator));
-        out.append(list[i]);
-    }
-    return out;
+    return joinElements(list, 0, plainSeparator(separator),
+                        [](std::string &out, const std::string &element) { out.append(element); });
 }
 
 StringList splitList(std::string_view text, char separator)
@@ -72,13 +81,9 @@ StringList splitList(std::string_view text, char separator)
 
 std::string csvJoin(const StringList &list, char separator, std::size_t first)
 {
-    std::string out;
-    for (std::size_t i = first; i < list.size(); ++i) {
-        if (i > first)
-            out.push_back(separator);
-        appendQuoted(out, list[i], separator);
-    }
-    return out;
+    return joinElements(list, first, separator, [separator](std::string &out, const std::string &element) {
+        appendQuoted(out, element, separator);
+    });
 }
 
 StringList csvSplit(std::string_view text, char separator)

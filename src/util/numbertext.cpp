@@ -1,5 +1,6 @@
 #include "util/numbertext.h"
 
+#include "util/asciitext.h"
 #include "util/pattern.h"
 
 #include <cerrno>
@@ -91,16 +92,6 @@ const Pattern &bareExponent()
 {
     static const Pattern pattern("[0-9][-+][0-9]+$");
     return pattern;
-}
-
-std::string upperAscii(std::string_view text)
-{
-    std::string upper(text);
-    for (char &c : upper) {
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-    }
-    return upper;
 }
 
 } // namespace

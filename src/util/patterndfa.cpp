@@ -82,11 +82,13 @@ private:
             representative_[classOf_[byte]] = static_cast<unsigned char>(byte);
     }
 
-    // Adds to `set` the instructions reachable from `pc` without reading a
-    // byte; end assertions are kept, not passed.
-    void close(std::uint32_t pc, bool atBegin, InstructionSet &set)
+    // Follows every path from the instructions on the stack that reads no
+    // byte: jumps, splits, start assertions when `atBegin`, end assertions
+    // when `atEnd`. Calls `reached` with each instruction where a path
+    // stops, once per generation.
+    template <typename Reached>
+    void followEmptyPaths(bool atBegin, bool atEnd, Reached reached)
     {
-        stack_.assign(1, pc);
         while (!stack_.empty()) {
             const std::uint32_t at = stack_.back();
             stack_.pop_back();
@@ -95,19 +97,28 @@ private:
                 continue;
             addedIn_[at] = generation_;
             const PatternInstruction &instruction = code_[at];
-            switch (instruction.op) {
-            case PatternOp::Jump: stack_.push_back(instruction.next); break;
-            case PatternOp::Split:
+            if (instruction.op == PatternOp::Jump) {
+                stack_.push_back(instruction.next);
+            } else if (instruction.op == PatternOp::Split) {
                 stack_.push_back(instruction.alternative);
                 stack_.push_back(instruction.next);
-                break;
-            case PatternOp::AssertBegin:
+            } else if (instruction.op == PatternOp::AssertBegin) {
                 if (atBegin)
                     stack_.push_back(at + 1);
-                break;
-            default: set.push_back(at); break;
+            } else if (instruction.op == PatternOp::AssertEnd && atEnd) {
+                stack_.push_back(at + 1);
+            } else {
+                reached(at);
             }
         }
+    }
+
+    // Adds to `set` the instructions reachable from `pc` without reading a
+    // byte; end assertions are kept, not passed.
+    void close(std::uint32_t pc, bool atBegin, InstructionSet &set)
+    {
+        stack_.assign(1, pc);
+        followEmptyPaths(atBegin, false, [&set](std::uint32_t at) { set.push_back(at); });
     }
 
     // The set after reading `byte` in the state of set `from`.
@@ -132,32 +143,11 @@ private:
         stack_.clear();
         for (const std::uint32_t pc : set) {
             if (code_[pc].op == PatternOp::AssertEnd)
-                stack_.push_back(pc + 1);
+                stack_.push_back(pc);
         }
-        while (!stack_.empty()) {
-            const std::uint32_t at = stack_.back();
-            stack_.pop_back();
-            ++work_;
-            if (addedIn_[at] == generation_)
-                continue;
-            addedIn_[at] = generation_;
-            const PatternInstruction &instruction = code_[at];
-            switch (instruction.op) {
-            case PatternOp::Match: return true;
-            case PatternOp::Jump: stack_.push_back(instruction.next); break;
-            case PatternOp::Split:
-                stack_.push_back(instruction.alternative);
-                stack_.push_back(instruction.next);
-                break;
-            case PatternOp::AssertEnd: stack_.push_back(at + 1); break;
-            case PatternOp::AssertBegin:
-                if (atBegin)
-                    stack_.push_back(at + 1);
-                break;
-            default: break;
-            }
-        }
-        return false;
+        bool matched = false;
+        followEmptyPaths(atBegin, true, [&](std::uint32_t at) { matched = matched || code_[at].op == PatternOp::Match; });
+        return matched;
     }
 
     int intern(InstructionSet set, bool atBegin)
