@@ -4,6 +4,7 @@
 #include "support/randomtext.h"
 #include "util/tokencodec.h"
 
+#include <cstdio>
 #include <string_view>
 
 namespace vyr {
@@ -156,6 +157,58 @@ TEST_F(WWJDTest, decodedTextIsStable)
         const std::string decoded = decodeWWJD(text);
         ASSERT_EQ(decodeWWJD(encodeWWJD(decoded)), decoded) << "text: \"" << text << "\"";
     }
+}
+
+// Encoded-looking text: tokens of every kind, well-formed or not, between
+// runs of raw bytes.
+std::string tokenSoup(testing::RandomText &random, std::size_t pieces)
+{
+    static const char *const kOddTokens[] = {"<u>", "<>", "<LT>", "<u 041>", "<u0000>", "<uzzzz>", "<<lt>",
+                                             "<ud83d>", "<ude00>", "<udc80>", "<u20ac>", "<lt", "<u00e9"};
+    std::string text = random.number(8) == 0 ? "<u>" : "";
+    for (std::size_t i = 0; i < pieces; ++i) {
+        switch (random.number(5)) {
+        case 0: text += "<" + std::string(kCharacterTokens[random.number(kCharacterTokens.size())].name) + ">"; break;
+        case 1: {
+            char unit[8];
+            std::snprintf(unit, sizeof unit, "<u%04zx>", random.number(0x10000));
+            text += unit;
+            break;
+        }
+        case 2: text += kOddTokens[random.number(std::size(kOddTokens))]; break;
+        default: text += random.bytes(20); break;
+        }
+    }
+    return text;
+}
+
+// The fast paths (conversion in pieces, decoding a word at a time, decoding
+// straight into the code page) give exactly what the plain steps give one
+// after the other, on texts small and large.
+TEST(TokenCodecPaths, agreeWithThePlainSteps)
+{
+    testing::RandomText random(41);
+    for (const char *codePage : {"CP1252", "UTF-8", "ISO-8859-15", "CP932"}) {
+        ASSERT_TRUE(setNarrowCodePage(codePage));
+        const VYRSimpleWindowsStringConverter ansi(kAnsiCodePage);
+        for (const std::size_t size : {0, 1, 17, 300, 40000, 70000}) {
+            std::string text;
+            while (text.size() < size)
+                text += random.number(2) ? random.utf8(40) : random.bytes(40);
+            EXPECT_EQ(encodeWWJD(text), encodeTokens(ansi.toWide(text))) << codePage << ", " << text.size() << " bytes";
+
+            const std::string soup = tokenSoup(random, size / 8 + 1);
+            std::string plain;
+            if (soup.size() > 3 && soup.starts_with("<u>"))
+                plain = ansi.fromWide(expandUnicodeEscapes(decodeTokens(soup.substr(3))));
+            else if (soup.find("<u") != std::string::npos)
+                plain = ansi.fromWide(decodeTokensWide(soup));
+            else
+                plain = decodeTokens(soup);
+            EXPECT_EQ(decodeWWJD(soup), plain) << codePage << ", " << soup.size() << " bytes";
+        }
+    }
+    resetNarrowCodePage();
 }
 
 } // namespace
