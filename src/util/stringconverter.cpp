@@ -1,6 +1,5 @@
 #include "util/stringconverter.h"
 
-#include "util/codepage_p.h"
 #include "util/transcoder_p.h"
 
 namespace vyr {
