@@ -121,7 +121,15 @@ void nestedOptionalsWithStdRegex(benchmark::State &state)
 } // namespace
 
 BENCHMARK(nestedOptionalsAgainstMatchingText)
-    ->Arg(10)->Arg(14)->Arg(18)->Arg(22)->Arg(50)->Arg(100)->Arg(200)->Arg(500)->Arg(1000)
+    ->Arg(10)
+    ->Arg(14)
+    ->Arg(18)
+    ->Arg(22)
+    ->Arg(50)
+    ->Arg(100)
+    ->Arg(200)
+    ->Arg(500)
+    ->Arg(1000)
     ->Complexity(benchmark::oN)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK(nestedOptionalsWithStdRegex)->DenseRange(10, 22, 4)->Unit(benchmark::kMicrosecond);

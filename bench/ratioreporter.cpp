@@ -4,7 +4,9 @@
 
 namespace vyr::bench {
 
-RatioReporter::RatioReporter(std::vector<PeerPair> pairs) : pairs_(std::move(pairs)) {}
+RatioReporter::RatioReporter(std::vector<PeerPair> pairs)
+    : pairs_(std::move(pairs))
+{ }
 
 void RatioReporter::ReportRuns(const std::vector<Run> &runs)
 {

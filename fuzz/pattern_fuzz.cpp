@@ -28,7 +28,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     if (match && (match->begin > match->end || match->end > text.size()))
         std::abort();
     // The backtracker is exponential: only on small inputs.
-    const auto quantifiers = std::count_if(source.begin(), source.end(), [](char c) { return c == '*' || c == '+' || c == '?'; });
+    const auto quantifiers
+        = std::count_if(source.begin(), source.end(), [](char c) { return c == '*' || c == '+' || c == '?'; });
     if (quantifiers <= 4 && text.size() <= 24) {
         const auto expected = vyr::testing::ReferencePattern(source).find(text);
         if (expected.has_value() != match.has_value()

@@ -78,8 +78,7 @@ int runCodecCommand(std::span<const std::string_view> arguments)
         std::perror("vyrtool codec: reading standard input");
         return 1;
     }
-    const std::unique_ptr<VYRStringObject, void (*)(VYRStringHandle)> handle(VYR_StringCreate(),
-                                                                            VYR_StringDestroy);
+    const std::unique_ptr<VYRStringObject, void (*)(VYRStringHandle)> handle(VYR_StringCreate(), VYR_StringDestroy);
     if (!handle) {
         std::fputs("vyrtool codec: out of memory\n", stderr);
         return 1;

@@ -3,7 +3,8 @@
 #include <new>
 #include <string>
 
-struct VYRStringObject {
+struct VYRStringObject
+{
     std::string text;
 };
 

@@ -107,7 +107,8 @@ void VYRRWStringArrayImp::appendTokens(const char *text, const char *delimiters)
 
 std::size_t VYRRWStringArrayImp::removeBytes(std::string_view text)
 {
-    const auto removed = std::erase_if(elements_, [text](const VYRRWStringImp &element) { return element.view() == text; });
+    const auto removed
+        = std::erase_if(elements_, [text](const VYRRWStringImp &element) { return element.view() == text; });
     return static_cast<std::size_t>(removed);
 }
 
@@ -133,8 +134,9 @@ IVYRString &VYRRWStringArrayImp::at(std::size_t index)
 bool VYRRWStringArrayImp::containsIgnoringCase(const IVYRString &text) const
 {
     const std::string_view wanted = bytesOf(text);
-    return std::any_of(elements_.begin(), elements_.end(),
-                       [wanted](const VYRRWStringImp &element) { return vyr::equalIgnoringAsciiCase(element.view(), wanted); });
+    return std::any_of(elements_.begin(), elements_.end(), [wanted](const VYRRWStringImp &element) {
+        return vyr::equalIgnoringAsciiCase(element.view(), wanted);
+    });
 }
 
 void VYRRWStringArrayImp::appendAll(IVYRStringArray *other)

@@ -38,8 +38,8 @@ inline unsigned byteMask(std::uint64_t marks)
 // when there is none; no branch.
 inline std::size_t firstOf16(const char *bytes, unsigned char byte)
 {
-    const unsigned mask = byteMask(bytesEqual(loadWord(bytes), byte))
-                        | byteMask(bytesEqual(loadWord(bytes + 8), byte)) << 8 | 1u << 16;
+    const unsigned mask
+        = byteMask(bytesEqual(loadWord(bytes), byte)) | byteMask(bytesEqual(loadWord(bytes + 8), byte)) << 8 | 1u << 16;
     return static_cast<std::size_t>(std::countr_zero(mask));
 }
 

@@ -17,13 +17,11 @@ namespace {
 
 // Windows code page numbers whose iconv name is not simply "CP" + number.
 constexpr std::array<std::pair<std::uint32_t, const char *>, 20> kNumberedCodePages{{
-    {65001, "UTF-8"},       {20127, "US-ASCII"},    {28591, "ISO-8859-1"},
-    {28592, "ISO-8859-2"},  {28593, "ISO-8859-3"},  {28594, "ISO-8859-4"},
-    {28595, "ISO-8859-5"},  {28596, "ISO-8859-6"},  {28597, "ISO-8859-7"},
-    {28598, "ISO-8859-8"},  {28599, "ISO-8859-9"},  {28603, "ISO-8859-13"},
-    {28605, "ISO-8859-15"}, {20866, "KOI8-R"},      {21866, "KOI8-U"},
-    {20932, "EUC-JP"},      {51932, "EUC-JP"},      {51949, "EUC-KR"},
-    {54936, "GB18030"},     {50220, "ISO-2022-JP"},
+    {65001, "UTF-8"},       {20127, "US-ASCII"},   {28591, "ISO-8859-1"}, {28592, "ISO-8859-2"},
+    {28593, "ISO-8859-3"},  {28594, "ISO-8859-4"}, {28595, "ISO-8859-5"}, {28596, "ISO-8859-6"},
+    {28597, "ISO-8859-7"},  {28598, "ISO-8859-8"}, {28599, "ISO-8859-9"}, {28603, "ISO-8859-13"},
+    {28605, "ISO-8859-15"}, {20866, "KOI8-R"},     {21866, "KOI8-U"},     {20932, "EUC-JP"},
+    {51932, "EUC-JP"},      {51949, "EUC-KR"},     {54936, "GB18030"},    {50220, "ISO-2022-JP"},
 }};
 
 bool iconvConvertsBothWays(const std::string &name)

@@ -21,20 +21,18 @@ public:
     explicit IconvTranscoder(const std::string &codePage)
         : toWide_("UTF-16LE", codePage)
         , fromWide_(codePage, "UTF-16LE")
-    {
-    }
+    { }
 
     bool isValid() const { return toWide_.isValid() && fromWide_.isValid(); }
 
     void appendWide(std::string_view narrow, std::u16string &out) const override
     {
-        toWide_.convertAll(narrow.data(), narrow.size(), out,
-                           [](const char *&in, std::size_t &left, std::u16string &text) {
-                               text.push_back(static_cast<char16_t>(
-                                   kEscapedByteBase + static_cast<unsigned char>(*in)));
-                               ++in;
-                               --left;
-                           });
+        toWide_.convertAll(
+            narrow.data(), narrow.size(), out, [](const char *&in, std::size_t &left, std::u16string &text) {
+                text.push_back(static_cast<char16_t>(kEscapedByteBase + static_cast<unsigned char>(*in)));
+                ++in;
+                --left;
+            });
     }
 
     // Shift states and trail bytes in the ASCII range make cutting unsafe in

@@ -27,8 +27,7 @@ std::string_view trimBlanks(std::string_view text)
 // blanks after it.
 bool isZeroFraction(std::string_view rest)
 {
-    return rest.empty()
-        || (rest.front() == '.' && rest.find_first_not_of("0 ", 1) == std::string_view::npos);
+    return rest.empty() || (rest.front() == '.' && rest.find_first_not_of("0 ", 1) == std::string_view::npos);
 }
 
 // Reads an integer with `convert` (strtol or strtoul). Decimal unless the
@@ -165,8 +164,14 @@ bool parseBool(std::string_view text, bool &value)
     if (text.empty())
         return false;
     switch (text.front()) {
-    case 't': case 'T': case 'y': case 'Y': value = true; return true;
-    case 'f': case 'F': case 'n': case 'N': value = false; return true;
+    case 't':
+    case 'T':
+    case 'y':
+    case 'Y': value = true; return true;
+    case 'f':
+    case 'F':
+    case 'n':
+    case 'N': value = false; return true;
     default: break;
     }
     double number = 0;

@@ -29,7 +29,7 @@ struct CompiledPattern;
 struct PatternMatch
 {
     std::size_t begin; // offset of the first byte matched
-    std::size_t end;   // offset after the last byte matched
+    std::size_t end; // offset after the last byte matched
 };
 
 // A compiled pattern. Compile once and keep it: searching allocates nothing

@@ -22,7 +22,9 @@ unsigned char escapedByte(char letter)
 class Parser
 {
 public:
-    explicit Parser(std::string_view source) : source_(source) {}
+    explicit Parser(std::string_view source)
+        : source_(source)
+    { }
 
     std::optional<std::vector<PatternPiece>> parse()
     {
@@ -39,9 +41,18 @@ public:
             }
             PatternPiece piece{PatternPiece::Kind::Byte};
             switch (c) {
-            case '.': piece.kind = PatternPiece::Kind::AnyByte; ++at_; break;
-            case '^': piece.kind = PatternPiece::Kind::Begin; ++at_; break;
-            case '$': piece.kind = PatternPiece::Kind::End; ++at_; break;
+            case '.':
+                piece.kind = PatternPiece::Kind::AnyByte;
+                ++at_;
+                break;
+            case '^':
+                piece.kind = PatternPiece::Kind::Begin;
+                ++at_;
+                break;
+            case '$':
+                piece.kind = PatternPiece::Kind::End;
+                ++at_;
+                break;
             case '[':
                 if (!parseClass(piece))
                     return std::nullopt;

@@ -72,7 +72,8 @@ private:
                 continue;
             std::map<std::pair<unsigned, bool>, unsigned> split;
             for (unsigned byte = 0; byte < 256; ++byte) {
-                const auto key = std::make_pair(classOf_[byte], program_.consumes(instruction, static_cast<unsigned char>(byte)));
+                const auto key
+                    = std::make_pair(classOf_[byte], program_.consumes(instruction, static_cast<unsigned char>(byte)));
                 classOf_[byte] = split.try_emplace(key, static_cast<unsigned>(split.size())).first->second;
             }
             classes = static_cast<unsigned>(split.size());
@@ -146,7 +147,8 @@ private:
                 stack_.push_back(pc);
         }
         bool matched = false;
-        followEmptyPaths(atBegin, true, [&](std::uint32_t at) { matched = matched || code_[at].op == PatternOp::Match; });
+        followEmptyPaths(atBegin, true,
+                         [&](std::uint32_t at) { matched = matched || code_[at].op == PatternOp::Match; });
         return matched;
     }
 
@@ -204,7 +206,8 @@ private:
         PatternDfa dfa;
         dfa.fromTheEnd_ = fromTheEnd;
         dfa.start_ = numberOf(startId);
-        dfa.firstSkipping_ = static_cast<std::uint8_t>(kFirstLive + std::count(skipping.begin(), skipping.end(), false));
+        dfa.firstSkipping_
+            = static_cast<std::uint8_t>(kFirstLive + std::count(skipping.begin(), skipping.end(), false));
         dfa.next_.assign(static_cast<std::size_t>(next) * 256, kDead);
         dfa.matchesAtEnd_.assign(next, 0);
         dfa.matchesAtEnd_[kMatched] = 1;

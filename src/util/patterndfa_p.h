@@ -50,9 +50,9 @@ private:
     std::size_t skipForward(std::string_view text, std::size_t from, const Skip &skip) const;
     std::size_t skipBackward(std::string_view text, std::size_t end, const Skip &skip) const;
 
-    std::vector<std::uint8_t> next_;         // [state * 256 + byte]
+    std::vector<std::uint8_t> next_; // [state * 256 + byte]
     std::vector<std::uint8_t> matchesAtEnd_; // [state]: matched when the text ends here
-    std::vector<Skip> skips_;                // [state - firstSkipping_]
+    std::vector<Skip> skips_; // [state - firstSkipping_]
     std::uint8_t start_ = kDead;
     std::uint8_t firstSkipping_ = 0;
     bool fromTheEnd_ = false;

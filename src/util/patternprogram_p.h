@@ -67,13 +67,13 @@ struct ParsedPattern
 std::variant<ParsedPattern, std::string> parsePattern(std::string_view source);
 
 enum class PatternOp : std::uint8_t {
-    Byte,        // consume `byte`
-    Class,       // consume a byte of classes[classIndex]
-    AnyByte,     // consume any byte
-    Split,       // continue at `next` first, then at `alternative`
-    Jump,        // continue at `next`
+    Byte, // consume `byte`
+    Class, // consume a byte of classes[classIndex]
+    AnyByte, // consume any byte
+    Split, // continue at `next` first, then at `alternative`
+    Jump, // continue at `next`
     AssertBegin, // continue at pc + 1 at the start of the text only
-    AssertEnd,   // continue at pc + 1 at the end of the text only
+    AssertEnd, // continue at pc + 1 at the end of the text only
     Match,
 };
 

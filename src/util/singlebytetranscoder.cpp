@@ -16,8 +16,7 @@ constexpr std::int16_t kNoByte = -1;
 
 // The bytes iconv makes of `input` in one call with a final flush; nothing
 // when iconv refuses the input or holds it back, with `error` saying why.
-std::optional<std::string> convertOnce(const IconvConversion &conversion, std::string_view input,
-                                       int &error)
+std::optional<std::string> convertOnce(const IconvConversion &conversion, std::string_view input, int &error)
 {
     conversion.reset();
     char buffer[16];
@@ -127,8 +126,7 @@ public:
                 *next++ = static_cast<char>(unit & 0xFF);
             } else {
                 // A pair the code page cannot hold is one character.
-                if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < size && wide[i + 1] >= 0xDC00
-                    && wide[i + 1] <= 0xDFFF)
+                if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < size && wide[i + 1] >= 0xDC00 && wide[i + 1] <= 0xDFFF)
                     ++i;
                 *next++ = kUnmappableReplacement;
             }

@@ -47,7 +47,11 @@ template <typename Unit>
 class DecodedUnits
 {
 public:
-    explicit DecodedUnits(std::size_t room) : units_(room, 0), at_(units_.data()), end_(at_ + room) {}
+    explicit DecodedUnits(std::size_t room)
+        : units_(room, 0)
+        , at_(units_.data())
+        , end_(at_ + room)
+    { }
 
     void raw(std::string_view bytes)
     {
@@ -187,8 +191,7 @@ public:
     DecodedThroughCodePage(const Transcoder &transcoder, std::size_t room)
         : transcoder_(transcoder)
         , bytes_(room)
-    {
-    }
+    { }
 
     [[gnu::always_inline]] std::size_t copyUntilToken(std::string_view text, std::size_t from)
     {

@@ -28,13 +28,11 @@ struct CharacterToken
 
 // The token table, in the order the decoder compares the names.
 inline constexpr std::array<CharacterToken, 25> kCharacterTokens{{
-    {"lt", '<'},           {"gt", '>'},           {"quote", '"'},       {"amp", '&'},
-    {"backslash", '\\'},   {"solidus", '/'},      {"apos", '\''},       {"dollar", '$'},
-    {"at", '@'},           {"space", ' '},        {"comma", ','},       {"openparen", '('},
-    {"closeparen", ')'},   {"openbracket", '['},  {"closebracket", ']'}, {"opencurly", '{'},
-    {"closecurly", '}'},   {"semicolon", ';'},    {"lf", '\n'},         {"cr", '\r'},
-    {"tab", '\t'},         {"bell", '\a'},        {"backspace", '\b'},  {"verttab", '\v'},
-    {"formfeed", '\f'},
+    {"lt", '<'},        {"gt", '>'},         {"quote", '"'},      {"amp", '&'},         {"backslash", '\\'},
+    {"solidus", '/'},   {"apos", '\''},      {"dollar", '$'},     {"at", '@'},          {"space", ' '},
+    {"comma", ','},     {"openparen", '('},  {"closeparen", ')'}, {"openbracket", '['}, {"closebracket", ']'},
+    {"opencurly", '{'}, {"closecurly", '}'}, {"semicolon", ';'},  {"lf", '\n'},         {"cr", '\r'},
+    {"tab", '\t'},      {"bell", '\a'},      {"backspace", '\b'}, {"verttab", '\v'},    {"formfeed", '\f'},
 }};
 
 // UTF-16 text to tokens: pure ASCII except bytes 0-6, 14-31 and 127, which

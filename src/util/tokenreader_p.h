@@ -82,9 +82,9 @@ constexpr std::array<unsigned char, 256> kHexDigitValue = [] {
 struct Token
 {
     enum class Kind {
-        Character,    // `value`
-        Nothing,      // "<u>", "<u0000>" and "<uXXXX>" that reads as 0
-        Verbatim,     // an unknown token: its text, brackets and all
+        Character, // `value`
+        Nothing, // "<u>", "<u0000>" and "<uXXXX>" that reads as 0
+        Verbatim, // an unknown token: its text, brackets and all
         Unterminated, // "<" with no ">" after it: the rest of the text
     };
     Kind kind;

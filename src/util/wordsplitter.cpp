@@ -97,8 +97,8 @@ std::string restoreWord(std::string_view word, bool keepEscapedQuotes)
 
 } // namespace
 
-bool splitWords(std::string_view text, std::vector<std::string> &words, std::string_view delimiters,
-                bool skipEmpty, bool checkParentheses, bool keepEscapedQuotes)
+bool splitWords(std::string_view text, std::vector<std::string> &words, std::string_view delimiters, bool skipEmpty,
+                bool checkParentheses, bool keepEscapedQuotes)
 {
     if (holdsPlaceholder(text))
         return false;

@@ -22,8 +22,8 @@ namespace vyr {
 // Returns false, leaving `words` unchanged, when the quotes or (with
 // `checkParentheses`) the parentheses do not balance, or when the text holds
 // one of the characters 1 to 5, which the splitter reserves for itself.
-bool splitWords(std::string_view text, std::vector<std::string> &words, std::string_view delimiters,
-                bool skipEmpty, bool checkParentheses, bool keepEscapedQuotes);
+bool splitWords(std::string_view text, std::vector<std::string> &words, std::string_view delimiters, bool skipEmpty,
+                bool checkParentheses, bool keepEscapedQuotes);
 
 } // namespace vyr
 

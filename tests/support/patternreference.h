@@ -109,8 +109,7 @@ private:
             return at == text.size() && matchHere(text, atom + 1, at, end);
         std::size_t most = 0;
         const std::size_t limit = a.repeat == '*' || a.repeat == '+' ? text.size() - at : 1;
-        while (most < limit && at + most < text.size()
-               && a.bytes.test(static_cast<unsigned char>(text[at + most])))
+        while (most < limit && at + most < text.size() && a.bytes.test(static_cast<unsigned char>(text[at + most])))
             ++most;
         const std::size_t least = a.repeat == '*' || a.repeat == '?' ? 0 : 1;
         for (std::size_t count = most + 1; count-- > least;) {

@@ -44,14 +44,23 @@ private:
 
 TEST(CodePageNames, canonicalNames)
 {
-    const struct {
+    const struct
+    {
         const char *given;
         std::optional<std::string> expected;
     } cases[] = {
-        {"cp1252", "CP1252"},      {"1252", "CP1252"},        {"65001", "UTF-8"},
-        {"utf8", "UTF-8"},         {"utf-8", "UTF-8"},        {"28591", "ISO-8859-1"},
-        {"932", "CP932"},          {"euc-jp", "EUC-JP"},      {"NO-SUCH-CHARSET", std::nullopt},
-        {"", std::nullopt},        {"UTF-8//TRANSLIT", std::nullopt}, {"99999", std::nullopt},
+        {"cp1252", "CP1252"},
+        {"1252", "CP1252"},
+        {"65001", "UTF-8"},
+        {"utf8", "UTF-8"},
+        {"utf-8", "UTF-8"},
+        {"28591", "ISO-8859-1"},
+        {"932", "CP932"},
+        {"euc-jp", "EUC-JP"},
+        {"NO-SUCH-CHARSET", std::nullopt},
+        {"", std::nullopt},
+        {"UTF-8//TRANSLIT", std::nullopt},
+        {"99999", std::nullopt},
     };
     for (const auto &c : cases)
         EXPECT_EQ(canonicalCodePageName(c.given), c.expected) << "name: \"" << c.given << "\"";
@@ -124,39 +133,33 @@ TEST_P(StringConverterTest, convertsBothWays)
 
 INSTANTIATE_TEST_SUITE_P(
     KnownTexts, StringConverterTest,
-    ::testing::Values(
-        ConversionCase{"empty", 1252, "", u""},
-        ConversionCase{"cp1252Euro", 1252, "a\x80z", u"a\u20ACz"},
-        ConversionCase{"cp1252UndefinedByteKept", 1252, "\x81\x8D", u"\xDC81\xDC8D"},
-        ConversionCase{"embeddedNul", 1252, std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
-        ConversionCase{"utf8Astral", 65001, "\xF0\x9F\x98\x80", u"\xD83D\xDE00"},
-        ConversionCase{"utf8Overlong", 65001, "\xC0\x80", u"\xDCC0\xDC80"},
-        ConversionCase{"utf8EncodedSurrogate", 65001, "\xED\xA0\x80", u"\xDCED\xDCA0\xDC80"},
-        ConversionCase{"utf8BeyondUnicode", 65001, "\xF4\x90\x80\x80", u"\xDCF4\xDC90\xDC80\xDC80"},
-        ConversionCase{"utf8Truncated", 65001, "\xE2\x82z", u"\xDCE2\xDC82z"},
-        ConversionCase{"cp932Kana", 932, "\x82\xA0x", u"\u3042x"},
-        ConversionCase{"cp932LoneLeadByte", 932, "x\x82", u"x\xDC82"},
-        ConversionCase{"iso2022jpShiftsBack", 50220, "\x1B$B$\"\x1B(Ba", u"\u3042a"}),
+    ::testing::Values(ConversionCase{"empty", 1252, "", u""}, ConversionCase{"cp1252Euro", 1252, "a\x80z", u"a\u20ACz"},
+                      ConversionCase{"cp1252UndefinedByteKept", 1252, "\x81\x8D", u"\xDC81\xDC8D"},
+                      ConversionCase{"embeddedNul", 1252, std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
+                      ConversionCase{"utf8Astral", 65001, "\xF0\x9F\x98\x80", u"\xD83D\xDE00"},
+                      ConversionCase{"utf8Overlong", 65001, "\xC0\x80", u"\xDCC0\xDC80"},
+                      ConversionCase{"utf8EncodedSurrogate", 65001, "\xED\xA0\x80", u"\xDCED\xDCA0\xDC80"},
+                      ConversionCase{"utf8BeyondUnicode", 65001, "\xF4\x90\x80\x80", u"\xDCF4\xDC90\xDC80\xDC80"},
+                      ConversionCase{"utf8Truncated", 65001, "\xE2\x82z", u"\xDCE2\xDC82z"},
+                      ConversionCase{"cp932Kana", 932, "\x82\xA0x", u"\u3042x"},
+                      ConversionCase{"cp932LoneLeadByte", 932, "x\x82", u"x\xDC82"},
+                      ConversionCase{"iso2022jpShiftsBack", 50220, "\x1B$B$\"\x1B(Ba", u"\u3042a"}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST(StringConverter, unmappableCharactersBecomeQuestionMarks)
 {
-    const struct {
+    const struct
+    {
         std::uint32_t codePage;
         std::u16string wide;
         std::string narrow;
     } cases[] = {
-        {1252, u"\u4E00", "?"},
-        {1252, u"x\xD83D\xDE00y", "x?y"}, // one mark for a whole pair
-        {1252, u"\xD83D", "?"},           // unpaired surrogates
-        {1252, u"\xDE00", "?"},
-        {65001, u"\xD800z", "?z"},
-        {932, u"\x00E9", "?"},
-        {932, u"\xD83D\xDE00", "?"},
+        {1252, u"\u4E00", "?"}, {1252, u"x\xD83D\xDE00y", "x?y"}, // one mark for a whole pair
+        {1252, u"\xD83D", "?"}, // unpaired surrogates
+        {1252, u"\xDE00", "?"}, {65001, u"\xD800z", "?z"},        {932, u"\x00E9", "?"}, {932, u"\xD83D\xDE00", "?"},
     };
     for (const auto &c : cases) {
-        EXPECT_EQ(VYRSimpleWindowsStringConverter(c.codePage).fromWide(c.wide), c.narrow)
-            << "code page " << c.codePage;
+        EXPECT_EQ(VYRSimpleWindowsStringConverter(c.codePage).fromWide(c.wide), c.narrow) << "code page " << c.codePage;
     }
 }
 

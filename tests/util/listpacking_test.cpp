@@ -8,7 +8,8 @@ namespace {
 
 TEST(PlainLists, splitKeepsEveryPiece)
 {
-    const struct {
+    const struct
+    {
         std::string text;
         char separator;
         StringList pieces;
@@ -18,7 +19,10 @@ TEST(PlainLists, splitKeepsEveryPiece)
         {"a,,b", ',', {"a", "", "b"}},
         {"a,", ',', {"a", ""}},
         {",", ',', {"", ""}},
-        {"a\x01" "b", '\0', {"a", "b"}}, // separator 0 means code 1
+        {"a\x01"
+         "b",
+         '\0',
+         {"a", "b"}}, // separator 0 means code 1
         {"a b", ',', {"a b"}},
     };
     for (const auto &c : cases)
@@ -30,7 +34,9 @@ TEST(PlainLists, joinPutsSeparatorsBetween)
     EXPECT_EQ(joinList({}, ','), "");
     EXPECT_EQ(joinList({"a"}, ','), "a");
     EXPECT_EQ(joinList({"a", "", "b"}, ','), "a,,b");
-    EXPECT_EQ(joinList({"a", "b"}, '\0'), "a\x01" "b");
+    EXPECT_EQ(joinList({"a", "b"}, '\0'),
+              "a\x01"
+              "b");
 }
 
 TEST(QuotedLists, joinQuotesWhereNeeded)
@@ -45,7 +51,8 @@ TEST(QuotedLists, joinQuotesWhereNeeded)
 
 TEST(QuotedLists, splitReadsQuotedFields)
 {
-    const struct {
+    const struct
+    {
         std::string text;
         char separator;
         StringList fields;

@@ -71,13 +71,15 @@ TEST(Pattern, findsTheLeftmostMatch)
         const Pattern pattern(c.pattern);
         ASSERT_TRUE(pattern.ok()) << c.pattern << ": " << pattern.error();
         EXPECT_EQ(findSpan(pattern, c.text), c.match) << "pattern \"" << c.pattern << "\" text \"" << c.text << "\"";
-        EXPECT_EQ(pattern.foundIn(c.text), c.match.has_value()) << "pattern \"" << c.pattern << "\" text \"" << c.text << "\"";
+        EXPECT_EQ(pattern.foundIn(c.text), c.match.has_value())
+            << "pattern \"" << c.pattern << "\" text \"" << c.text << "\"";
     }
 }
 
 TEST(Pattern, refusesMalformedPatterns)
 {
-    const struct {
+    const struct
+    {
         const char *pattern;
         const char *error;
     } cases[] = {

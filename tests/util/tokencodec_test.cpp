@@ -18,8 +18,8 @@ namespace {
     bool inToken = false;
     for (std::size_t i = 0; i < encoded.size(); ++i) {
         const char c = encoded[i];
-        if (static_cast<unsigned char>(c) > 127 || kForbidden.find(c) != std::string_view::npos
-            || (c == '<' && inToken) || (c == '>' && !inToken))
+        if (static_cast<unsigned char>(c) > 127 || kForbidden.find(c) != std::string_view::npos || (c == '<' && inToken)
+            || (c == '>' && !inToken))
             return ::testing::AssertionFailure() << "byte " << i << " of \"" << encoded << "\"";
         if (c == '<' || c == '>')
             inToken = c == '<';
@@ -33,7 +33,8 @@ using WWJDTest = testing::NarrowCodePageTest<testing::kCp1252>;
 
 TEST_F(WWJDTest, encodesSpecialCharactersAsTokens)
 {
-    const struct {
+    const struct
+    {
         std::string text;
         std::string encoded;
     } cases[] = {
@@ -57,7 +58,8 @@ TEST_F(WWJDTest, encodesSpecialCharactersAsTokens)
 
 TEST_F(WWJDTest, decodingCarriesUnknownTokensThrough)
 {
-    const struct {
+    const struct
+    {
         std::string encoded;
         std::string text;
     } cases[] = {
@@ -75,7 +77,7 @@ TEST_F(WWJDTest, decodingCarriesUnknownTokensThrough)
         {"<u 041>", "A"}, // read as "%4x" reads
         {"x<u20ac>y", "x\x80y"},
         {"\xE9<u00e9>", "\xE9\xE9"}, // raw bytes beside tokens are kept
-        {"<ud83d><ude00>", "?"},     // a pair CP1252 cannot hold
+        {"<ud83d><ude00>", "?"}, // a pair CP1252 cannot hold
         {"<udc81>", "\x81"},
         {"<u>caf\\u00e9", "caf\xE9"}, // the legacy form
         {"<u>a\\\\b", "a\\b"},
@@ -91,7 +93,9 @@ TEST(WWJDCodePages, euroSignNeedsACodePageThatHasIt)
     ASSERT_TRUE(setNarrowCodePage("ISO-8859-1"));
     EXPECT_EQ(decodeWWJD("x<u20ac>y"), "x?y");
     ASSERT_TRUE(setNarrowCodePage("UTF-8"));
-    EXPECT_EQ(decodeWWJD("x<u20ac>y"), "x\xE2\x82\xAC" "y");
+    EXPECT_EQ(decodeWWJD("x<u20ac>y"),
+              "x\xE2\x82\xAC"
+              "y");
     EXPECT_EQ(encodeWWJD("\xF0\x9F\x98\x80"), "<ud83d><ude00>");
     EXPECT_EQ(decodeWWJD("<ud83d><ude00>"), "\xF0\x9F\x98\x80");
     resetNarrowCodePage();
@@ -107,12 +111,13 @@ TEST(TokenCodec, narrowDecodingKeepsTheLowByte)
 
 TEST(TokenCodec, expandsUnicodeEscapes)
 {
-    const struct {
+    const struct
+    {
         std::string text;
         std::u16string expanded;
     } cases[] = {
         {"caf\\u00e9", u"caf\u00E9"}, {"\\u20AC", u"\u20AC"}, {"a\\\\b", u"a\\b"},
-        {"a\\u12", u"a\\u12"},       {"a\\", u"a\\"},        {"\\x", u"\\x"},
+        {"a\\u12", u"a\\u12"},        {"a\\", u"a\\"},        {"\\x", u"\\x"},
         {"\xE9", u"\u00E9"},
     };
     for (const auto &c : cases)
@@ -163,8 +168,8 @@ TEST_F(WWJDTest, decodedTextIsStable)
 // runs of raw bytes.
 std::string tokenSoup(testing::RandomText &random, std::size_t pieces)
 {
-    static const char *const kOddTokens[] = {"<u>", "<>", "<LT>", "<u 041>", "<u0000>", "<uzzzz>", "<<lt>",
-                                             "<ud83d>", "<ude00>", "<udc80>", "<u20ac>", "<lt", "<u00e9"};
+    static const char *const kOddTokens[] = {"<u>",     "<>",      "<LT>",    "<u 041>", "<u0000>", "<uzzzz>", "<<lt>",
+                                             "<ud83d>", "<ude00>", "<udc80>", "<u20ac>", "<lt",     "<u00e9"};
     std::string text = random.number(8) == 0 ? "<u>" : "";
     for (std::size_t i = 0; i < pieces; ++i) {
         switch (random.number(5)) {

@@ -11,7 +11,8 @@ using UserStringTest = testing::NarrowCodePageTest<testing::kCp1252>;
 
 TEST_F(UserStringTest, readsBackslashEscapesWhenEncoding)
 {
-    const struct {
+    const struct
+    {
         std::string text;
         std::string encoded;
     } cases[] = {
@@ -31,7 +32,8 @@ TEST_F(UserStringTest, readsBackslashEscapesWhenEncoding)
 
 TEST_F(UserStringTest, writesBackslashEscapesWhenDecoding)
 {
-    const struct {
+    const struct
+    {
         std::string encoded;
         std::string text;
     } cases[] = {

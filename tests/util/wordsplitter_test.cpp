@@ -30,8 +30,7 @@ TEST_P(WordSplitterTest, splitsIntoWords)
 {
     const SplitCase &c = GetParam();
     std::vector<std::string> words{"kept"};
-    const bool accepted = splitWords(c.text, words, c.delimiters, c.skipEmpty, c.checkParentheses,
-                                     c.keepEscapedQuotes);
+    const bool accepted = splitWords(c.text, words, c.delimiters, c.skipEmpty, c.checkParentheses, c.keepEscapedQuotes);
     ASSERT_EQ(accepted, c.words.has_value());
     std::vector<std::string> expected{"kept"};
     if (c.words)

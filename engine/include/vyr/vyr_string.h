@@ -40,8 +40,7 @@ VYR_ENGINE_API size_t VYR_StringLength(VYRStringHandle handle);
 VYR_ENGINE_API void VYR_StringSet(VYRStringHandle handle, const char *text);
 
 /* The handle's text becomes exactly `length` bytes from `bytes`. */
-VYR_ENGINE_API void VYR_StringSetWithLength(VYRStringHandle handle, const char *bytes,
-                                            size_t length);
+VYR_ENGINE_API void VYR_StringSetWithLength(VYRStringHandle handle, const char *bytes, size_t length);
 
 #ifdef __cplusplus
 }
