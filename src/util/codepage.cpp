@@ -2,8 +2,8 @@
 
 #include "util/asciitext.h"
 #include "util/codepage_p.h"
+#include "util/iconvconversion_p.h"
 
-#include <iconv.h>
 #include <langinfo.h>
 #include <locale.h>
 
@@ -26,15 +26,7 @@ constexpr std::array<std::pair<std::uint32_t, const char *>, 20> kNumberedCodePa
 
 bool iconvConvertsBothWays(const std::string &name)
 {
-    iconv_t toWide = iconv_open("UTF-16LE", name.c_str());
-    if (toWide == reinterpret_cast<iconv_t>(-1))
-        return false;
-    iconv_close(toWide);
-    iconv_t fromWide = iconv_open(name.c_str(), "UTF-16LE");
-    if (fromWide == reinterpret_cast<iconv_t>(-1))
-        return false;
-    iconv_close(fromWide);
-    return true;
+    return IconvConversion("UTF-16LE", name).isValid() && IconvConversion(name, "UTF-16LE").isValid();
 }
 
 std::optional<std::uint32_t> codePageNumber(std::string_view name)
