@@ -40,14 +40,12 @@ public:
         for (std::size_t state = 0; state < sets_.size(); ++state) {
             if (sets_.size() + kFirstLive > 256 || work_ > kBuildBudget)
                 return std::nullopt;
+            std::vector<int> targetOfClass(representative_.size());
+            for (unsigned cls = 0; cls < representative_.size(); ++cls)
+                targetOfClass[cls] = intern(step(sets_[state], representative_[cls]), false);
             std::array<int, 256> row{};
-            for (unsigned cls = 0; cls < representative_.size(); ++cls) {
-                const int target = intern(step(sets_[state], representative_[cls]), false);
-                for (unsigned byte = 0; byte < 256; ++byte) {
-                    if (classOf_[byte] == cls)
-                        row[byte] = target;
-                }
-            }
+            for (unsigned byte = 0; byte < 256; ++byte)
+                row[byte] = targetOfClass[classOf_[byte]];
             transitions.push_back(row);
         }
         if (sets_.size() + kFirstLive > 256 || work_ > kBuildBudget)
@@ -191,12 +189,14 @@ private:
             }
             skipping[state] = skipOf[state].count != UINT8_MAX;
         }
+        // The states counted in a std::size_t: with every number in use the
+        // count is 256, which a state number cannot hold.
         std::vector<std::uint8_t> number(live);
-        std::uint8_t next = kFirstLive;
+        std::size_t next = kFirstLive;
         for (const bool wanted : {false, true}) {
             for (std::size_t state = 0; state < live; ++state) {
                 if (skipping[state] == wanted)
-                    number[state] = next++;
+                    number[state] = static_cast<std::uint8_t>(next++);
             }
         }
         auto numberOf = [&](int id) -> std::uint8_t {
@@ -208,10 +208,10 @@ private:
         dfa.start_ = numberOf(startId);
         dfa.firstSkipping_
             = static_cast<std::uint8_t>(kFirstLive + std::count(skipping.begin(), skipping.end(), false));
-        dfa.next_.assign(static_cast<std::size_t>(next) * 256, kDead);
+        dfa.next_.assign(next * 256, kDead);
         dfa.matchesAtEnd_.assign(next, 0);
         dfa.matchesAtEnd_[kMatched] = 1;
-        dfa.skips_.resize(static_cast<std::size_t>(next - dfa.firstSkipping_));
+        dfa.skips_.resize(next - dfa.firstSkipping_);
         for (std::size_t state = 0; state < live; ++state) {
             const std::uint8_t n = number[state];
             for (unsigned byte = 0; byte < 256; ++byte)

@@ -118,6 +118,17 @@ TEST(Pattern, nestedOptionalsDoNotBlowUp)
     EXPECT_EQ(match->end, n);
 }
 
+// "a" n times needs n + 1 automaton states besides the final ones; around
+// n = 253 the state numbers run out and the Pike VM takes over.
+TEST(Pattern, automatonWithEveryStateNumberInUse)
+{
+    for (std::size_t n = 250; n <= 256; ++n) {
+        const Pattern pattern(std::string(n, 'a'));
+        EXPECT_TRUE(pattern.foundIn("b" + std::string(n, 'a'))) << n;
+        EXPECT_FALSE(pattern.foundIn(std::string(n - 1, 'a') + "b" + std::string(n - 1, 'a'))) << n;
+    }
+}
+
 TEST(Pattern, copiesShareTheCompiledForm)
 {
     Pattern original("b+");
