@@ -6,7 +6,7 @@ namespace vyr::bench {
 
 RatioReporter::RatioReporter(std::vector<PeerPair> pairs)
     : pairs_(std::move(pairs))
-{ }
+{}
 
 void RatioReporter::ReportRuns(const std::vector<Run> &runs)
 {

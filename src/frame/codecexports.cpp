@@ -20,7 +20,7 @@ void recodeHandle(VYRStringHandle handle, Codec codec)
         const std::string text(VYR_StringGet(handle), length);
         const std::string result = codec(text);
         VYR_StringSetWithLength(handle, result.data(), result.size());
-    } catch (...) { }
+    } catch (...) {}
 }
 
 } // namespace

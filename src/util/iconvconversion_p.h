@@ -16,7 +16,7 @@ class IconvConversion
 public:
     IconvConversion(const std::string &to, const std::string &from)
         : descriptor_(iconv_open(to.c_str(), from.c_str()))
-    { }
+    {}
     ~IconvConversion()
     {
         if (isValid())

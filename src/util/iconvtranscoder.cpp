@@ -21,7 +21,7 @@ public:
     explicit IconvTranscoder(const std::string &codePage)
         : toWide_("UTF-16LE", codePage)
         , fromWide_(codePage, "UTF-16LE")
-    { }
+    {}
 
     bool isValid() const { return toWide_.isValid() && fromWide_.isValid(); }
 

@@ -24,7 +24,7 @@ class Parser
 public:
     explicit Parser(std::string_view source)
         : source_(source)
-    { }
+    {}
 
     std::optional<std::vector<PatternPiece>> parse()
     {

@@ -45,7 +45,7 @@ public:
         , program_(program)
         , text_(text)
         , s_(scratch)
-    { }
+    {}
 
     std::optional<PatternMatch> run()
     {

@@ -36,7 +36,7 @@ class VYRSimpleWindowsStringConverter final : public IVYRSimpleStringConverter
 public:
     explicit VYRSimpleWindowsStringConverter(std::uint32_t codePage)
         : codePage_(codePage)
-    { }
+    {}
 
     std::uint32_t codePage() const { return codePage_; }
     std::u16string toWide(std::string_view narrow) const override;

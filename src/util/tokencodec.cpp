@@ -51,7 +51,7 @@ public:
         : units_(room, 0)
         , at_(units_.data())
         , end_(at_ + room)
-    { }
+    {}
 
     void raw(std::string_view bytes)
     {
@@ -191,7 +191,7 @@ public:
     DecodedThroughCodePage(const Transcoder &transcoder, std::size_t room)
         : transcoder_(transcoder)
         , bytes_(room)
-    { }
+    {}
 
     [[gnu::always_inline]] std::size_t copyUntilToken(std::string_view text, std::size_t from)
     {

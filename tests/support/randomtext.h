@@ -14,7 +14,7 @@ class RandomText
 public:
     explicit RandomText(unsigned seed)
         : engine_(seed)
-    { }
+    {}
 
     std::size_t number(std::size_t below) { return std::uniform_int_distribution<std::size_t>(0, below - 1)(engine_); }
 
