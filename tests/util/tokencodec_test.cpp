@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/encodedtext.h"
 #include "support/narrowcodepage.h"
 #include "support/randomtext.h"
 #include "util/tokencodec.h"
@@ -10,23 +11,12 @@
 namespace vyr {
 namespace {
 
-// True when `encoded` holds none of the characters the encodings exist to
-// remove; "<" and ">" may only bracket tokens.
 ::testing::AssertionResult isFreeOfSpecialCharacters(std::string_view encoded)
 {
-    constexpr std::string_view kForbidden = " \"'()[]{},;$@&/\\\a\b\t\n\v\f\r";
-    bool inToken = false;
-    for (std::size_t i = 0; i < encoded.size(); ++i) {
-        const char c = encoded[i];
-        if (static_cast<unsigned char>(c) > 127 || kForbidden.find(c) != std::string_view::npos || (c == '<' && inToken)
-            || (c == '>' && !inToken))
-            return ::testing::AssertionFailure() << "byte " << i << " of \"" << encoded << "\"";
-        if (c == '<' || c == '>')
-            inToken = c == '<';
-    }
-    if (inToken)
-        return ::testing::AssertionFailure() << "unclosed token in \"" << encoded << "\"";
-    return ::testing::AssertionSuccess();
+    const std::size_t at = testing::firstForbiddenByte(encoded);
+    if (at == std::string_view::npos)
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "byte " << at << " of \"" << encoded << "\"";
 }
 
 using WWJDTest = testing::NarrowCodePageTest<testing::kCp1252>;
