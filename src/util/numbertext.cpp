@@ -3,6 +3,7 @@
 #include "util/asciitext.h"
 #include "util/pattern.h"
 
+#include <array>
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
@@ -179,6 +180,27 @@ bool parseBool(std::string_view text, bool &value)
         return false;
     value = std::isnan(number) || number != 0;
     return true;
+}
+
+} // namespace vyr
+
+namespace vyr {
+
+namespace {
+
+constexpr std::uint32_t kPreparedNumbers = 500;
+
+} // namespace
+
+std::string numberText(std::uint32_t number)
+{
+    static const auto prepared = [] {
+        std::array<std::string, kPreparedNumbers> texts;
+        for (std::uint32_t i = 0; i < kPreparedNumbers; ++i)
+            texts[i] = std::to_string(i);
+        return texts;
+    }();
+    return number < kPreparedNumbers ? prepared[number] : std::to_string(number);
 }
 
 } // namespace vyr

@@ -9,6 +9,7 @@
 #define VYR_UTIL_NUMBERTEXT_H
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace vyr {
@@ -33,6 +34,10 @@ bool parseFloat(std::string_view text, float &value);
 // "t", "y" (any case) and what follows are true, "f", "n" false; otherwise
 // a number, true unless zero (not-a-number is true).
 bool parseBool(std::string_view text, bool &value);
+
+// The decimal text of `number`. The texts of 0 to 499, which grids and lists
+// ask for all the time, are made once and then handed out.
+std::string numberText(std::uint32_t number);
 
 } // namespace vyr
 

@@ -1,0 +1,117 @@
+#include "util/installdir.h"
+
+#include "util/environment.h"
+#include "util/numbertext.h"
+#include "util/registry.h"
+
+#include <link.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <climits>
+#include <cstdlib>
+#include <string_view>
+
+namespace vyr {
+
+namespace {
+
+constexpr std::string_view kEngineFileName = "libvyr.so";
+
+std::string directoryOf(const std::string &path)
+{
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
+}
+
+std::string absolutePath(const char *path)
+{
+    char resolved[PATH_MAX];
+    return ::realpath(path, resolved) ? std::string(resolved) : std::string(path);
+}
+
+// Walks the loaded objects rather than asking the loader for the engine by
+// name, so nothing is ever searched for or loaded here.
+std::string loadedEnginePath()
+{
+    std::string found;
+    dl_iterate_phdr(
+        [](dl_phdr_info *info, std::size_t, void *data) {
+            const std::string_view name = info->dlpi_name ? info->dlpi_name : "";
+            const std::size_t slash = name.rfind('/');
+            const std::string_view base = slash == std::string_view::npos ? name : name.substr(slash + 1);
+            if (base != kEngineFileName)
+                return 0;
+            *static_cast<std::string *>(data) = std::string(name);
+            return 1;
+        },
+        &found);
+    return found.empty() ? found : absolutePath(found.c_str());
+}
+
+std::string programPath()
+{
+    char path[PATH_MAX];
+    const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path - 1);
+    return length > 0 ? std::string(path, static_cast<std::size_t>(length)) : std::string();
+}
+
+bool exists(const std::string &path)
+{
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0;
+}
+
+bool isInstallation(const std::string &directory)
+{
+    return exists(directory + std::string(kEngineFileName)) || exists(directory + "messages");
+}
+
+std::string fromMachineSettings()
+{
+    const std::string key = "SOFTWARE\\Quenbry Inc.\\Vyrcore";
+    std::string home = readRegistryString(key + "\\BUILD\\" + numberText(kBuildNumber), "VYR_HOME", {});
+    if (home.empty())
+        home = readRegistryString(key, "VYR_HOME", {});
+    return home;
+}
+
+} // namespace
+
+std::string moduleDirectory()
+{
+    std::string path = loadedEnginePath();
+    if (path.empty())
+        path = programPath();
+    return directoryOf(path);
+}
+
+std::string resolveInstallDirectory()
+{
+    std::string directory = getEnvironment("VYR_HOME_OVERRIDE");
+    if (!directory.empty())
+        setEnvironment("VYR_HOME_OVERRIDE", {}, true);
+    else
+        directory = getEnvironment("VYR_HOME");
+    if (directory.empty()) {
+        const std::string module = moduleDirectory();
+        if (!module.empty() && isInstallation(module))
+            directory = module;
+        else if (directory = fromMachineSettings(); directory.empty())
+            directory = module;
+    }
+    if (directory.empty() || directory.back() != '/')
+        directory += '/';
+    setEnvironment("VYR_HOME", directory, true);
+    return directory;
+}
+
+const std::string &getInstallDirectory()
+{
+    static std::string directory;
+    if (directory.empty())
+        directory = resolveInstallDirectory();
+    return directory;
+}
+
+} // namespace vyr

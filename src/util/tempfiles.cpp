@@ -1,0 +1,96 @@
+#include "util/tempfiles.h"
+
+#include "util/environment.h"
+#include "util/numbertext.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdint>
+
+namespace vyr {
+
+namespace {
+
+// Paths beyond this are refused rather than cut, so a name never silently
+// lands somewhere else.
+constexpr std::size_t kLongestTempDirectory = 2047;
+
+// Grows by one for every taken name, for the rest of the process.
+std::uint32_t collisionCounter = 0;
+
+bool isDirectory(const std::string &path)
+{
+    struct stat info {};
+    return !path.empty() && path.size() <= kLongestTempDirectory && ::stat(path.c_str(), &info) == 0
+        && S_ISDIR(info.st_mode);
+}
+
+bool isTaken(const std::string &path)
+{
+    struct stat info {};
+    return ::lstat(path.c_str(), &info) == 0 || errno != ENOENT;
+}
+
+} // namespace
+
+std::string resolveTempDirectory()
+{
+    for (const char *variable : { "VYR_TEMP", "TEMP", "TMPDIR" }) {
+        std::string directory = getEnvironment(variable);
+        if (isDirectory(directory))
+            return directory;
+    }
+    return "/tmp";
+}
+
+const std::string &getTempDirectory()
+{
+    static const std::string directory = resolveTempDirectory();
+    return directory;
+}
+
+std::string makeTempName(const std::string &directory, const std::string &nameTemplate, const std::string &suffix)
+{
+    std::string name = directory.empty() ? getTempDirectory() : directory;
+    if (name.empty() || name.back() != '/')
+        name += '/';
+    name += nameTemplate.empty() ? std::string("VYR_XXXXXX") : nameTemplate;
+    name.erase(name.find_last_not_of('X') + 1);
+
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+    name += std::to_string(milliseconds / 1000) + std::to_string(milliseconds % 1000) + "_"
+        + numberText(static_cast<std::uint32_t>(::getpid()));
+
+    if (!isTaken(name + suffix))
+        return name + suffix;
+    name += '_';
+    while (isTaken(name + numberText(collisionCounter) + suffix))
+        ++collisionCounter;
+    return name + numberText(collisionCounter) + suffix;
+}
+
+std::string createTempFile(const std::string &directory, const std::string &nameTemplate, const std::string &suffix)
+{
+    // The name can be taken between making it and creating the file; a few
+    // rounds settle any race with an honest program.
+    constexpr int kAttempts = 100;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        const std::string name = makeTempName(directory, nameTemplate, suffix);
+        const int fd = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+        if (fd >= 0) {
+            ::close(fd);
+            return name;
+        }
+        if (errno != EEXIST)
+            return {};
+        ++collisionCounter;
+    }
+    return {};
+}
+
+} // namespace vyr
