@@ -6,8 +6,15 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ clang libclang-rt-14-dev
     libgtest-dev libgmock-dev libbenchmark-dev
-    qt6-base-dev libqt6opengl6-dev qt6-tools-dev gettext xvfb xauth
+    qt6-base-dev libqt6opengl6-dev qt6-tools-dev gettext locales xvfb xauth
 )
+
+# The German dialogs and catalogs are tested under a real German locale.
+ensure_locale() {
+    locale -a 2>/dev/null | grep -qix 'de_DE.utf8' && return 0
+    echo "Generating the de_DE.UTF-8 locale"
+    "${sudo[@]}" localedef -i de_DE -c -f UTF-8 de_DE.UTF-8
+}
 
 missing=()
 for package in "${packages[@]}"; do
@@ -15,17 +22,22 @@ for package in "${packages[@]}"; do
         missing+=("$package")
     fi
 done
-[ ${#missing[@]} -eq 0 ] && exit 0
-
-echo "Installing: ${missing[*]}"
 if [ "$(id -u)" -eq 0 ]; then
     sudo=()
 elif command -v sudo >/dev/null; then
     sudo=(sudo)
 else
-    echo "error: missing packages (${missing[*]}) and not root; run this script as root" >&2
-    exit 1
+    sudo=(false)
 fi
-export DEBIAN_FRONTEND=noninteractive
-"${sudo[@]}" apt-get update -qq
-"${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+
+if [ ${#missing[@]} -gt 0 ]; then
+    if [ "${sudo[*]}" = false ]; then
+        echo "error: missing packages (${missing[*]}) and not root; run this script as root" >&2
+        exit 1
+    fi
+    echo "Installing: ${missing[*]}"
+    export DEBIAN_FRONTEND=noninteractive
+    "${sudo[@]}" apt-get update -qq
+    "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi
+ensure_locale

@@ -32,6 +32,17 @@ inline bool equalIgnoringAsciiCase(std::string_view a, std::string_view b)
         && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lowerAscii(x) == lowerAscii(y); });
 }
 
+// `text` without leading and trailing blanks, tabs and carriage returns.
+inline std::string_view trimWhitespace(std::string_view text)
+{
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 } // namespace vyr
 
 #endif // VYR_UTIL_ASCIITEXT_H

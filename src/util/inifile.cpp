@@ -9,16 +9,6 @@ namespace vyr {
 
 namespace {
 
-std::string_view trimmed(std::string_view text)
-{
-    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 // "BUILD\6233" and "BUILD/6233" name the same group.
 bool sameGroup(std::string_view a, std::string_view b)
 {
@@ -49,20 +39,20 @@ std::optional<std::string> findIniValue(std::string_view text, std::string_view 
     std::optional<std::string> found;
     while (!text.empty()) {
         const std::size_t end = text.find('\n');
-        std::string_view line = trimmed(text.substr(0, end));
+        std::string_view line = trimWhitespace(text.substr(0, end));
         text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
         if (line.empty() || line.front() == ';' || line.front() == '#')
             continue;
         if (line.front() == '[') {
             const std::size_t close = line.find(']');
-            currentGroup = trimmed(line.substr(1, close == std::string_view::npos ? line.size() - 1 : close - 1));
+            currentGroup = trimWhitespace(line.substr(1, close == std::string_view::npos ? line.size() - 1 : close - 1));
             continue;
         }
         const std::size_t equals = line.find('=');
         if (equals == std::string_view::npos || !sameGroup(currentGroup, wantedGroup))
             continue;
-        if (equalIgnoringAsciiCase(trimmed(line.substr(0, equals)), key))
-            found = unquoted(trimmed(line.substr(equals + 1)));
+        if (equalIgnoringAsciiCase(trimWhitespace(line.substr(0, equals)), key))
+            found = unquoted(trimWhitespace(line.substr(equals + 1)));
     }
     return found;
 }

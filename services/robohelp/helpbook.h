@@ -1,0 +1,42 @@
+// Where a help request leads: the book folder, the page and the anchor.
+#ifndef VYR_SERVICES_HELPBOOK_H
+#define VYR_SERVICES_HELPBOOK_H
+
+#include <QList>
+#include <QString>
+
+namespace vyr::services {
+
+struct HelpLocation {
+    QString book; // the book's folder, without a trailing "/"
+    QString page; // path of the page file; empty for the book's first page
+    QString anchor; // without "#"
+};
+
+// The folder of the book named by `helpFile`: the path itself when it is a
+// folder, else the path without its ".chm" ending.
+QString bookFolderOf(const QString &helpFile);
+
+// The page `topic` of the book `helpFile` ("\" counts as "/"; a topic of
+// ".." or an absolute path never leaves the book). An empty topic takes the
+// one after "#" in `helpFile`, if any.
+HelpLocation resolveHelpTopic(const QString &helpFile, const QString &topic);
+
+// The section `topicNumber` of the page of format `formatName`.
+HelpLocation resolveFormatHelp(const QString &helpFile, const QString &formatName, int topicNumber);
+
+// The anchor of a format page's section, empty for the whole page.
+QString formatSectionAnchor(int topicNumber);
+
+struct HelpPage {
+    QString path;
+    QString title;
+};
+
+// The pages of a book for its contents list: "index.htm" first, then the
+// others by title.
+QList<HelpPage> bookContents(const QString &book);
+
+} // namespace vyr::services
+
+#endif // VYR_SERVICES_HELPBOOK_H

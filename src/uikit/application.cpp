@@ -1,0 +1,57 @@
+#include "uikit/application.h"
+
+#include "uikit/helpevents.h"
+#include "util/environment.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPointer>
+
+namespace vyr {
+
+namespace {
+
+// F1 is taken before any widget sees it, so it means help in every dialog,
+// including the host's own, exactly once.
+class HelpKeyFilter : public QObject
+{
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress) {
+            const auto *key = static_cast<QKeyEvent *>(event);
+            if (key->key() == Qt::Key_F1 && key->modifiers() == Qt::NoModifier) {
+                requestHelp();
+                return true;
+            }
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+} // namespace
+
+QApplication *ensureApplication()
+{
+    if (!QCoreApplication::instance()) {
+        const bool hasDisplay = !getEnvironment("DISPLAY").empty() || !getEnvironment("WAYLAND_DISPLAY").empty();
+        if (!hasDisplay && getEnvironment("QT_QPA_PLATFORM").empty())
+            setEnvironment("QT_QPA_PLATFORM", "offscreen", true);
+        static int argc = 1;
+        static char name[] = "vyrguimfc";
+        static char *argv[] = { name, nullptr };
+        new QApplication(argc, argv); // lives as long as the process
+    }
+    auto *application = qobject_cast<QApplication *>(QCoreApplication::instance());
+    static QPointer<QApplication> filtered;
+    if (application && filtered != application) {
+        application->installEventFilter(new HelpKeyFilter(application));
+        filtered = application;
+    }
+    return application;
+}
+
+} // namespace vyr

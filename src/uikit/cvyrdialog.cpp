@@ -1,0 +1,296 @@
+#include "uikit/cvyrdialog.h"
+
+#include "uikit/helpevents.h"
+#include "uikit/tooltipctrl.h"
+#include "util/resourcelibrary.h"
+
+#include <QAbstractButton>
+#include <QBuffer>
+#include <QCloseEvent>
+#include <QIcon>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLoggingCategory>
+#include <QShortcut>
+#include <QUiLoader>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cstring>
+
+Q_LOGGING_CATEGORY(lcDialog, "vyr.uikit.dialog")
+
+namespace vyr {
+
+namespace {
+
+// Marks a template widget that a dialog control owns, so that a second
+// control binding the same item only borrows it.
+constexpr char kOwnedProperty[] = "vyrControlOwned";
+constexpr char kControlIdProperty[] = "controlId";
+
+bool controlIdOf(const QWidget *widget, unsigned &id)
+{
+    const QVariant value = widget->property(kControlIdProperty);
+    bool ok = false;
+    const int number = value.toInt(&ok);
+    if (!value.isValid() || !ok || number < 0)
+        return false;
+    id = static_cast<unsigned>(number);
+    return true;
+}
+
+} // namespace
+
+CVyrDialog::CVyrDialog(unsigned templateId, unsigned acceleratorId, bool toolTips, std::string helpTopic,
+    QWidget *parent, DialogMode mode)
+    : QDialog(parent)
+    , m_toolTips(toolTips)
+    , m_helpTopic(std::move(helpTopic))
+    , m_templateId(templateId)
+    , m_mode(mode)
+{
+    m_template = loadDialogTemplate(templateId);
+    if (acceleratorId != 0)
+        m_accelerators = loadAcceleratorTable(acceleratorId);
+}
+
+CVyrDialog::~CVyrDialog()
+{
+    releaseBindings();
+}
+
+bool CVyrDialog::Create()
+{
+    if (m_root)
+        return true;
+    if (m_template.isEmpty())
+        return false;
+    QBuffer buffer(&m_template);
+    buffer.open(QIODevice::ReadOnly);
+    QUiLoader loader;
+    m_root = loader.load(&buffer, this);
+    if (!m_root) {
+        qCWarning(lcDialog) << "CVyrDialog::Create: template" << m_templateId << "cannot be read:" << loader.errorString();
+        return false;
+    }
+    m_root->setObjectName(QStringLiteral("templateRoot"));
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_root);
+    setWindowTitle(m_root->windowTitle());
+    resize(m_root->size().expandedTo(sizeHint()));
+
+    const QList<QWidget *> widgets = m_root->findChildren<QWidget *>();
+    for (QWidget *widget : widgets) {
+        unsigned id = 0;
+        if (controlIdOf(widget, id) && !m_items.contains(id))
+            m_items.insert(id, widget);
+    }
+    OnInitDialog();
+    return true;
+}
+
+int CVyrDialog::DoModal()
+{
+    if (!Create())
+        return kEndFailed;
+    return exec();
+}
+
+void CVyrDialog::DestroyWindow()
+{
+    if (!m_root)
+        return;
+    OnDestroyDialog();
+    hide();
+    m_toolTipCtrl.reset();
+    delete layout();
+    delete m_root;
+    m_root = nullptr;
+    m_items.clear();
+    if (m_mode != DialogMode::ModeModal)
+        deleteLater();
+}
+
+void CVyrDialog::RegisterControl(DialogControlBase *control, unsigned id)
+{
+    if (!control)
+        return;
+    if (!m_root) {
+        m_bindings.insert(id, control);
+        return;
+    }
+    QWidget *item = GetDlgItem(id);
+    if (!item || !control->accepts(item))
+        return;
+    control->attach(item);
+    if (!item->property(kOwnedProperty).toBool()) {
+        item->setProperty(kOwnedProperty, true);
+        m_bindings.insert(id, control);
+    }
+}
+
+QWidget *CVyrDialog::GetDlgItem(unsigned id) const
+{
+    return m_items.value(id);
+}
+
+void CVyrDialog::resolveBindings()
+{
+    QList<unsigned> dropped;
+    for (auto it = m_bindings.begin(); it != m_bindings.end(); ++it) {
+        QWidget *item = GetDlgItem(it.key());
+        if (!item || !it.value()->accepts(item)) {
+            dropped.append(it.key());
+            continue;
+        }
+        it.value()->attach(item);
+        if (item->property(kOwnedProperty).toBool())
+            dropped.append(it.key());
+        else
+            item->setProperty(kOwnedProperty, true);
+    }
+    for (const unsigned id : std::as_const(dropped))
+        m_bindings.remove(id);
+}
+
+void CVyrDialog::releaseBindings()
+{
+    for (DialogControlBase *control : std::as_const(m_bindings)) {
+        if (QWidget *widget = control->widget())
+            widget->setProperty(kOwnedProperty, QVariant());
+        control->detach();
+    }
+    m_bindings.clear();
+}
+
+bool CVyrDialog::OnInitDialog()
+{
+    SetupToolTips();
+    resolveBindings();
+    const QString icon = resourceImagePath(ResourceKind::Icon, res::ApplicationIcon);
+    if (!icon.isEmpty())
+        setWindowIcon(QIcon(icon));
+    setUpAccelerators();
+    connectStandardButtons();
+    return true;
+}
+
+void CVyrDialog::SetupToolTips()
+{
+    if (!m_toolTips)
+        return;
+    m_toolTipCtrl = std::make_unique<CVYRToolTipCtrl>(this);
+    for (QWidget *item : std::as_const(m_items))
+        m_toolTipCtrl->addTool(item);
+}
+
+void CVyrDialog::setUpAccelerators()
+{
+    if (m_accelerators.isEmpty())
+        return;
+    const QJsonObject table = QJsonDocument::fromJson(m_accelerators).object();
+    for (auto it = table.begin(); it != table.end(); ++it) {
+        const QKeySequence keys(it.key());
+        const int id = it.value().toInt(-1);
+        if (keys.isEmpty() || id < 0)
+            continue;
+        auto *shortcut = new QShortcut(keys, this);
+        connect(shortcut, &QShortcut::activated, this, [this, id] { OnCommand(static_cast<unsigned>(id)); });
+    }
+}
+
+void CVyrDialog::connectStandardButtons()
+{
+    const auto wire = [this](unsigned id, auto slot) {
+        if (auto *button = qobject_cast<QAbstractButton *>(GetDlgItem(id)))
+            connect(button, &QAbstractButton::clicked, this, slot);
+    };
+    wire(kIdOk, [this] { OnOK(); });
+    wire(kIdCancel, [this] { OnCancel(); });
+    wire(kIdHelp, [] { requestHelp(); });
+    wire(kIdHelpCommand, [] { requestHelp(); });
+}
+
+void CVyrDialog::OnCommand(unsigned id)
+{
+    QWidget *item = GetDlgItem(id);
+    if (auto *button = qobject_cast<QAbstractButton *>(item))
+        button->click();
+    else if (item)
+        item->setFocus(Qt::ShortcutFocusReason);
+}
+
+void CVyrDialog::OnOK()
+{
+    QDialog::accept();
+    if (m_mode == DialogMode::ModeModeless)
+        DestroyWindow();
+}
+
+void CVyrDialog::OnCancel()
+{
+    QDialog::reject();
+    if (m_mode == DialogMode::ModeModeless)
+        DestroyWindow();
+}
+
+void CVyrDialog::accept()
+{
+    OnOK();
+}
+
+void CVyrDialog::reject()
+{
+    OnCancel();
+}
+
+qintptr CVyrDialog::OnHelpRequest(qintptr, qintptr)
+{
+    return 0;
+}
+
+void CVyrDialog::OnDestroyDialog()
+{
+    releaseBindings();
+}
+
+void CVyrDialog::OnCloseDialog(QCloseEvent *event)
+{
+    if (m_mode == DialogMode::ModeModelessHidden) {
+        hide();
+        event->ignore();
+        return;
+    }
+    QDialog::closeEvent(event);
+}
+
+void CVyrDialog::closeEvent(QCloseEvent *event)
+{
+    OnCloseDialog(event);
+}
+
+bool CVyrDialog::event(QEvent *event)
+{
+    if (event->type() == kHelpRequestEvent) {
+        auto *request = static_cast<HelpRequestEvent *>(event);
+        request->setResult(OnHelpRequest(request->wParam(), request->lParam()));
+        return true;
+    }
+    if (event->type() == kHelpTopicEvent) {
+        auto *query = static_cast<HelpTopicEvent *>(event);
+        if (m_helpTopic.empty() || !query->buffer()) {
+            query->setResult(0);
+        } else {
+            // The terminator goes in only while it fits.
+            const std::size_t count = std::min(m_helpTopic.size() + 1, kHelpTopicBufferSize);
+            std::memcpy(query->buffer(), m_helpTopic.c_str(), count);
+            query->setResult(1);
+        }
+        return true;
+    }
+    return QDialog::event(event);
+}
+
+} // namespace vyr

@@ -1,0 +1,54 @@
+// A dialog's handle on one of its template's controls.
+//
+// A dialog subclass keeps a DialogControl<QLineEdit> (and so on) as a member
+// and binds it by control ID with CVyrDialog::RegisterControl, before or after
+// the template's widgets exist. Once bound it points at the widget; when the
+// dialog's window goes away it lets go again, so a member never dangles.
+#ifndef VYR_UIKIT_DIALOGCONTROL_H
+#define VYR_UIKIT_DIALOGCONTROL_H
+
+#include <QPointer>
+#include <QWidget>
+
+namespace vyr {
+
+class DialogControlBase
+{
+public:
+    virtual ~DialogControlBase() = default;
+
+    QWidget *widget() const { return m_widget.data(); }
+    bool isAttached() const { return !m_widget.isNull(); }
+
+    // Whether a widget is of the type this control stands for.
+    virtual bool accepts(QWidget *widget) const = 0;
+
+protected:
+    DialogControlBase() = default;
+    DialogControlBase(const DialogControlBase &) = delete;
+    DialogControlBase &operator=(const DialogControlBase &) = delete;
+
+private:
+    friend class CVyrDialog;
+    void attach(QWidget *widget) { m_widget = widget; }
+    void detach() { m_widget.clear(); }
+
+    QPointer<QWidget> m_widget;
+};
+
+template <class Widget>
+class DialogControl final : public DialogControlBase
+{
+public:
+    DialogControl() = default;
+
+    Widget *get() const { return static_cast<Widget *>(widget()); }
+    Widget *operator->() const { return get(); }
+    explicit operator bool() const { return isAttached(); }
+
+    bool accepts(QWidget *candidate) const override { return qobject_cast<Widget *>(candidate) != nullptr; }
+};
+
+} // namespace vyr
+
+#endif // VYR_UIKIT_DIALOGCONTROL_H
