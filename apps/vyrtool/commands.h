@@ -7,5 +7,7 @@
 #include <string_view>
 
 int runCodecCommand(std::span<const std::string_view> arguments);
+// "about" or "template".
+int runDialogCommand(std::string_view command, std::span<const std::string_view> arguments);
 
 #endif // VYRTOOL_COMMANDS_H

@@ -12,7 +12,15 @@ constexpr const char *kUsage = "usage: vyrtool <command> [arguments]\n"
                                "      Encode or decode standard input and write the result to standard\n"
                                "      output. NAME is the narrow code page (an iconv name such as CP1252,\n"
                                "      or a Windows code page number such as 1252); the default is\n"
-                               "      VYR_CODEPAGE, else the locale's character set.\n";
+                               "      VYR_CODEPAGE, else the locale's character set.\n"
+                               "  about [--screenshot FILE] [--accept]\n"
+                               "      Show what is installed where and which resource library and\n"
+                               "      language are in use. F1 or Help opens its help page.\n"
+                               "  template ID [--screenshot FILE] [--accept]\n"
+                               "      Show the dialog template ID of the resource library, for checking\n"
+                               "      a layout or a translation (LANG=de_DE.UTF-8 for German).\n"
+                               "  With --screenshot the dialog is drawn into the PNG FILE; with --accept\n"
+                               "  it is closed with OK at once, so both also work without a display.\n";
 
 } // namespace
 
@@ -30,6 +38,8 @@ int main(int argc, char **argv)
     }
     if (command == "codec")
         return runCodecCommand(std::span(arguments).subspan(1));
+    if (command == "about" || command == "template")
+        return runDialogCommand(command, std::span(arguments).subspan(1));
     std::fprintf(stderr, "vyrtool: unknown command \"%.*s\"\n\n%s", static_cast<int>(command.size()), command.data(),
                  kUsage);
     return 2;

@@ -55,10 +55,9 @@ CVyrDialog::CVyrDialog(unsigned templateId, unsigned acceleratorId, bool toolTip
         m_accelerators = loadAcceleratorTable(acceleratorId);
 }
 
-CVyrDialog::~CVyrDialog()
-{
-    releaseBindings();
-}
+// The bound controls are members of the subclass and are already gone here,
+// so the table is only forgotten; the widgets go with the dialog.
+CVyrDialog::~CVyrDialog() = default;
 
 bool CVyrDialog::Create()
 {

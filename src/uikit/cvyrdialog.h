@@ -77,7 +77,8 @@ public:
     void DestroyWindow();
 
     // Binds `control` to the item `id`: at once when the window exists (and
-    // not at all when there is no such item), else in OnInitDialog.
+    // not at all when there is no such item), else in OnInitDialog. The
+    // control must live as long as the dialog (a member of the subclass).
     void RegisterControl(DialogControlBase *control, unsigned id);
     // The template's control with `id`, or null.
     QWidget *GetDlgItem(unsigned id) const;

@@ -1,0 +1,92 @@
+// vyrtool about / template: show a dialog of the resource library, as a user
+// or a translator would see it.
+#include "commands.h"
+
+#include "uikit/application.h"
+#include "uikit/caboutdlg.h"
+#include "util/numbertext.h"
+
+#include <QApplication>
+#include <QPixmap>
+#include <QTimer>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace {
+
+struct DialogOptions {
+    std::string screenshot;
+    bool accept = false;
+};
+
+// Reads --screenshot FILE and --accept; false on anything else.
+bool readOptions(std::span<const std::string_view> arguments, DialogOptions &options)
+{
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == "--accept") {
+            options.accept = true;
+        } else if (arguments[i] == "--screenshot" && i + 1 < arguments.size()) {
+            options.screenshot = std::string(arguments[++i]);
+        } else {
+            std::fprintf(stderr, "vyrtool: unknown option \"%.*s\"\n", static_cast<int>(arguments[i].size()),
+                arguments[i].data());
+            return false;
+        }
+    }
+    return true;
+}
+
+int runDialog(vyr::CVyrDialog &dialog, const DialogOptions &options)
+{
+    if (!dialog.Create()) {
+        std::fprintf(stderr, "vyrtool: template %u is not in the resource library\n", dialog.templateId());
+        return 1;
+    }
+    if (!options.screenshot.empty()) {
+        dialog.show();
+        QApplication::processEvents();
+        if (!dialog.grab().save(QString::fromLocal8Bit(options.screenshot.c_str()), "PNG")) {
+            std::fprintf(stderr, "vyrtool: cannot write %s\n", options.screenshot.c_str());
+            return 1;
+        }
+        if (!options.accept)
+            return 0;
+    }
+    if (options.accept)
+        QTimer::singleShot(0, &dialog, [&dialog] { dialog.OnOK(); });
+    const int result = dialog.DoModal();
+    std::printf("%d\n", result);
+    return 0;
+}
+
+} // namespace
+
+int runDialogCommand(std::string_view command, std::span<const std::string_view> arguments)
+{
+    unsigned templateId = 0;
+    if (command == "template") {
+        std::uint32_t id = 0;
+        if (arguments.empty() || !vyr::parseUnsigned(arguments.front(), id)) {
+            std::fputs("vyrtool: template needs a template ID\n", stderr);
+            return 2;
+        }
+        templateId = id;
+        arguments = arguments.subspan(1);
+    }
+    DialogOptions options;
+    if (!readOptions(arguments, options))
+        return 2;
+    if (!vyr::ensureApplication()) {
+        std::fputs("vyrtool: no window can be shown here\n", stderr);
+        return 1;
+    }
+    std::unique_ptr<vyr::CVyrDialog> dialog;
+    if (command == "about")
+        dialog = std::make_unique<vyr::CAboutDlg>();
+    else
+        dialog = std::make_unique<vyr::CVyrDialog>(templateId, 0, true, std::string(), nullptr,
+            vyr::DialogMode::ModeModal);
+    return runDialog(*dialog, options);
+}
