@@ -88,7 +88,7 @@ QList<HelpPage> bookContents(const QString &book)
         const bool bIndex = b.path.endsWith(QLatin1String("/index.htm"));
         if (aIndex != bIndex)
             return aIndex;
-        return a.title.localeAwareCompare(b.title) < 0;
+        return a.title.compare(b.title, Qt::CaseInsensitive) < 0;
     });
     return pages;
 }
