@@ -24,9 +24,6 @@ namespace vyr {
 
 namespace {
 
-// Marks a template widget that a dialog control owns, so that a second
-// control binding the same item only borrows it.
-constexpr char kOwnedProperty[] = "vyrControlOwned";
 constexpr char kControlIdProperty[] = "controlId";
 
 bool controlIdOf(const QWidget *widget, unsigned &id)
@@ -124,8 +121,8 @@ void CVyrDialog::RegisterControl(DialogControlBase *control, unsigned id)
     if (!item || !control->accepts(item))
         return;
     control->attach(item);
-    if (!item->property(kOwnedProperty).toBool()) {
-        item->setProperty(kOwnedProperty, true);
+    if (!DialogControlBase::isClaimed(item)) {
+        DialogControlBase::setClaimed(item, true);
         m_bindings.insert(id, control);
     }
 }
@@ -145,10 +142,10 @@ void CVyrDialog::resolveBindings()
             continue;
         }
         it.value()->attach(item);
-        if (item->property(kOwnedProperty).toBool())
+        if (DialogControlBase::isClaimed(item))
             dropped.append(it.key());
         else
-            item->setProperty(kOwnedProperty, true);
+            DialogControlBase::setClaimed(item, true);
     }
     for (const unsigned id : std::as_const(dropped))
         m_bindings.remove(id);
@@ -158,7 +155,7 @@ void CVyrDialog::releaseBindings()
 {
     for (DialogControlBase *control : std::as_const(m_bindings)) {
         if (QWidget *widget = control->widget())
-            widget->setProperty(kOwnedProperty, QVariant());
+            DialogControlBase::setClaimed(widget, false);
         control->detach();
     }
     m_bindings.clear();
@@ -223,14 +220,14 @@ void CVyrDialog::OnCommand(unsigned id)
 
 void CVyrDialog::OnOK()
 {
-    QDialog::accept();
+    QDialog::done(kEndOk);
     if (m_mode == DialogMode::ModeModeless)
         DestroyWindow();
 }
 
 void CVyrDialog::OnCancel()
 {
-    QDialog::reject();
+    QDialog::done(kEndCancel);
     if (m_mode == DialogMode::ModeModeless)
         DestroyWindow();
 }

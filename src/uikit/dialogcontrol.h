@@ -8,6 +8,7 @@
 #define VYR_UIKIT_DIALOGCONTROL_H
 
 #include <QPointer>
+#include <QVariant>
 #include <QWidget>
 
 namespace vyr {
@@ -23,6 +24,15 @@ public:
     // Whether a widget is of the type this control stands for.
     virtual bool accepts(QWidget *widget) const = 0;
 
+    // A widget is claimed by the one object that manages it (a bound control,
+    // or a window that attached itself to a template item); a control bound
+    // to a claimed widget only refers to it and never lets go of it.
+    static bool isClaimed(const QWidget *widget) { return widget->property(kClaimedProperty).toBool(); }
+    static void setClaimed(QWidget *widget, bool claimed)
+    {
+        widget->setProperty(kClaimedProperty, claimed ? QVariant(true) : QVariant());
+    }
+
 protected:
     DialogControlBase() = default;
     DialogControlBase(const DialogControlBase &) = delete;
@@ -33,6 +43,7 @@ private:
     void attach(QWidget *widget) { m_widget = widget; }
     void detach() { m_widget.clear(); }
 
+    static constexpr char kClaimedProperty[] = "vyrControlClaimed";
     QPointer<QWidget> m_widget;
 };
 

@@ -1,0 +1,306 @@
+#include "uikit/application.h"
+#include "uikit/caboutdlg.h"
+#include "uikit/cvyrdialog.h"
+#include "uikit/helpevents.h"
+#include "util/resourceids.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QToolTip>
+#include <QtTest>
+
+#include <cstring>
+#include <memory>
+
+using namespace vyr;
+
+namespace {
+
+constexpr unsigned kBuildLabel = 1001;
+constexpr unsigned kLanguageLabel = 1004;
+constexpr unsigned kMissingItem = 4242;
+
+// The about template, with what a test wants to see of the base class.
+class ProbeDialog : public CVyrDialog
+{
+public:
+    explicit ProbeDialog(DialogMode mode = DialogMode::ModeModal, std::string topic = "Probe_Topic.htm",
+        QWidget *parent = nullptr, bool toolTips = false, unsigned accelerators = 0)
+        : CVyrDialog(res::AboutDialog, accelerators, toolTips, std::move(topic), parent, mode)
+    {
+    }
+
+    qintptr helpAnswer = 0;
+    int helpRequests = 0;
+    std::function<void()> onDestroy;
+    std::function<void()> beforeBindings;
+    QList<unsigned> commands;
+
+protected:
+    qintptr OnHelpRequest(qintptr, qintptr) override
+    {
+        ++helpRequests;
+        return helpAnswer;
+    }
+    // Runs between the window's creation and the resolution of the bindings.
+    void SetupToolTips() override
+    {
+        CVyrDialog::SetupToolTips();
+        if (beforeBindings)
+            beforeBindings();
+    }
+    void OnDestroyDialog() override
+    {
+        CVyrDialog::OnDestroyDialog();
+        if (onDestroy)
+            onDestroy();
+    }
+    void OnCommand(unsigned id) override
+    {
+        commands.append(id);
+        CVyrDialog::OnCommand(id);
+    }
+};
+
+qintptr askTopic(QWidget *dialog, char *buffer)
+{
+    HelpTopicEvent query(buffer);
+    QCoreApplication::sendEvent(dialog, &query);
+    return query.result();
+}
+
+} // namespace
+
+class CVyrDialogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(ensureApplication()); }
+
+    void shouldBindControlsRegisteredBeforeTheWindowExists()
+    {
+        ProbeDialog dialog;
+        DialogControl<QLabel> build;
+        DialogControl<QLabel> missing;
+        dialog.RegisterControl(&build, kBuildLabel);
+        dialog.RegisterControl(&missing, kMissingItem);
+        QVERIFY(!build.isAttached());
+        QVERIFY(dialog.Create());
+        QVERIFY(build.isAttached());
+        QCOMPARE(build.get(), dialog.GetDlgItem(kBuildLabel));
+        QVERIFY(!missing.isAttached());
+    }
+
+    void shouldBindControlsRegisteredAfterTheWindowExistsAtOnce()
+    {
+        ProbeDialog dialog;
+        QVERIFY(dialog.Create());
+        DialogControl<QLabel> language;
+        DialogControl<QPushButton> wrongType;
+        DialogControl<QLabel> missing;
+        dialog.RegisterControl(&language, kLanguageLabel);
+        dialog.RegisterControl(&wrongType, kLanguageLabel);
+        dialog.RegisterControl(&missing, kMissingItem);
+        QVERIFY(language.isAttached());
+        QVERIFY(!wrongType.isAttached());
+        QVERIFY(!missing.isAttached());
+    }
+
+    void shouldReleaseOnlyTheOwningControlOnDestroy()
+    {
+        auto *dialog = new ProbeDialog(DialogMode::ModeModelessHidden);
+        DialogControl<QLabel> owner;
+        DialogControl<QLabel> borrower;
+        dialog->RegisterControl(&owner, kLanguageLabel);
+        dialog->RegisterControl(&borrower, kBuildLabel);
+        // Something else manages the build label before the bindings resolve.
+        dialog->beforeBindings = [dialog] { DialogControlBase::setClaimed(dialog->GetDlgItem(kBuildLabel), true); };
+        QVERIFY(dialog->Create());
+        QVERIFY(owner.isAttached());
+        QVERIFY(borrower.isAttached());
+        bool ownerReleased = false;
+        bool borrowerKept = false;
+        dialog->onDestroy = [&] {
+            ownerReleased = !owner.isAttached();
+            borrowerKept = borrower.isAttached();
+        };
+        QPointer<ProbeDialog> watch(dialog);
+        dialog->DestroyWindow();
+        QVERIFY(ownerReleased);
+        QVERIFY(borrowerKept);
+        QTRY_VERIFY(watch.isNull()); // the modeless modes delete themselves
+    }
+
+    void shouldAnswerTheHelpTopicQuery_data()
+    {
+        QTest::addColumn<QByteArray>("topic");
+        QTest::addColumn<qintptr>("reply");
+        QTest::newRow("empty topic") << QByteArray() << qintptr(0);
+        QTest::newRow("short topic") << QByteArray("Editing_Feature_Type_Properties.htm") << qintptr(1);
+        QTest::newRow("topic of 2047 bytes") << QByteArray(2047, 't') << qintptr(1);
+        QTest::newRow("topic of 3000 bytes") << QByteArray(3000, 't') << qintptr(1);
+    }
+
+    void shouldAnswerTheHelpTopicQuery()
+    {
+        QFETCH(QByteArray, topic);
+        QFETCH(qintptr, reply);
+        ProbeDialog dialog(DialogMode::ModeModal, topic.toStdString());
+        std::vector<char> buffer(kHelpTopicBufferSize + 16, 'x');
+        QCOMPARE(askTopic(&dialog, buffer.data()), reply);
+        if (topic.isEmpty()) {
+            QCOMPARE(buffer[0], 'x');
+            return;
+        }
+        const std::size_t copied = std::min<std::size_t>(topic.size(), kHelpTopicBufferSize);
+        QCOMPARE(QByteArray(buffer.data(), static_cast<qsizetype>(copied)), topic.left(static_cast<qsizetype>(copied)));
+        // The terminator only while it fits; nothing past the 2,048 bytes.
+        if (copied < kHelpTopicBufferSize)
+            QCOMPARE(buffer[copied], '\0');
+        QCOMPARE(buffer[kHelpTopicBufferSize], 'x');
+    }
+
+    void shouldPassUnansweredHelpRequestsToTheParent()
+    {
+        ProbeDialog outer;
+        outer.helpAnswer = 7;
+        auto *inner = new ProbeDialog(DialogMode::ModeModal, "Inner.htm", &outer);
+        QVERIFY(inner->Create());
+        QWidget *focus = inner->GetDlgItem(kBuildLabel);
+        QCOMPARE(routeHelpRequest(focus), qintptr(7));
+        QCOMPARE(inner->helpRequests, 1);
+        QCOMPARE(outer.helpRequests, 1);
+
+        inner->helpAnswer = 3;
+        QCOMPARE(routeHelpRequest(focus), qintptr(3));
+        QCOMPARE(outer.helpRequests, 1);
+        QCOMPARE(routeHelpRequest(nullptr), qintptr(0));
+    }
+
+    void shouldSendF1AlongTheFocusChain()
+    {
+        ProbeDialog dialog;
+        dialog.helpAnswer = 1;
+        QVERIFY(dialog.Create());
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QWidget *ok = dialog.GetDlgItem(kIdOk);
+        ok->setFocus();
+        QTRY_COMPARE(QApplication::focusWidget(), ok);
+        QTest::keyClick(ok, Qt::Key_F1);
+        QCOMPARE(dialog.helpRequests, 1);
+        // The Help button of a template routes the same way.
+        qobject_cast<QPushButton *>(dialog.GetDlgItem(kIdHelp))->click();
+        QCOMPARE(dialog.helpRequests, 2);
+    }
+
+    void shouldEndModalDialogsWithTheirButtonCodes_data()
+    {
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<int>("code");
+        QTest::newRow("OK button") << "ok" << kEndOk;
+        QTest::newRow("Escape") << "escape" << kEndCancel;
+        QTest::newRow("close box") << "close" << kEndCancel;
+    }
+
+    void shouldEndModalDialogsWithTheirButtonCodes()
+    {
+        QFETCH(QString, action);
+        QFETCH(int, code);
+        ProbeDialog dialog;
+        QTimer::singleShot(0, &dialog, [&] {
+            if (action == QLatin1String("ok"))
+                qobject_cast<QPushButton *>(dialog.GetDlgItem(kIdOk))->click();
+            else if (action == QLatin1String("escape"))
+                QTest::keyClick(&dialog, Qt::Key_Escape);
+            else
+                dialog.close();
+        });
+        QCOMPARE(dialog.DoModal(), code);
+        // A modal dialog's window outlives the end, so its controls can be read.
+        QVERIFY(dialog.hasWindow());
+    }
+
+    void shouldFailToRunWithoutATemplate()
+    {
+        CVyrDialog dialog(9999, 0, false, {}, nullptr, DialogMode::ModeModal);
+        QVERIFY(!dialog.hasTemplate());
+        QCOMPARE(dialog.DoModal(), kEndFailed);
+        QVERIFY(!dialog.isVisible());
+    }
+
+    void shouldDestroyModelessDialogsOnOk()
+    {
+        auto *dialog = new ProbeDialog(DialogMode::ModeModeless);
+        QPointer<ProbeDialog> watch(dialog);
+        QVERIFY(dialog->Create());
+        dialog->show();
+        dialog->OnOK();
+        QVERIFY(!dialog->hasWindow());
+        QTRY_VERIFY(watch.isNull());
+    }
+
+    void shouldOnlyHideHiddenModeDialogsOnClose()
+    {
+        auto *dialog = new ProbeDialog(DialogMode::ModeModelessHidden);
+        QPointer<ProbeDialog> watch(dialog);
+        QVERIFY(dialog->Create());
+        dialog->show();
+        dialog->close();
+        QVERIFY(!dialog->isVisible());
+        QVERIFY(dialog->hasWindow());
+        QCoreApplication::processEvents();
+        QVERIFY(!watch.isNull());
+        dialog->DestroyWindow();
+        QTRY_VERIFY(watch.isNull());
+    }
+
+    void shouldTakeTitleAndIconFromTheResourceLibrary()
+    {
+        ProbeDialog dialog;
+        QVERIFY(dialog.Create());
+        QCOMPARE(dialog.windowTitle(), QStringLiteral("About vyrguimfc"));
+        QVERIFY(!dialog.windowIcon().isNull());
+    }
+
+    void shouldShowToolTipsOverDisabledControls()
+    {
+        ProbeDialog dialog(DialogMode::ModeModal, {}, nullptr, true);
+        QVERIFY(dialog.Create());
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QWidget *help = dialog.GetDlgItem(kIdHelp);
+        help->setEnabled(false);
+        const QPoint centre = help->mapTo(&dialog, help->rect().center());
+        QHelpEvent event(QEvent::ToolTip, centre, dialog.mapToGlobal(centre));
+        QCoreApplication::sendEvent(&dialog, &event);
+        QTRY_COMPARE(QToolTip::text(), help->toolTip());
+        QToolTip::hideText();
+    }
+
+    void shouldRunAcceleratorsAsCommands()
+    {
+        ProbeDialog dialog(DialogMode::ModeModal, {}, nullptr, false, res::AboutAccelerators);
+        QVERIFY(dialog.Create());
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QTest::keyClick(&dialog, Qt::Key_I, Qt::ControlModifier);
+        QCOMPARE(dialog.commands, QList<unsigned> { 1002 });
+    }
+
+    void shouldFillTheAboutDialogFromTheStringTable()
+    {
+        CAboutDlg about;
+        QVERIFY(about.Create());
+        const auto *build = qobject_cast<QLabel *>(about.GetDlgItem(kBuildLabel));
+        QCOMPARE(build->text(), QStringLiteral("Build 6233"));
+        const auto *language = qobject_cast<QLabel *>(about.GetDlgItem(kLanguageLabel));
+        QCOMPARE(language->text(), QStringLiteral("Language: English"));
+    }
+};
+
+QTEST_MAIN(CVyrDialogTest)
+#include "tst_cvyrdialog.moc"
