@@ -6,13 +6,15 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QWidget>
 
 namespace vyr {
 
 namespace {
 
 // F1 is taken before any widget sees it, so it means help in every dialog,
-// including the host's own, exactly once.
+// including the host's own, exactly once. The request starts where the key
+// went: the focus widget, or the active window when nothing has the focus.
 class HelpKeyFilter : public QObject
 {
 public:
@@ -23,8 +25,9 @@ protected:
     {
         if (event->type() == QEvent::KeyPress) {
             const auto *key = static_cast<QKeyEvent *>(event);
-            if (key->key() == Qt::Key_F1 && key->modifiers() == Qt::NoModifier) {
-                requestHelp();
+            auto *target = qobject_cast<QWidget *>(watched);
+            if (target && key->key() == Qt::Key_F1 && key->modifiers() == Qt::NoModifier) {
+                routeHelpRequest(target);
                 return true;
             }
         }

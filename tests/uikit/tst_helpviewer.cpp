@@ -1,0 +1,96 @@
+#include "uikit/application.h"
+#include "uikit/caboutdlg.h"
+#include "uikit/outsideservices.h"
+#include "util/installdir.h"
+
+#include <QListWidget>
+#include <QTextBrowser>
+#include <QTimer>
+#include <QtTest>
+
+using namespace vyr;
+
+namespace {
+
+QWidget *helpViewer()
+{
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        if (window->objectName() == QLatin1String("helpViewer") && window->isVisible())
+            return window;
+    }
+    // Kept above a modal dialog, the viewer is that dialog's child window.
+    for (QWidget *window : windows) {
+        if (auto *viewer = window->findChild<QWidget *>(QStringLiteral("helpViewer")); viewer && viewer->isVisible())
+            return viewer;
+    }
+    return nullptr;
+}
+
+QString shownPage()
+{
+    QWidget *viewer = helpViewer();
+    auto *browser = viewer ? viewer->findChild<QTextBrowser *>(QStringLiteral("helpBrowser")) : nullptr;
+    return browser ? browser->source().toString() : QString();
+}
+
+QString shownText()
+{
+    QWidget *viewer = helpViewer();
+    auto *browser = viewer ? viewer->findChild<QTextBrowser *>(QStringLiteral("helpBrowser")) : nullptr;
+    return browser ? browser->toPlainText() : QString();
+}
+
+} // namespace
+
+class HelpViewerTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(ensureApplication()); }
+
+    void shouldOpenTheDialogsTopicOnF1()
+    {
+        CAboutDlg about;
+        QString page;
+        bool viewerAboveDialog = false;
+        QTimer::singleShot(0, &about, [&] {
+            QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &about, Qt::Key_F1);
+            page = shownPage();
+            // A viewer outside the modal dialog's family could not be used
+            // while the dialog runs.
+            viewerAboveDialog = helpViewer() && helpViewer()->parentWidget() == &about;
+            about.OnOK();
+        });
+        QCOMPARE(about.DoModal(), 1);
+        QVERIFY2(page.endsWith(QLatin1String("/help/VYRLoomhouse/About_vyrguimfc.htm")), qPrintable(page));
+        QVERIFY(viewerAboveDialog);
+    }
+
+    void shouldReuseOneViewerForFormatHelp()
+    {
+        const std::string book = getInstallDirectory() + "help/VYRReadersWriters.chm";
+        QCOMPARE(showFormatHelp(book, "POSTGRES", 5), 1);
+        QWidget *first = helpViewer();
+        QVERIFY(first);
+        QVERIFY2(shownPage().endsWith(QLatin1String("/postgres.htm#writer-parameters")), qPrintable(shownPage()));
+        QCOMPARE(showFormatHelp(book, "GPX", 0), 1);
+        QCOMPARE(helpViewer(), first);
+        QVERIFY(shownPage().endsWith(QLatin1String("/gpx.htm")));
+        auto *contents = first->findChild<QListWidget *>(QStringLiteral("helpContents"));
+        QCOMPARE(contents->item(0)->text(), QStringLiteral("Readers and writers"));
+    }
+
+    void shouldSayWhatIsMissing()
+    {
+        const std::string book = getInstallDirectory() + "help/VYRReadersWriters.chm";
+        QCOMPARE(showFormatHelp(book, "NO_SUCH_FORMAT", 1), 1);
+        QVERIFY2(shownText().contains(QLatin1String("NO_SUCH_FORMAT")), qPrintable(shownText()));
+        QCOMPARE(showHelpByString(getInstallDirectory() + "help/Missing.chm", "x.htm"), 1);
+        QVERIFY2(shownText().contains(QLatin1String("cannot be found")), qPrintable(shownText()));
+    }
+};
+
+QTEST_MAIN(HelpViewerTest)
+#include "tst_helpviewer.moc"
