@@ -72,7 +72,6 @@ bool CVyrDialog::Create()
     }
     m_root->setObjectName(QStringLiteral("templateRoot"));
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_root);
     setWindowTitle(m_root->windowTitle());
     resize(m_root->size().expandedTo(sizeHint()));
