@@ -18,3 +18,15 @@ for codec in wwjd user; do
 done
 cmp "$sample" "$work/decoded.wwjd"
 echo "== round trip: the WWJD decoding gives back the original text byte for byte"
+
+# The about dialog, built from a template of the resource library, in both
+# languages. Without a display it is drawn offscreen into PNG files.
+echo "== the about dialog (template 130 of the resource library)"
+out="$root/build/example"
+mkdir -p "$out"
+for lang in C.UTF-8 de_DE.UTF-8; do
+    png="$out/about-${lang%%.*}.png"
+    LC_ALL= LC_MESSAGES= LANG="$lang" "$tool" about --screenshot "$png" 2>/dev/null
+    echo "   $lang: $png"
+done
+echo "   to use it: $tool about   (F1 or Help opens its help page)"

@@ -27,7 +27,11 @@ bool readOptions(std::span<const std::string_view> arguments, DialogOptions &opt
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (arguments[i] == "--accept") {
             options.accept = true;
-        } else if (arguments[i] == "--screenshot" && i + 1 < arguments.size()) {
+        } else if (arguments[i] == "--screenshot") {
+            if (i + 1 == arguments.size()) {
+                std::fputs("vyrtool: --screenshot needs a file name\n", stderr);
+                return false;
+            }
             options.screenshot = std::string(arguments[++i]);
         } else {
             std::fprintf(stderr, "vyrtool: unknown option \"%.*s\"\n", static_cast<int>(arguments[i].size()),
