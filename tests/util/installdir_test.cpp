@@ -159,17 +159,5 @@ TEST(UserLanguageTest, TakesTheLanguageOfTheFirstSetLocaleVariable)
     }
 }
 
-TEST(EnvironmentTest, OverwriteFlagProtectsNonEmptyValuesOnly)
-{
-    ScopedEnvironment env;
-    env.set("VYR_TEST_VARIABLE", "old");
-    EXPECT_FALSE(setEnvironment("VYR_TEST_VARIABLE", "new", false));
-    EXPECT_EQ(getEnvironment("VYR_TEST_VARIABLE"), "old");
-    EXPECT_TRUE(setEnvironment("VYR_TEST_VARIABLE", "", true));
-    EXPECT_TRUE(setEnvironment("VYR_TEST_VARIABLE", "new", false));
-    EXPECT_EQ(getEnvironment("VYR_TEST_VARIABLE"), "new");
-    EXPECT_FALSE(setEnvironment("BAD=NAME", "x", true));
-}
-
 } // namespace
 } // namespace vyr

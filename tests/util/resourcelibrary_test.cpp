@@ -44,14 +44,6 @@ protected:
     ScratchDirectory m_home;
 };
 
-TEST_F(ResourceLibraryTest, CandidatesInTheOrderOfPreference)
-{
-    EXPECT_EQ(resourceLibraryCandidates("/opt/vyr///", "de"),
-        (std::vector<std::string> { "/opt/vyr/res/vyr_res_6233_de.rcc", "/opt/vyr/res/vyr_res_de.rcc",
-            "/opt/vyr/res/vyr_res.rcc" }));
-    EXPECT_EQ(resourceLibraryCandidates("/opt/vyr", ""), (std::vector<std::string> { "/opt/vyr/res/vyr_res.rcc" }));
-}
-
 TEST_F(ResourceLibraryTest, BuildSpecificLanguageLibraryWins)
 {
     install("vyr_res_de.rcc", "vyr_res_6233_de.rcc");

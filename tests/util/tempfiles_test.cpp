@@ -85,11 +85,5 @@ TEST(TempFilesTest, CreationFailsCleanlyInAMissingDirectory)
     EXPECT_EQ(createTempFile("/nonexistent/vyr", "", ""), "");
 }
 
-TEST(NumberTextTest, PreparedAndComputedTextsAgree)
-{
-    for (std::uint32_t n : { 0u, 7u, 499u, 500u, 65535u, 4294967295u })
-        EXPECT_EQ(numberText(n), std::to_string(n));
-}
-
 } // namespace
 } // namespace vyr
