@@ -64,10 +64,12 @@ bool CVyrDialog::Create()
         return false;
     QBuffer buffer(&m_template);
     buffer.open(QIODevice::ReadOnly);
-    QUiLoader loader;
-    m_root = loader.load(&buffer, this);
+    // One loader for the process: making one scans the widget plugins, which
+    // costs more than building the dialog itself.
+    static QUiLoader *loader = new QUiLoader;
+    m_root = loader->load(&buffer, this);
     if (!m_root) {
-        qCWarning(lcDialog) << "CVyrDialog::Create: template" << m_templateId << "cannot be read:" << loader.errorString();
+        qCWarning(lcDialog) << "CVyrDialog::Create: template" << m_templateId << "cannot be read:" << loader->errorString();
         return false;
     }
     m_root->setObjectName(QStringLiteral("templateRoot"));
