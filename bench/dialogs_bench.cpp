@@ -27,7 +27,7 @@ void cachedStringLookup(benchmark::State &state)
 
 void formattedString(benchmark::State &state)
 {
-    const QStringList inserts { QStringLiteral("/opt/vyr/") };
+    const QStringList inserts{QStringLiteral("/opt/vyr/")};
     for (auto _ : state)
         benchmark::DoNotOptimize(vyr::formatResourceString(vyr::res::AboutInstallDirectory, inserts));
 }
@@ -51,7 +51,7 @@ void dialogInCode(benchmark::State &state)
         auto *layout = new QVBoxLayout(&dialog);
         layout->addWidget(new QLabel(QStringLiteral("<b>vyrguimfc</b> — the dialogs of the vyr system"), &dialog));
         for (int i = 0; i < 4; ++i)
-            layout->addWidget(new QLabel(vyr::formatResourceString(vyr::res::AboutBuild, { "6233" }), &dialog));
+            layout->addWidget(new QLabel(vyr::formatResourceString(vyr::res::AboutBuild, {"6233"}), &dialog));
         auto *row = new QHBoxLayout;
         row->addWidget(new QPushButton(QStringLiteral("Help"), &dialog));
         row->addStretch();
@@ -77,5 +77,5 @@ int main(int argc, char **argv)
     // The build's installation, unless another one is named.
     ::setenv("VYR_HOME", VYR_BENCH_STAGE_DIR "/", 0);
     vyr::ensureApplication();
-    return vyr::bench::runBenchmarks(argc, argv, { { "dialogFromTemplate", "dialogInCode" } });
+    return vyr::bench::runBenchmarks(argc, argv, {{"dialogFromTemplate", "dialogInCode"}});
 }

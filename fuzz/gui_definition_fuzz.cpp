@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     }
     const std::string file = writeGuiAnswers(definition, answers);
 
-    for (const AnswerReadMode mode : { AnswerReadMode::AllLines, AnswerReadMode::NonEmptyLines, AnswerReadMode::Pairs }) {
+    for (const AnswerReadMode mode : {AnswerReadMode::AllLines, AnswerReadMode::NonEmptyLines, AnswerReadMode::Pairs}) {
         StringList read;
         readGuiAnswers(text, mode, read);
         if (mode == AnswerReadMode::Pairs && read.size() % 2 != 0)

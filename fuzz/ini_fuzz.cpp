@@ -8,8 +8,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
 {
     const std::string_view text(reinterpret_cast<const char *>(data), size);
-    for (const auto &[group, key] : { std::pair { "General", "VYR_HOME" }, std::pair { "BUILD/6233", "VYR_HOME" },
-             std::pair { "Settings", "Allow Source Feature Type Editing" } }) {
+    for (const auto &[group, key] : {std::pair{"General", "VYR_HOME"}, std::pair{"BUILD/6233", "VYR_HOME"},
+                                     std::pair{"Settings", "Allow Source Feature Type Editing"}}) {
         const auto value = vyr::findIniValue(text, group, key);
         if (value && value->find('\n') != std::string::npos)
             std::abort();

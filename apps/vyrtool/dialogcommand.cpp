@@ -16,7 +16,8 @@
 
 namespace {
 
-struct DialogOptions {
+struct DialogOptions
+{
     std::string screenshot;
     bool accept = false;
 };
@@ -35,7 +36,7 @@ bool readOptions(std::span<const std::string_view> arguments, DialogOptions &opt
             options.screenshot = std::string(arguments[++i]);
         } else {
             std::fprintf(stderr, "vyrtool: unknown option \"%.*s\"\n", static_cast<int>(arguments[i].size()),
-                arguments[i].data());
+                         arguments[i].data());
             return false;
         }
     }
@@ -91,6 +92,6 @@ int runDialogCommand(std::string_view command, std::span<const std::string_view>
         dialog = std::make_unique<vyr::CAboutDlg>();
     else
         dialog = std::make_unique<vyr::CVyrDialog>(templateId, 0, true, std::string(), nullptr,
-            vyr::DialogMode::ModeModal);
+                                                   vyr::DialogMode::ModeModal);
     return runDialog(*dialog, options);
 }

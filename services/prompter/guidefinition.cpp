@@ -98,20 +98,17 @@ StringList defaultValues(const GuiDefinition &definition, const GuiPrompt &promp
             return {};
         return words;
     }
-    case GuiPromptKind::SelectionBox:
-        return splitMacroValues(trimWhitespace(value));
+    case GuiPromptKind::SelectionBox: return splitMacroValues(trimWhitespace(value));
     case GuiPromptKind::Choice: {
         const std::string_view wanted = trimWhitespace(value);
         for (std::size_t i = 0; i < prompt.rawChoices.size(); ++i) {
             if (prompt.rawChoices[i] == wanted || prompt.choices[i] == wanted)
-                return { prompt.choices[i] };
+                return {prompt.choices[i]};
         }
         return {};
     }
-    case GuiPromptKind::IconPick:
-        return { std::string(trimWhitespace(value)) };
-    case GuiPromptKind::Divider:
-        break;
+    case GuiPromptKind::IconPick: return {std::string(trimWhitespace(value))};
+    case GuiPromptKind::Divider: break;
     }
     return {};
 }

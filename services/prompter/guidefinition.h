@@ -33,7 +33,8 @@ namespace vyr::services {
 
 enum class GuiPromptKind { ListBox, Choice, Divider, SelectionBox, IconPick };
 
-struct GuiPrompt {
+struct GuiPrompt
+{
     GuiPromptKind kind = GuiPromptKind::Divider;
     std::string key;
     StringList choices; // without their quotes
@@ -42,7 +43,8 @@ struct GuiPrompt {
     bool optional = false;
 };
 
-struct GuiDefinition {
+struct GuiDefinition
+{
     std::string title;
     std::string help;
     std::vector<GuiPrompt> prompts;

@@ -25,7 +25,7 @@ int GuiDefinitionPrompter::run(const char *definitionPath)
     file.close();
 
     GuiPrompterForm form(parseGuiDefinition(std::string_view(text.constData(), static_cast<std::size_t>(text.size()))),
-        m_parent);
+                         m_parent);
     if (form.exec() != QDialog::Accepted)
         return 0;
     // The answers replace the definition all at once, or not at all.

@@ -111,9 +111,8 @@ QWidget *GuiPrompterForm::makeEditor(const GuiPrompt &prompt)
         combo->addItems(fromNarrow(prompt.choices));
         if (!defaults.isEmpty())
             combo->setCurrentText(defaults.front());
-        m_readers[prompt.key] = [combo] {
-            return combo->currentIndex() < 0 ? StringList() : StringList { toNarrow(combo->currentText()) };
-        };
+        m_readers[prompt.key]
+            = [combo] { return combo->currentIndex() < 0 ? StringList() : StringList{toNarrow(combo->currentText())}; };
         return combo;
     }
     case GuiPromptKind::IconPick: {
@@ -128,15 +127,14 @@ QWidget *GuiPrompterForm::makeEditor(const GuiPrompt &prompt)
         row->addWidget(browse);
         connect(browse, &QPushButton::clicked, this, [this, edit] {
             const QString file = QFileDialog::getOpenFileName(this, localized("Choose an icon"), edit->text(),
-                localized("Icon files (*.png *.svg *.xpm *.ico *.bmp)"));
+                                                              localized("Icon files (*.png *.svg *.xpm *.ico *.bmp)"));
             if (!file.isEmpty())
                 edit->setText(file);
         });
-        m_readers[prompt.key] = [edit] { return StringList { toNarrow(edit->text()) }; };
+        m_readers[prompt.key] = [edit] { return StringList{toNarrow(edit->text())}; };
         return box;
     }
-    case GuiPromptKind::Divider:
-        break;
+    case GuiPromptKind::Divider: break;
     }
     return new QWidget(this);
 }

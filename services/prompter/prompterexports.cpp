@@ -20,13 +20,13 @@ QStringList toQt(const IVYRStringArray &array)
 } // namespace
 
 extern "C" bool selectionDialog(IVYRStringArray &all, IVYRStringArray &preselected, IVYRStringArray &icons,
-    IVYRString &title, int, int, IVYRStringArray &chosen, void *parent)
+                                IVYRString &title, int, int, IVYRStringArray &chosen, void *parent)
 {
     if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
         return false;
     const QString caption = QString::fromStdString(vyr::ansiToUtf8(std::string_view(title.data(), title.length())));
     vyr::services::SelectionDialog dialog(caption, toQt(all), toQt(preselected), toQt(icons),
-        static_cast<QWidget *>(parent));
+                                          static_cast<QWidget *>(parent));
     if (dialog.exec() != QDialog::Accepted)
         return false;
     const QStringList picked = dialog.chosen();

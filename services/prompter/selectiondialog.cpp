@@ -11,7 +11,7 @@
 namespace vyr::services {
 
 SelectionDialog::SelectionDialog(const QString &title, const QStringList &items, const QStringList &preselected,
-    const QStringList &icons, QWidget *parent)
+                                 const QStringList &icons, QWidget *parent)
     : QDialog(parent)
     , m_list(new CheckList(this))
 {

@@ -18,7 +18,7 @@ class SelectionDialog : public QDialog
 public:
     // `icons` holds an icon file per item (may be shorter than `items`).
     SelectionDialog(const QString &title, const QStringList &items, const QStringList &preselected,
-        const QStringList &icons, QWidget *parent = nullptr);
+                    const QStringList &icons, QWidget *parent = nullptr);
 
     // The checked items, in list order.
     QStringList chosen() const;

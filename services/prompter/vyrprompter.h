@@ -23,7 +23,7 @@ extern "C" {
  * the user presses OK the checked items are appended to `chosen`, in list
  * order, and the result is true; otherwise `chosen` is left alone. */
 VYR_PROMPTER_API bool selectionDialog(IVYRStringArray &all, IVYRStringArray &preselected, IVYRStringArray &icons,
-    IVYRString &title, int flagA, int flagB, IVYRStringArray &chosen, void *parent);
+                                      IVYRString &title, int flagA, int flagB, IVYRStringArray &chosen, void *parent);
 
 /* A new GUI definition prompter, to be given back to
  * vyrprompter_destroyGuiPrompter. */

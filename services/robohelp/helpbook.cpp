@@ -27,7 +27,7 @@ HelpLocation resolveHelpTopic(const QString &helpFile, const QString &topic)
             wanted = file.mid(hash + 5);
         file.truncate(hash + 4);
     }
-    HelpLocation location { bookFolderOf(file), {}, {} };
+    HelpLocation location{bookFolderOf(file), {}, {}};
     wanted.replace(u'\\', u'/');
     if (const qsizetype anchor = wanted.indexOf(u'#'); anchor >= 0) {
         location.anchor = wanted.mid(anchor + 1);
@@ -44,16 +44,11 @@ HelpLocation resolveHelpTopic(const QString &helpFile, const QString &topic)
 QString formatSectionAnchor(int topicNumber)
 {
     switch (topicNumber) {
-    case 0:
-        return {};
-    case 1:
-        return QStringLiteral("attributes");
-    case 3:
-        return QStringLiteral("reader-parameters");
-    case 5:
-        return QStringLiteral("writer-parameters");
-    default:
-        return QStringLiteral("topic-%1").arg(topicNumber);
+    case 0: return {};
+    case 1: return QStringLiteral("attributes");
+    case 3: return QStringLiteral("reader-parameters");
+    case 5: return QStringLiteral("writer-parameters");
+    default: return QStringLiteral("topic-%1").arg(topicNumber);
     }
 }
 
@@ -61,7 +56,7 @@ HelpLocation resolveFormatHelp(const QString &helpFile, const QString &formatNam
 {
     // Format names are identifiers; anything else would not name a page.
     static const QRegularExpression identifier(QStringLiteral("^[A-Za-z0-9_.-]+$"));
-    HelpLocation location { bookFolderOf(helpFile), {}, formatSectionAnchor(topicNumber) };
+    HelpLocation location{bookFolderOf(helpFile), {}, formatSectionAnchor(topicNumber)};
     if (identifier.match(formatName).hasMatch() && !formatName.startsWith(u'.'))
         location.page = location.book + u'/' + formatName.toLower() + QStringLiteral(".htm");
     return location;
@@ -70,9 +65,10 @@ HelpLocation resolveFormatHelp(const QString &helpFile, const QString &formatNam
 QList<HelpPage> bookContents(const QString &book)
 {
     static const QRegularExpression titlePattern(QStringLiteral("<title>(.*?)</title>"),
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+                                                 QRegularExpression::CaseInsensitiveOption
+                                                     | QRegularExpression::DotMatchesEverythingOption);
     QList<HelpPage> pages;
-    const QStringList files = QDir(book).entryList({ QStringLiteral("*.htm"), QStringLiteral("*.html") }, QDir::Files);
+    const QStringList files = QDir(book).entryList({QStringLiteral("*.htm"), QStringLiteral("*.html")}, QDir::Files);
     for (const QString &name : files) {
         QFile file(QDir(book).filePath(name));
         QString title = name;
@@ -81,7 +77,7 @@ QList<HelpPage> bookContents(const QString &book)
             if (match.hasMatch())
                 title = match.captured(1).trimmed();
         }
-        pages.append({ file.fileName(), title });
+        pages.append({file.fileName(), title});
     }
     std::sort(pages.begin(), pages.end(), [](const HelpPage &a, const HelpPage &b) {
         const bool aIndex = a.path.endsWith(QLatin1String("/index.htm"));

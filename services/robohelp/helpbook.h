@@ -7,7 +7,8 @@
 
 namespace vyr::services {
 
-struct HelpLocation {
+struct HelpLocation
+{
     QString book; // the book's folder, without a trailing "/"
     QString page; // path of the page file; empty for the book's first page
     QString anchor; // without "#"
@@ -28,7 +29,8 @@ HelpLocation resolveFormatHelp(const QString &helpFile, const QString &formatNam
 // The anchor of a format page's section, empty for the whole page.
 QString formatSectionAnchor(int topicNumber);
 
-struct HelpPage {
+struct HelpPage
+{
     QString path;
     QString title;
 };

@@ -30,15 +30,16 @@ HelpViewer::HelpViewer(QWidget *parent)
     m_contents->setObjectName(QStringLiteral("helpContents"));
     m_contents->setAccessibleName(localized("Contents"));
 
-    const struct {
+    const struct
+    {
         QToolButton *button;
         const char *text;
         QStyle::StandardPixmap icon;
         const char *name;
     } buttons[] = {
-        { m_back, "Back", QStyle::SP_ArrowBack, "helpBack" },
-        { m_forward, "Forward", QStyle::SP_ArrowForward, "helpForward" },
-        { m_home, "Home", QStyle::SP_DirHomeIcon, "helpHome" },
+        {m_back, "Back", QStyle::SP_ArrowBack, "helpBack"},
+        {m_forward, "Forward", QStyle::SP_ArrowForward, "helpForward"},
+        {m_home, "Home", QStyle::SP_DirHomeIcon, "helpHome"},
     };
     auto *toolbar = new QHBoxLayout;
     for (const auto &entry : buttons) {

@@ -41,6 +41,7 @@ extern "C" int VYR_CHM_ShowHelpByString(void *, const char *helpFile, const char
 extern "C" int VYR_CHM_ShowFormatHelp(void *, const char *helpFile, const char *formatName, int topicNumber)
 {
     const HelpLocation location = vyr::services::resolveFormatHelp(text(helpFile), text(formatName), topicNumber);
-    return show(location,
+    return show(
+        location,
         localized("There is no help page for the format %1 yet.").replace(QLatin1String("%1"), text(formatName)));
 }

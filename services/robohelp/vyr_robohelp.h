@@ -24,14 +24,13 @@ extern "C" {
  * first page. `owner` and `reserved` are not used. Returns 1 when the viewer
  * is shown, 0 when no window can be shown in this process. */
 VYR_ROBOHELP_API int VYR_CHM_ShowHelpByString(void *owner, const char *helpFile, const char *topic,
-    const char *reserved);
+                                              const char *reserved);
 
 /* Shows the page of the data format `formatName` in the book `helpFile`: the
  * page <format in lower case>.htm, at the section of `topicNumber`: 0 the
  * whole page, 1 the feature type's attributes, 3 the reader's parameters,
  * 5 the writer's parameters. Returns as VYR_CHM_ShowHelpByString. */
-VYR_ROBOHELP_API int VYR_CHM_ShowFormatHelp(void *owner, const char *helpFile, const char *formatName,
-    int topicNumber);
+VYR_ROBOHELP_API int VYR_CHM_ShowFormatHelp(void *owner, const char *helpFile, const char *formatName, int topicNumber);
 
 #ifdef __cplusplus
 }

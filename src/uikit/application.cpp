@@ -45,7 +45,7 @@ QApplication *ensureApplication()
             setEnvironment("QT_QPA_PLATFORM", "offscreen", true);
         static int argc = 1;
         static char name[] = "vyrguimfc";
-        static char *argv[] = { name, nullptr };
+        static char *argv[] = {name, nullptr};
         new QApplication(argc, argv); // lives as long as the process
     }
     auto *application = qobject_cast<QApplication *>(QCoreApplication::instance());

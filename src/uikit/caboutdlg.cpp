@@ -36,11 +36,12 @@ bool CAboutDlg::OnInitDialog()
     const ResourceLibrary *library = loadResourceLibrary();
     const QString libraryName = library ? fromPath(library->path()) : loadResourceString(res::AboutNoResourceLibrary);
     if (m_build)
-        m_build->setText(formatResourceString(res::AboutBuild, { QString::fromStdString(numberText(kBuildNumber)) }));
+        m_build->setText(formatResourceString(res::AboutBuild, {QString::fromStdString(numberText(kBuildNumber))}));
     if (m_installDirectory)
-        m_installDirectory->setText(formatResourceString(res::AboutInstallDirectory, { fromPath(getInstallDirectory()) }));
+        m_installDirectory->setText(
+            formatResourceString(res::AboutInstallDirectory, {fromPath(getInstallDirectory())}));
     if (m_resourceLibrary)
-        m_resourceLibrary->setText(formatResourceString(res::AboutResourceLibrary, { libraryName }));
+        m_resourceLibrary->setText(formatResourceString(res::AboutResourceLibrary, {libraryName}));
     if (m_language)
         m_language->setText(loadResourceString(res::AboutLanguage));
     return result;

@@ -40,7 +40,7 @@ bool controlIdOf(const QWidget *widget, unsigned &id)
 } // namespace
 
 CVyrDialog::CVyrDialog(unsigned templateId, unsigned acceleratorId, bool toolTips, std::string helpTopic,
-    QWidget *parent, DialogMode mode)
+                       QWidget *parent, DialogMode mode)
     : QDialog(parent)
     , m_toolTips(toolTips)
     , m_helpTopic(std::move(helpTopic))
@@ -69,7 +69,8 @@ bool CVyrDialog::Create()
     static QUiLoader *loader = new QUiLoader;
     m_root = loader->load(&buffer, this);
     if (!m_root) {
-        qCWarning(lcDialog) << "CVyrDialog::Create: template" << m_templateId << "cannot be read:" << loader->errorString();
+        qCWarning(lcDialog) << "CVyrDialog::Create: template" << m_templateId
+                            << "cannot be read:" << loader->errorString();
         return false;
     }
     m_root->setObjectName(QStringLiteral("templateRoot"));

@@ -55,7 +55,7 @@ public:
     // leaves the dialog without a template, and it will not open), and
     // accelerator table `acceleratorId` when not 0.
     CVyrDialog(unsigned templateId, unsigned acceleratorId, bool toolTips, std::string helpTopic, QWidget *parent,
-        DialogMode mode);
+               DialogMode mode);
     ~CVyrDialog() override;
 
     unsigned templateId() const { return m_templateId; }

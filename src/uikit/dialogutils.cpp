@@ -58,13 +58,13 @@ std::string ResolveHelpReference(const std::string &reference)
         + reference;
 }
 
-std::string MakeGuiDefinition(const std::string &title, const StringList &firstLines,
-    const StringList &secondLines, const std::string &helpReference)
+std::string MakeGuiDefinition(const std::string &title, const StringList &firstLines, const StringList &secondLines,
+                              const std::string &helpReference)
 {
     std::string text = "GUI TITLE " + title + "\n";
     if (!helpReference.empty())
         text += "GUI HELP \"" + ResolveHelpReference(helpReference) + "\"\n";
-    for (const StringList *lines : { &firstLines, &secondLines }) {
+    for (const StringList *lines : {&firstLines, &secondLines}) {
         for (const std::string &line : *lines)
             text += line + "\n";
     }
@@ -72,7 +72,8 @@ std::string MakeGuiDefinition(const std::string &title, const StringList &firstL
 }
 
 bool RunGuiDefinition(IGuiPrompter *prompter, const std::string &title, const StringList &firstLines,
-    const StringList &secondLines, StringList &answers, AnswerReadMode mode, const std::string &helpReference)
+                      const StringList &secondLines, StringList &answers, AnswerReadMode mode,
+                      const std::string &helpReference)
 {
     const std::string path = createTempFile({}, "lh-dlg-XXXXXX", {});
     if (!path.empty())
@@ -86,7 +87,8 @@ bool RunGuiDefinition(IGuiPrompter *prompter, const std::string &title, const St
 }
 
 bool PromptKeyValues(IGuiPrompter *prompter, const std::string &title, const StringList &firstLines,
-    const StringList &secondLines, std::map<std::string, std::string> &values, const std::string &helpReference)
+                     const StringList &secondLines, std::map<std::string, std::string> &values,
+                     const std::string &helpReference)
 {
     StringList answers;
     if (!RunGuiDefinition(prompter, title, firstLines, secondLines, answers, AnswerReadMode::Pairs, helpReference))
@@ -97,11 +99,11 @@ bool PromptKeyValues(IGuiPrompter *prompter, const std::string &title, const Str
 }
 
 bool PromptSelectionBox(IGuiPrompter *prompter, const std::string &title, const std::string &label,
-    const StringList &choices, StringList &values, const std::string &helpReference)
+                        const StringList &choices, StringList &values, const std::string &helpReference)
 {
     if (choices.empty())
         return false;
-    const StringList lines {
+    const StringList lines{
         "DEFAULT_MACRO SELECTION_BOX_ONLY " + JoinMacroValues(values),
         "GUI SELECTION_BOX_ONLY " + JoinMacroValues(choices) + " " + label,
     };
@@ -114,18 +116,17 @@ bool PromptSelectionBox(IGuiPrompter *prompter, const std::string &title, const 
 
 bool PromptIconPick(IGuiPrompter *prompter, const std::string &title, std::string &value)
 {
-    const StringList first { "DEFAULT_MACRO ICONMAC " + value };
-    const StringList second { "GUI OPTIONAL ICONPICKONLY ICONMAC" };
+    const StringList first{"DEFAULT_MACRO ICONMAC " + value};
+    const StringList second{"GUI OPTIONAL ICONPICKONLY ICONMAC"};
     StringList answers;
-    if (!RunGuiDefinition(prompter, title, first, second, answers, AnswerReadMode::AllLines, {})
-        || answers.size() < 2)
+    if (!RunGuiDefinition(prompter, title, first, second, answers, AnswerReadMode::AllLines, {}) || answers.size() < 2)
         return false;
     value = answers[1];
     return true;
 }
 
 bool RunSelectionDialog(const StringList &all, const StringList &preselected, const StringList &icons,
-    const std::string &title, int flagA, int flagB, StringList &chosen, QWidget *parent)
+                        const std::string &title, int flagA, int flagB, StringList &chosen, QWidget *parent)
 {
     VYRRWStringArrayImp items = toArray(all);
     VYRRWStringArrayImp checked = toArray(preselected);
@@ -179,39 +180,25 @@ int ShowMessageBox(QWidget *owner, const QString &text, const QString &caption, 
     box.setWindowTitle(caption.isEmpty() ? QGuiApplication::applicationDisplayName() : caption);
     box.setText(text);
     switch (flags & 0xF0) {
-    case MbIconError:
-        box.setIcon(QMessageBox::Critical);
-        break;
-    case MbIconQuestion:
-        box.setIcon(QMessageBox::Question);
-        break;
-    case MbIconExclamation:
-        box.setIcon(QMessageBox::Warning);
-        break;
-    case MbIconInformation:
-        box.setIcon(QMessageBox::Information);
-        break;
-    default:
-        break;
+    case MbIconError: box.setIcon(QMessageBox::Critical); break;
+    case MbIconQuestion: box.setIcon(QMessageBox::Question); break;
+    case MbIconExclamation: box.setIcon(QMessageBox::Warning); break;
+    case MbIconInformation: box.setIcon(QMessageBox::Information); break;
+    default: break;
     }
-    struct Choice {
+    struct Choice
+    {
         QMessageBox::StandardButton button;
         int result;
     };
     std::vector<Choice> choices;
     switch (flags & 0x0F) {
-    case MbOkCancel:
-        choices = { { QMessageBox::Ok, IdOk }, { QMessageBox::Cancel, IdCancel } };
-        break;
+    case MbOkCancel: choices = {{QMessageBox::Ok, IdOk}, {QMessageBox::Cancel, IdCancel}}; break;
     case MbYesNoCancel:
-        choices = { { QMessageBox::Yes, IdYes }, { QMessageBox::No, IdNo }, { QMessageBox::Cancel, IdCancel } };
+        choices = {{QMessageBox::Yes, IdYes}, {QMessageBox::No, IdNo}, {QMessageBox::Cancel, IdCancel}};
         break;
-    case MbYesNo:
-        choices = { { QMessageBox::Yes, IdYes }, { QMessageBox::No, IdNo } };
-        break;
-    default:
-        choices = { { QMessageBox::Ok, IdOk } };
-        break;
+    case MbYesNo: choices = {{QMessageBox::Yes, IdYes}, {QMessageBox::No, IdNo}}; break;
+    default: choices = {{QMessageBox::Ok, IdOk}}; break;
     }
     for (const Choice &choice : choices)
         box.addButton(choice.button);
@@ -232,8 +219,8 @@ int ShowExclamationBox(const QString &text, const QString &caption, QWidget *own
 
 bool ReadLoomhouseFlag(const std::string &name, bool fallback)
 {
-    const std::string value = readUserRegistryString("Software\\Quenbry Inc.\\VYR Loomhouse\\Settings", name,
-        fallback ? "yes" : "no");
+    const std::string value
+        = readUserRegistryString("Software\\Quenbry Inc.\\VYR Loomhouse\\Settings", name, fallback ? "yes" : "no");
     return equalIgnoringAsciiCase(value, "true") || equalIgnoringAsciiCase(value, "yes");
 }
 

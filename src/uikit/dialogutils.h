@@ -29,24 +29,26 @@ std::string ResolveHelpReference(const std::string &reference);
 
 // The lines of a GUI definition file: title, help (when `helpReference` is
 // not empty), the first lines, then the second lines, each ended by "\n".
-std::string MakeGuiDefinition(const std::string &title, const StringList &firstLines,
-    const StringList &secondLines, const std::string &helpReference);
+std::string MakeGuiDefinition(const std::string &title, const StringList &firstLines, const StringList &secondLines,
+                              const std::string &helpReference);
 
 // Writes the definition to a new temporary file, runs the prompter on it
 // and, when the user accepted, appends the answers to `answers`. The file is
 // removed afterwards in every case. Returns whether the user accepted.
 bool RunGuiDefinition(IGuiPrompter *prompter, const std::string &title, const StringList &firstLines,
-    const StringList &secondLines, StringList &answers, AnswerReadMode mode, const std::string &helpReference);
+                      const StringList &secondLines, StringList &answers, AnswerReadMode mode,
+                      const std::string &helpReference);
 
 // Key/value prompt: each answered pair is stored in `values`, later pairs
 // replacing earlier ones of the same key.
 bool PromptKeyValues(IGuiPrompter *prompter, const std::string &title, const StringList &firstLines,
-    const StringList &secondLines, std::map<std::string, std::string> &values, const std::string &helpReference);
+                     const StringList &secondLines, std::map<std::string, std::string> &values,
+                     const std::string &helpReference);
 
 // A list of `choices` to pick from, `values` checked at first; on OK the
 // picked values replace `values`. False at once when there are no choices.
 bool PromptSelectionBox(IGuiPrompter *prompter, const std::string &title, const std::string &label,
-    const StringList &choices, StringList &values, const std::string &helpReference);
+                        const StringList &choices, StringList &values, const std::string &helpReference);
 
 // An icon file; `value` changes only when the user accepted.
 bool PromptIconPick(IGuiPrompter *prompter, const std::string &title, std::string &value);
@@ -54,7 +56,7 @@ bool PromptIconPick(IGuiPrompter *prompter, const std::string &title, std::strin
 // The selection list of the prompter library; on OK the checked items are
 // appended to `chosen`.
 bool RunSelectionDialog(const StringList &all, const StringList &preselected, const StringList &icons,
-    const std::string &title, int flagA, int flagB, StringList &chosen, QWidget *parent);
+                        const std::string &title, int flagA, int flagB, StringList &chosen, QWidget *parent);
 
 // Values joined for a definition line (util/macrovalues.h).
 std::string JoinMacroValues(const StringList &values);

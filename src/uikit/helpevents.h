@@ -29,8 +29,7 @@ public:
         : QEvent(kHelpRequestEvent)
         , m_wParam(wParam)
         , m_lParam(lParam)
-    {
-    }
+    {}
 
     qintptr wParam() const { return m_wParam; }
     qintptr lParam() const { return m_lParam; }
@@ -51,8 +50,7 @@ public:
     explicit HelpTopicEvent(char *buffer)
         : QEvent(kHelpTopicEvent)
         , m_buffer(buffer)
-    {
-    }
+    {}
 
     char *buffer() const { return m_buffer; }
     // 1 when a topic was copied into the buffer, 0 when there is none.

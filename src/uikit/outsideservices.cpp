@@ -62,10 +62,10 @@ int localize(const char *text, char *buffer, int bufferSize)
 }
 
 bool selectionDialog(IVYRStringArray &all, IVYRStringArray &preselected, IVYRStringArray &icons, IVYRString &title,
-    int flagA, int flagB, IVYRStringArray &chosen, void *parent)
+                     int flagA, int flagB, IVYRStringArray &chosen, void *parent)
 {
     using Select = bool(IVYRStringArray &, IVYRStringArray &, IVYRStringArray &, IVYRString &, int, int,
-        IVYRStringArray &, void *);
+                        IVYRStringArray &, void *);
     auto *select = serviceFunction<Select>(kPrompterLibrary, "selectionDialog");
     return select && select(all, preselected, icons, title, flagA, flagB, chosen, parent);
 }

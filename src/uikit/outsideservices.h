@@ -29,7 +29,7 @@ int localize(const char *text, char *buffer, int bufferSize);
 
 // The prompter library's selection list; false when it is missing.
 bool selectionDialog(IVYRStringArray &all, IVYRStringArray &preselected, IVYRStringArray &icons, IVYRString &title,
-    int flagA, int flagB, IVYRStringArray &chosen, void *parent);
+                     int flagA, int flagB, IVYRStringArray &chosen, void *parent);
 
 // A GUI definition prompter of the prompter library, for hosts whose engine
 // session has none; null when the library is missing. Give it back with

@@ -10,9 +10,7 @@ void readGuiAnswers(std::string_view text, AnswerReadMode mode, StringList &answ
         lines.pop_back();
     for (std::size_t i = 0; i < lines.size(); ++i) {
         switch (mode) {
-        case AnswerReadMode::AllLines:
-            answers.push_back(lines[i]);
-            break;
+        case AnswerReadMode::AllLines: answers.push_back(lines[i]); break;
         case AnswerReadMode::NonEmptyLines:
             if (!lines[i].empty())
                 answers.push_back(lines[i]);

@@ -45,7 +45,8 @@ std::optional<std::string> findIniValue(std::string_view text, std::string_view 
             continue;
         if (line.front() == '[') {
             const std::size_t close = line.find(']');
-            currentGroup = trimWhitespace(line.substr(1, close == std::string_view::npos ? line.size() - 1 : close - 1));
+            currentGroup
+                = trimWhitespace(line.substr(1, close == std::string_view::npos ? line.size() - 1 : close - 1));
             continue;
         }
         const std::size_t equals = line.find('=');

@@ -58,7 +58,9 @@ std::string programPath()
 
 bool exists(const std::string &path)
 {
-    struct stat info {};
+    struct stat info
+    {
+    };
     return ::stat(path.c_str(), &info) == 0;
 }
 

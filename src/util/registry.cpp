@@ -11,7 +11,8 @@ namespace vyr {
 
 namespace {
 
-struct SettingsLocation {
+struct SettingsLocation
+{
     std::string file; // relative to a configuration directory
     std::string group;
 };
@@ -36,7 +37,7 @@ SettingsLocation locate(std::string_view key)
         segments.erase(segments.begin());
     if (segments.size() < 2)
         return {};
-    SettingsLocation location { segments[0] + "/" + segments[1] + ".conf", {} };
+    SettingsLocation location{segments[0] + "/" + segments[1] + ".conf", {}};
     for (std::size_t i = 2; i < segments.size(); ++i)
         location.group += (i > 2 ? "/" : "") + segments[i];
     return location;
@@ -75,7 +76,7 @@ std::string readUserRegistryString(std::string_view key, std::string_view valueN
             return fallback;
         home = userHome + "/.config";
     }
-    return readFrom({ home }, key, valueName).value_or(fallback);
+    return readFrom({home}, key, valueName).value_or(fallback);
 }
 
 } // namespace vyr

@@ -30,14 +30,15 @@ VYR_RESOURCE_TABLE(VYR_RESOURCE_ID)
 #undef VYR_RESOURCE_ID
 } // namespace res
 
-struct ResourceEntry {
+struct ResourceEntry
+{
     ResourceKind kind;
     unsigned id;
     const char *name;
 };
 
 inline constexpr ResourceEntry kResourceTable[] = {
-#define VYR_RESOURCE_ENTRY(kind, id, name) { ResourceKind::kind, id, #name },
+#define VYR_RESOURCE_ENTRY(kind, id, name) {ResourceKind::kind, id, #name},
     VYR_RESOURCE_TABLE(VYR_RESOURCE_ENTRY)
 #undef VYR_RESOURCE_ENTRY
 };

@@ -16,7 +16,8 @@ namespace vyr {
 
 namespace {
 
-struct ResourceState {
+struct ResourceState
+{
     std::unique_ptr<ResourceLibrary> library;
     std::unordered_map<unsigned, QString> strings;
 };
@@ -31,16 +32,11 @@ ResourceState &state()
 QString folderOf(ResourceKind kind)
 {
     switch (kind) {
-    case ResourceKind::String:
-        return QStringLiteral("strings.json");
-    case ResourceKind::Template:
-        return QStringLiteral("templates/%1.ui");
-    case ResourceKind::Bitmap:
-        return QStringLiteral("bitmaps/%1.png");
-    case ResourceKind::Icon:
-        return QStringLiteral("icons/%1.png");
-    case ResourceKind::Accelerators:
-        return QStringLiteral("accelerators/%1.json");
+    case ResourceKind::String: return QStringLiteral("strings.json");
+    case ResourceKind::Template: return QStringLiteral("templates/%1.ui");
+    case ResourceKind::Bitmap: return QStringLiteral("bitmaps/%1.png");
+    case ResourceKind::Icon: return QStringLiteral("icons/%1.png");
+    case ResourceKind::Accelerators: return QStringLiteral("accelerators/%1.json");
     }
     return {};
 }

@@ -24,14 +24,18 @@ std::uint32_t collisionCounter = 0;
 
 bool isDirectory(const std::string &path)
 {
-    struct stat info {};
+    struct stat info
+    {
+    };
     return !path.empty() && path.size() <= kLongestTempDirectory && ::stat(path.c_str(), &info) == 0
         && S_ISDIR(info.st_mode);
 }
 
 bool isTaken(const std::string &path)
 {
-    struct stat info {};
+    struct stat info
+    {
+    };
     return ::lstat(path.c_str(), &info) == 0 || errno != ENOENT;
 }
 
@@ -39,7 +43,7 @@ bool isTaken(const std::string &path)
 
 std::string resolveTempDirectory()
 {
-    for (const char *variable : { "VYR_TEMP", "TEMP", "TMPDIR" }) {
+    for (const char *variable : {"VYR_TEMP", "TEMP", "TMPDIR"}) {
         std::string directory = getEnvironment(variable);
         if (isDirectory(directory))
             return directory;

@@ -8,7 +8,7 @@ namespace vyr {
 std::string userLanguage()
 {
     std::string locale;
-    for (const char *variable : { "LC_ALL", "LC_MESSAGES", "LANG" }) {
+    for (const char *variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         locale = getEnvironment(variable);
         if (!locale.empty())
             break;

@@ -31,41 +31,41 @@ TEST(GuiDefinitionTest, ReadsEveryLineFormAndSkipsUnknownOnes)
     const GuiPrompt &list = definition.prompts[0];
     EXPECT_EQ(list.kind, GuiPromptKind::ListBox);
     EXPECT_EQ(list.key, "FEAT_TYPES");
-    EXPECT_EQ(list.choices, (StringList { "roads", "land use", "rivers" }));
+    EXPECT_EQ(list.choices, (StringList{"roads", "land use", "rivers"}));
     EXPECT_EQ(list.prompt, "Feature types to change:");
-    EXPECT_EQ(defaultValues(definition, list), (StringList { "roads", "land use" }));
+    EXPECT_EQ(defaultValues(definition, list), (StringList{"roads", "land use"}));
 
     EXPECT_EQ(definition.prompts[1].kind, GuiPromptKind::Divider);
     const GuiPrompt &choice = definition.prompts[2];
     EXPECT_EQ(choice.kind, GuiPromptKind::Choice);
-    EXPECT_EQ(defaultValues(definition, choice), (StringList { "No" }));
+    EXPECT_EQ(defaultValues(definition, choice), (StringList{"No"}));
 
     const GuiPrompt &box = definition.prompts[3];
     EXPECT_EQ(box.kind, GuiPromptKind::SelectionBox);
     EXPECT_EQ(box.key, "SELECTION_BOX_ONLY");
     EXPECT_EQ(box.prompt, "Pick some");
-    EXPECT_EQ(defaultValues(definition, box), (StringList { "c" }));
+    EXPECT_EQ(defaultValues(definition, box), (StringList{"c"}));
 
     const GuiPrompt &icon = definition.prompts[4];
     EXPECT_EQ(icon.kind, GuiPromptKind::IconPick);
     EXPECT_TRUE(icon.optional);
-    EXPECT_EQ(defaultValues(definition, icon), (StringList { "/icons/old.png" }));
+    EXPECT_EQ(defaultValues(definition, icon), (StringList{"/icons/old.png"}));
 }
 
 TEST(GuiDefinitionTest, AnswersComeInTheShapeTheDialogsReadBack)
 {
     const GuiDefinition definition = parseGuiDefinition(kDefinition);
-    const std::map<std::string, StringList> answers {
-        { "FEAT_TYPES", { "land use", "rivers" } },
-        { "DATASET", { "Yes" } },
-        { "SELECTION_BOX_ONLY", { "a b", "c" } },
-        { "ICONMAC", { "/icons/new.png" } },
+    const std::map<std::string, StringList> answers{
+        {"FEAT_TYPES", {"land use", "rivers"}},
+        {"DATASET", {"Yes"}},
+        {"SELECTION_BOX_ONLY", {"a b", "c"}},
+        {"ICONMAC", {"/icons/new.png"}},
     };
     EXPECT_EQ(writeGuiAnswers(definition, answers),
-        "FEAT_TYPES\n\"land use\" rivers\n"
-        "DATASET\nYes\n"
-        "a b\nc\n"
-        "ICONMAC\n/icons/new.png\n");
+              "FEAT_TYPES\n\"land use\" rivers\n"
+              "DATASET\nYes\n"
+              "a b\nc\n"
+              "ICONMAC\n/icons/new.png\n");
     EXPECT_EQ(writeGuiAnswers(definition, {}), "FEAT_TYPES\n\nDATASET\n\nICONMAC\n\n");
 }
 
@@ -74,8 +74,8 @@ TEST(GuiDefinitionTest, QuotedChoicesAnswerAsTheyWereWritten)
     const GuiDefinition definition = parseGuiDefinition("GUI CHOICE K \"Ja bitte\"%Nein Apply\n"
                                                         "DEFAULT_MACRO K \"Ja bitte\"\n");
     ASSERT_EQ(definition.prompts.size(), 1u);
-    EXPECT_EQ(defaultValues(definition, definition.prompts[0]), (StringList { "Ja bitte" }));
-    EXPECT_EQ(writeGuiAnswers(definition, { { "K", { "Ja bitte" } } }), "K\n\"Ja bitte\"\n");
+    EXPECT_EQ(defaultValues(definition, definition.prompts[0]), (StringList{"Ja bitte"}));
+    EXPECT_EQ(writeGuiAnswers(definition, {{"K", {"Ja bitte"}}}), "K\n\"Ja bitte\"\n");
 }
 
 TEST(GuiDefinitionTest, BrokenLinesAreSkipped)

@@ -43,7 +43,9 @@ TEST(GuiLocalizerTest, TranslationComesInTheNarrowCodePage)
     env.set("LANGUAGE", std::nullopt);
     env.set("LC_ALL", "de_DE.UTF-8");
     ASSERT_TRUE(std::setlocale(LC_ALL, ""));
-    EXPECT_EQ(translate("Back"), "Zur\xfc" "ck");
+    EXPECT_EQ(translate("Back"),
+              "Zur\xfc"
+              "ck");
     std::setlocale(LC_ALL, "C");
 }
 

@@ -11,7 +11,8 @@ namespace {
 
 TEST(HelpBookTest, TopicsResolveInsideTheirBook)
 {
-    struct Case {
+    struct Case
+    {
         const char *file;
         const char *topic;
         const char *book;
@@ -19,15 +20,15 @@ TEST(HelpBookTest, TopicsResolveInsideTheirBook)
         const char *anchor;
     };
     const Case cases[] = {
-        { "/opt/vyr/help/VYRLoomhouse.chm", "Editing_Feature_Type_Properties.htm", "/opt/vyr/help/VYRLoomhouse",
-            "/opt/vyr/help/VYRLoomhouse/Editing_Feature_Type_Properties.htm", "" },
-        { "/opt/vyr/help/VYRTransformers.CHM", "transformers\\Tester.htm#tests", "/opt/vyr/help/VYRTransformers",
-            "/opt/vyr/help/VYRTransformers/transformers/Tester.htm", "tests" },
-        { "/opt/vyr/help/VYRTransformers.chm#transformers\\Tester.htm", "", "/opt/vyr/help/VYRTransformers",
-            "/opt/vyr/help/VYRTransformers/transformers/Tester.htm", "" },
-        { "/opt/vyr/help/VYRLoomhouse.chm", "../../etc/passwd", "/opt/vyr/help/VYRLoomhouse", "", "" },
-        { "/opt/vyr/help/VYRLoomhouse.chm", "/etc/passwd", "/opt/vyr/help/VYRLoomhouse", "", "" },
-        { "/opt/vyr/help/VYRLoomhouse.chm", "", "/opt/vyr/help/VYRLoomhouse", "", "" },
+        {"/opt/vyr/help/VYRLoomhouse.chm", "Editing_Feature_Type_Properties.htm", "/opt/vyr/help/VYRLoomhouse",
+         "/opt/vyr/help/VYRLoomhouse/Editing_Feature_Type_Properties.htm", ""},
+        {"/opt/vyr/help/VYRTransformers.CHM", "transformers\\Tester.htm#tests", "/opt/vyr/help/VYRTransformers",
+         "/opt/vyr/help/VYRTransformers/transformers/Tester.htm", "tests"},
+        {"/opt/vyr/help/VYRTransformers.chm#transformers\\Tester.htm", "", "/opt/vyr/help/VYRTransformers",
+         "/opt/vyr/help/VYRTransformers/transformers/Tester.htm", ""},
+        {"/opt/vyr/help/VYRLoomhouse.chm", "../../etc/passwd", "/opt/vyr/help/VYRLoomhouse", "", ""},
+        {"/opt/vyr/help/VYRLoomhouse.chm", "/etc/passwd", "/opt/vyr/help/VYRLoomhouse", "", ""},
+        {"/opt/vyr/help/VYRLoomhouse.chm", "", "/opt/vyr/help/VYRLoomhouse", "", ""},
     };
     for (const Case &c : cases) {
         const HelpLocation location = resolveHelpTopic(QString::fromUtf8(c.file), QString::fromUtf8(c.topic));
@@ -62,7 +63,7 @@ TEST(HelpBookTest, ContentsStartWithTheIndexThenGoByTitle)
     QStringList titles;
     for (const HelpPage &page : pages)
         titles.append(page.title);
-    EXPECT_EQ(titles, (QStringList { "Start", "Alpha page", "untitled.htm", "Zeta page" }));
+    EXPECT_EQ(titles, (QStringList{"Start", "Alpha page", "untitled.htm", "Zeta page"}));
 }
 
 // Every page the dialogs name is in the built help books.
@@ -77,7 +78,7 @@ TEST(HelpBookTest, TopicsTheDialogsNameExist)
     };
     for (const char *page : pages)
         EXPECT_TRUE(QFileInfo::exists(help + QLatin1String(page))) << page;
-    for (const char *format : { "SHAPEFILE", "POSTGRES", "GEOPACKAGE", "CSV", "GPX", "XLSX" }) {
+    for (const char *format : {"SHAPEFILE", "POSTGRES", "GEOPACKAGE", "CSV", "GPX", "XLSX"}) {
         const HelpLocation location = resolveFormatHelp(help + "VYRReadersWriters.chm", QLatin1String(format), 5);
         EXPECT_TRUE(QFileInfo::exists(location.page)) << format;
     }

@@ -27,10 +27,9 @@ class ProbeDialog : public CVyrDialog
 {
 public:
     explicit ProbeDialog(DialogMode mode = DialogMode::ModeModal, std::string topic = "Probe_Topic.htm",
-        QWidget *parent = nullptr, bool toolTips = false, unsigned accelerators = 0)
+                         QWidget *parent = nullptr, bool toolTips = false, unsigned accelerators = 0)
         : CVyrDialog(res::AboutDialog, accelerators, toolTips, std::move(topic), parent, mode)
-    {
-    }
+    {}
 
     qintptr helpAnswer = 0;
     int helpRequests = 0;
@@ -288,7 +287,7 @@ private slots:
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
         QTest::keyClick(&dialog, Qt::Key_I, Qt::ControlModifier);
-        QCOMPARE(dialog.commands, QList<unsigned> { 1002 });
+        QCOMPARE(dialog.commands, QList<unsigned>{1002});
     }
 
     void shouldFillTheAboutDialogFromTheStringTable()

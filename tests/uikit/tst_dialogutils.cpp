@@ -25,11 +25,12 @@ private slots:
         QTest::addColumn<QString>("reference");
         QTest::addColumn<QString>("resolved");
         const QString home = QString::fromStdString(getInstallDirectory());
-        QTest::newRow("transformer topic") << "transformers\\Tester.htm"
-                                           << home + "help/VYRTransformers.chm#transformers\\Tester.htm";
+        QTest::newRow("transformer topic")
+            << "transformers\\Tester.htm" << home + "help/VYRTransformers.chm#transformers\\Tester.htm";
         QTest::newRow("transformers later in the topic")
             << "a\\transformers\\b.htm" << home + "help/VYRLoomhouse.chm#a\\transformers\\b.htm";
-        QTest::newRow("book named") << "x.CHM#y" << "x.CHM#y";
+        QTest::newRow("book named") << "x.CHM#y"
+                                    << "x.CHM#y";
         QTest::newRow("plain topic") << "Editing_Feature_Type_Properties.htm"
                                      << home + "help/VYRLoomhouse.chm#Editing_Feature_Type_Properties.htm";
     }
@@ -43,7 +44,7 @@ private slots:
 
     void shouldWriteTheDefinitionInItsOrder()
     {
-        const std::string text = MakeGuiDefinition("Title", { "first" }, { "second", "third" }, "x.chm#t");
+        const std::string text = MakeGuiDefinition("Title", {"first"}, {"second", "third"}, "x.chm#t");
         QCOMPARE(text, std::string("GUI TITLE Title\nGUI HELP \"x.chm#t\"\nfirst\nsecond\nthird\n"));
         QCOMPARE(MakeGuiDefinition("T", {}, {}, {}), std::string("GUI TITLE T\n"));
     }
@@ -77,7 +78,7 @@ private slots:
     void shouldFindComboItemsByExactText()
     {
         QComboBox combo;
-        combo.addItems({ "Line", "line", "Polygon" });
+        combo.addItems({"Line", "line", "Polygon"});
         QCOMPARE(SelectComboItem(&combo, QStringLiteral("line")), 1);
         QCOMPARE(SelectComboItem(&combo, QStringLiteral("Poly")), -1);
         QCOMPARE(combo.currentIndex(), 1);
@@ -91,10 +92,10 @@ private slots:
         QTest::addColumn<int>("icon");
         QTest::newRow("OK") << unsigned(MbOk) << int(QMessageBox::Ok) << int(IdOk) << int(QMessageBox::NoIcon);
         QTest::newRow("Yes") << unsigned(MbYesNo) << int(QMessageBox::Yes) << int(IdYes) << int(QMessageBox::NoIcon);
-        QTest::newRow("No, exclamation") << unsigned(MbYesNo | MbIconExclamation) << int(QMessageBox::No)
-                                         << int(IdNo) << int(QMessageBox::Warning);
-        QTest::newRow("Cancel") << unsigned(MbOkCancel | MbIconQuestion) << int(QMessageBox::Cancel)
-                                << int(IdCancel) << int(QMessageBox::Question);
+        QTest::newRow("No, exclamation") << unsigned(MbYesNo | MbIconExclamation) << int(QMessageBox::No) << int(IdNo)
+                                         << int(QMessageBox::Warning);
+        QTest::newRow("Cancel") << unsigned(MbOkCancel | MbIconQuestion) << int(QMessageBox::Cancel) << int(IdCancel)
+                                << int(QMessageBox::Question);
     }
 
     void shouldAnswerMessageBoxesWithTheirButtonCodes()

@@ -74,26 +74,26 @@ private slots:
 
     void shouldReadKeyValueAnswersInPairs()
     {
-        const StringList definitions {
-            "GUI LISTBOX FEAT_TYPES " + JoinMacroValues({ "roads", "land use", "rivers" }) + " Feature types:",
+        const StringList definitions{
+            "GUI LISTBOX FEAT_TYPES " + JoinMacroValues({"roads", "land use", "rivers"}) + " Feature types:",
             "GUI DIVIDER",
             "GUI CHOICE DATASET Yes%No Apply the dataset",
         };
-        const StringList defaults { "DEFAULT_MACRO FEAT_TYPES roads \"land use\" ", "DEFAULT_MACRO DATASET No" };
+        const StringList defaults{"DEFAULT_MACRO FEAT_TYPES roads \"land use\" ", "DEFAULT_MACRO DATASET No"};
         QStringList preselected;
         QString titleShown;
         answerNextDialog([&](QDialog *form) {
             titleShown = form->windowTitle();
             QListWidget *list = listOf(form, "FEAT_TYPES");
             preselected = checkedIn(list);
-            setChecked(list, { "land use", "rivers" });
+            setChecked(list, {"land use", "rivers"});
             form->findChild<QComboBox *>(QStringLiteral("prompt_DATASET"))->setCurrentText(QStringLiteral("Yes"));
             return true;
         });
-        std::map<std::string, std::string> values { { "KEPT", "old" } };
+        std::map<std::string, std::string> values{{"KEPT", "old"}};
         QVERIFY(PromptKeyValues(m_prompter, "Apply", defaults, definitions, values, {}));
         QCOMPARE(titleShown, QStringLiteral("Apply"));
-        QCOMPARE(preselected, (QStringList { "roads", "land use" }));
+        QCOMPARE(preselected, (QStringList{"roads", "land use"}));
         QCOMPARE(values.at("FEAT_TYPES"), std::string("\"land use\" rivers"));
         QCOMPARE(values.at("DATASET"), std::string("Yes"));
         QCOMPARE(values.at("KEPT"), std::string("old"));
@@ -103,13 +103,13 @@ private slots:
     {
         answerNextDialog([](QDialog *) { return false; });
         std::map<std::string, std::string> values;
-        QVERIFY(!PromptKeyValues(m_prompter, "Apply", {}, { "GUI CHOICE K Yes%No Sure?" }, values, {}));
+        QVERIFY(!PromptKeyValues(m_prompter, "Apply", {}, {"GUI CHOICE K Yes%No Sure?"}, values, {}));
         QVERIFY(values.empty());
 
         answerNextDialog([](QDialog *) { return false; });
-        StringList chosen { "a" };
-        QVERIFY(!PromptSelectionBox(m_prompter, "Pick", "Which", { "a", "b" }, chosen, {}));
-        QCOMPARE(chosen, StringList { "a" });
+        StringList chosen{"a"};
+        QVERIFY(!PromptSelectionBox(m_prompter, "Pick", "Which", {"a", "b"}, chosen, {}));
+        QCOMPARE(chosen, StringList{"a"});
     }
 
     void shouldReplaceSelectionBoxValuesWithThePickedOnes()
@@ -121,18 +121,18 @@ private slots:
             for (int i = 0; i < list->count(); ++i)
                 offered.append(list->item(i)->text());
             preselected = checkedIn(list);
-            setChecked(list, { "first choice", "third" });
+            setChecked(list, {"first choice", "third"});
             return true;
         });
-        StringList values { "second" };
-        QVERIFY(PromptSelectionBox(m_prompter, "Pick", "Which ones", { "first choice", "second", "third" }, values, {}));
-        QCOMPARE(offered, (QStringList { "first choice", "second", "third" }));
-        QCOMPARE(preselected, QStringList { "second" });
-        QCOMPARE(values, (StringList { "first choice", "third" }));
+        StringList values{"second"};
+        QVERIFY(PromptSelectionBox(m_prompter, "Pick", "Which ones", {"first choice", "second", "third"}, values, {}));
+        QCOMPARE(offered, (QStringList{"first choice", "second", "third"}));
+        QCOMPARE(preselected, QStringList{"second"});
+        QCOMPARE(values, (StringList{"first choice", "third"}));
 
-        StringList untouched { "x" };
+        StringList untouched{"x"};
         QVERIFY(!PromptSelectionBox(m_prompter, "Pick", "Nothing to pick", {}, untouched, {}));
-        QCOMPARE(untouched, StringList { "x" });
+        QCOMPARE(untouched, StringList{"x"});
     }
 
     void shouldTakeTheIconFromTheSecondAnswerLine()
@@ -160,8 +160,8 @@ private slots:
             return false;
         });
         StringList answers;
-        RunGuiDefinition(m_prompter, "T", {}, { "GUI CHOICE K a%b k" }, answers, AnswerReadMode::AllLines,
-            "transformers\\Tester.htm");
+        RunGuiDefinition(m_prompter, "T", {}, {"GUI CHOICE K a%b k"}, answers, AnswerReadMode::AllLines,
+                         "transformers\\Tester.htm");
         QVERIFY(hasHelp);
     }
 
@@ -169,13 +169,13 @@ private slots:
     {
         const auto leftovers = [] {
             return QDir(QString::fromStdString(getTempDirectory()))
-                .entryList({ QStringLiteral("lh-dlg-*") }, QDir::Files)
+                .entryList({QStringLiteral("lh-dlg-*")}, QDir::Files)
                 .filter(QString::number(QCoreApplication::applicationPid()));
         };
         answerNextDialog([](QDialog *) { return true; });
         StringList answers;
-        QVERIFY(RunGuiDefinition(m_prompter, "T", {}, { "GUI CHOICE K a%b k" }, answers, AnswerReadMode::AllLines, {}));
-        QCOMPARE(answers, (StringList { "K", "a" }));
+        QVERIFY(RunGuiDefinition(m_prompter, "T", {}, {"GUI CHOICE K a%b k"}, answers, AnswerReadMode::AllLines, {}));
+        QCOMPARE(answers, (StringList{"K", "a"}));
         QVERIFY(leftovers().isEmpty());
         QVERIFY(!RunGuiDefinition(nullptr, "T", {}, {}, answers, AnswerReadMode::AllLines, {}));
         QVERIFY(leftovers().isEmpty());
@@ -189,19 +189,19 @@ private slots:
             title = dialog->windowTitle();
             auto *list = dialog->findChild<QListWidget *>(QStringLiteral("checkList"));
             preselected = checkedIn(list);
-            setChecked(list, { "b", "c" });
+            setChecked(list, {"b", "c"});
             return true;
         });
-        StringList chosen { "earlier" };
-        QVERIFY(RunSelectionDialog({ "a", "b", "c" }, { "a" }, { "", "icons/none.png" }, "Schema sources", 0, 0,
-            chosen, nullptr));
+        StringList chosen{"earlier"};
+        QVERIFY(RunSelectionDialog({"a", "b", "c"}, {"a"}, {"", "icons/none.png"}, "Schema sources", 0, 0, chosen,
+                                   nullptr));
         QCOMPARE(title, QStringLiteral("Schema sources"));
-        QCOMPARE(preselected, QStringList { "a" });
-        QCOMPARE(chosen, (StringList { "earlier", "b", "c" }));
+        QCOMPARE(preselected, QStringList{"a"});
+        QCOMPARE(chosen, (StringList{"earlier", "b", "c"}));
 
         answerNextDialog([](QDialog *) { return false; });
         StringList none;
-        QVERIFY(!RunSelectionDialog({ "a" }, {}, {}, "T", 0, 0, none, nullptr));
+        QVERIFY(!RunSelectionDialog({"a"}, {}, {}, "T", 0, 0, none, nullptr));
         QVERIFY(none.empty());
     }
 

@@ -27,10 +27,7 @@ protected:
         m_env.set("XDG_CONFIG_DIRS", m_config.path());
     }
 
-    void writeMachineSettings(const std::string &content)
-    {
-        m_config.write("Quenbry Inc./Vyrcore.conf", content);
-    }
+    void writeMachineSettings(const std::string &content) { m_config.write("Quenbry Inc./Vyrcore.conf", content); }
 
     ScopedEnvironment m_env;
     ScratchDirectory m_config;
@@ -88,22 +85,23 @@ TEST(IniFileTest, FindsValuesByGroupAndKey)
                              "[broken\n"
                              "inside=broken\n"
                              "noequals\n";
-    struct Case {
+    struct Case
+    {
         const char *group;
         const char *key;
         std::optional<std::string> expected;
     };
     const Case cases[] = {
-        { "", "top", "level" },
-        { "General", "TOP", "level" },
-        { "settings", "allow source feature type editing", "yes" },
-        { "Settings", "quoted", "  kept blanks  " },
-        { "Settings", "twice", "second" },
-        { "BUILD\\6233", "VYR_HOME", "/opt/vyr" },
-        { "broken", "inside", "broken" },
-        { "Settings", "top", std::nullopt },
-        { "Settings", "noequals", std::nullopt },
-        { "Missing", "VYR_HOME", std::nullopt },
+        {"", "top", "level"},
+        {"General", "TOP", "level"},
+        {"settings", "allow source feature type editing", "yes"},
+        {"Settings", "quoted", "  kept blanks  "},
+        {"Settings", "twice", "second"},
+        {"BUILD\\6233", "VYR_HOME", "/opt/vyr"},
+        {"broken", "inside", "broken"},
+        {"Settings", "top", std::nullopt},
+        {"Settings", "noequals", std::nullopt},
+        {"Missing", "VYR_HOME", std::nullopt},
     };
     for (const Case &c : cases)
         EXPECT_EQ(findIniValue(text, c.group, c.key), c.expected) << c.group << " / " << c.key;
@@ -135,20 +133,21 @@ TEST(RegistryTest, FirstSystemDirectoryHoldingTheValueWins)
 
 TEST(UserLanguageTest, TakesTheLanguageOfTheFirstSetLocaleVariable)
 {
-    struct Case {
+    struct Case
+    {
         std::optional<std::string> all, messages, lang;
         const char *expected;
     };
     const Case cases[] = {
-        { std::nullopt, std::nullopt, "de_DE.UTF-8", "de" },
-        { "fr_FR", std::nullopt, "de_DE.UTF-8", "fr" },
-        { "", "pt_BR@euro", "de_DE", "pt" },
-        { std::nullopt, std::nullopt, "C.UTF-8", "" },
-        { std::nullopt, std::nullopt, "POSIX", "" },
-        { std::nullopt, std::nullopt, std::nullopt, "" },
-        { std::nullopt, std::nullopt, "EN", "en" },
-        { std::nullopt, std::nullopt, "verylonglanguage_XX", "" },
-        { std::nullopt, std::nullopt, "d3_DE", "" },
+        {std::nullopt, std::nullopt, "de_DE.UTF-8", "de"},
+        {"fr_FR", std::nullopt, "de_DE.UTF-8", "fr"},
+        {"", "pt_BR@euro", "de_DE", "pt"},
+        {std::nullopt, std::nullopt, "C.UTF-8", ""},
+        {std::nullopt, std::nullopt, "POSIX", ""},
+        {std::nullopt, std::nullopt, std::nullopt, ""},
+        {std::nullopt, std::nullopt, "EN", "en"},
+        {std::nullopt, std::nullopt, "verylonglanguage_XX", ""},
+        {std::nullopt, std::nullopt, "d3_DE", ""},
     };
     for (const Case &c : cases) {
         ScopedEnvironment env;

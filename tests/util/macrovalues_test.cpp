@@ -8,17 +8,18 @@ namespace {
 
 TEST(MacroValuesTest, JoinQuotesBlanksAndEmptiesAndDropsTrailingPercents)
 {
-    struct Case {
+    struct Case
+    {
         StringList values;
         const char *joined;
     };
     const Case cases[] = {
-        { { "a b", "", "c" }, "\"a b\"%\"\"%c" },
-        { { "x", "50%" }, "x%50" },
-        { { "\"kept as is\"" }, "\"kept as is\"" },
-        { {}, "" },
-        { { "" }, "\"\"" },
-        { { "one" }, "one" },
+        {{"a b", "", "c"}, "\"a b\"%\"\"%c"},
+        {{"x", "50%"}, "x%50"},
+        {{"\"kept as is\""}, "\"kept as is\""},
+        {{}, ""},
+        {{""}, "\"\""},
+        {{"one"}, "one"},
     };
     for (const Case &c : cases)
         EXPECT_EQ(joinMacroValues(c.values), c.joined) << c.joined;
@@ -26,12 +27,12 @@ TEST(MacroValuesTest, JoinQuotesBlanksAndEmptiesAndDropsTrailingPercents)
 
 TEST(MacroValuesTest, SplitUndoesJoinForValuesWithoutPercentSigns)
 {
-    const StringList lists[] = { { "a b", "", "c" }, { "Yes", "No" }, { "one" }, { "x y z", "w" } };
+    const StringList lists[] = {{"a b", "", "c"}, {"Yes", "No"}, {"one"}, {"x y z", "w"}};
     for (const StringList &values : lists)
         EXPECT_EQ(splitMacroValues(joinMacroValues(values)), values) << joinMacroValues(values);
-    EXPECT_EQ(splitMacroValues("\"a%b\"%c"), (StringList { "a%b", "c" }));
-    EXPECT_EQ(splitMacroValues("\"a b\"%c", true), (StringList { "\"a b\"", "c" }));
-    EXPECT_EQ(splitMacroValues("\"open%end"), (StringList { "\"open%end" }));
+    EXPECT_EQ(splitMacroValues("\"a%b\"%c"), (StringList{"a%b", "c"}));
+    EXPECT_EQ(splitMacroValues("\"a b\"%c", true), (StringList{"\"a b\"", "c"}));
+    EXPECT_EQ(splitMacroValues("\"open%end"), (StringList{"\"open%end"}));
     EXPECT_TRUE(splitMacroValues("").empty());
 }
 
@@ -49,25 +50,26 @@ TEST(MacroValuesTest, TokensEndAtBlanksOutsideQuotes)
 TEST(GuiAnswersTest, EachReadModeOverTheSameFile)
 {
     const std::string file = "a\nb\n\nc\n\n";
-    struct Case {
+    struct Case
+    {
         AnswerReadMode mode;
         StringList expected;
     };
     const Case cases[] = {
-        { AnswerReadMode::AllLines, { "a", "b", "", "c", "" } },
-        { AnswerReadMode::NonEmptyLines, { "a", "b", "c" } },
-        { AnswerReadMode::Pairs, { "a", "b", "c", "" } },
+        {AnswerReadMode::AllLines, {"a", "b", "", "c", ""}},
+        {AnswerReadMode::NonEmptyLines, {"a", "b", "c"}},
+        {AnswerReadMode::Pairs, {"a", "b", "c", ""}},
     };
     for (const Case &c : cases) {
-        StringList answers { "kept" };
+        StringList answers{"kept"};
         readGuiAnswers(file, c.mode, answers);
-        StringList expected { "kept" };
+        StringList expected{"kept"};
         expected.insert(expected.end(), c.expected.begin(), c.expected.end());
         EXPECT_EQ(answers, expected) << static_cast<int>(c.mode);
     }
     StringList unterminated;
     readGuiAnswers("KEY\nvalue", AnswerReadMode::Pairs, unterminated);
-    EXPECT_EQ(unterminated, (StringList { "KEY", "value" }));
+    EXPECT_EQ(unterminated, (StringList{"KEY", "value"}));
 }
 
 } // namespace

@@ -85,19 +85,20 @@ TEST_F(ResourceLibraryTest, NothingLoadedIsRetriedButEmptyTextsStayCached)
 
 TEST(ResourceTextTest, InsertsReplacePlaceholdersInOrder)
 {
-    struct Case {
+    struct Case
+    {
         const char *text;
         QStringList inserts;
         const char *expected;
     };
     const Case cases[] = {
-        { "%1 of %2", { "3", "7" }, "3 of 7" },
-        { "%2, then %1", { "a", "b" }, "b, then a" },
-        { "100%% sure", {}, "100% sure" },
-        { "missing %3", { "a" }, "missing %3" },
-        { "%1%1", { "x" }, "xx" },
-        { "trailing %", { "x" }, "trailing %" },
-        { "%10", { "a" }, "a0" },
+        {"%1 of %2", {"3", "7"}, "3 of 7"},
+        {"%2, then %1", {"a", "b"}, "b, then a"},
+        {"100%% sure", {}, "100% sure"},
+        {"missing %3", {"a"}, "missing %3"},
+        {"%1%1", {"x"}, "xx"},
+        {"trailing %", {"x"}, "trailing %"},
+        {"%10", {"a"}, "a0"},
     };
     for (const Case &c : cases)
         EXPECT_EQ(formatInserts(QString::fromUtf8(c.text), c.inserts), QString::fromUtf8(c.expected)) << c.text;
@@ -106,7 +107,7 @@ TEST(ResourceTextTest, InsertsReplacePlaceholdersInOrder)
 // Every resource the code names exists in every language.
 TEST(ResourceTableTest, EveryEntryExistsInEveryBuiltLibrary)
 {
-    for (const char *file : { "vyr_res.rcc", "vyr_res_de.rcc" }) {
+    for (const char *file : {"vyr_res.rcc", "vyr_res_de.rcc"}) {
         const auto library = ResourceLibrary::open(kStage + "/res/" + file);
         ASSERT_TRUE(library) << file;
         for (const ResourceEntry &entry : kResourceTable)

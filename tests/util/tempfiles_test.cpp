@@ -59,9 +59,9 @@ TEST(TempFilesTest, PlantedLinksAreNeverFollowed)
     const std::string victim = dir.write("victim", "precious");
     const std::string stem = dir.path() + "/lh-dlg-";
     const std::string pid = "_" + numberText(static_cast<std::uint32_t>(::getpid()));
-    const auto now = std::chrono::duration_cast<std::chrono::milliseconds>(
-        std::chrono::system_clock::now().time_since_epoch())
-                         .count();
+    const auto now
+        = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::system_clock::now().time_since_epoch())
+              .count();
     for (long long ms = now; ms < now + 3000; ++ms) {
         const std::string name = stem + std::to_string(ms / 1000) + std::to_string(ms % 1000) + pid;
         ASSERT_EQ(::symlink(victim.c_str(), name.c_str()), 0) << name;
@@ -69,7 +69,9 @@ TEST(TempFilesTest, PlantedLinksAreNeverFollowed)
 
     const std::string created = createTempFile(dir.path(), "lh-dlg-XXXXXX", "");
     ASSERT_FALSE(created.empty());
-    struct stat info {};
+    struct stat info
+    {
+    };
     ASSERT_EQ(::lstat(created.c_str(), &info), 0);
     EXPECT_TRUE(S_ISREG(info.st_mode));
     EXPECT_EQ(info.st_mode & 0777, 0600u);
