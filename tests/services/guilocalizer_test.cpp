@@ -9,6 +9,15 @@
 
 namespace {
 
+// A German user whose narrow code page is `codePage`.
+void becomeGerman(vyr::test::ScopedEnvironment &env, const char *codePage)
+{
+    env.set("VYR_CODEPAGE", codePage);
+    env.set("LANGUAGE", std::nullopt);
+    env.set("LC_ALL", "de_DE.UTF-8");
+    ASSERT_TRUE(std::setlocale(LC_ALL, ""));
+}
+
 std::string translate(const char *text, int bufferSize = 1024)
 {
     std::string buffer(static_cast<std::size_t>(bufferSize), '\0');
@@ -17,14 +26,12 @@ std::string translate(const char *text, int bufferSize = 1024)
 }
 
 // The catalogs are found under VYR_HOME, which the test's environment sets to
-// the stage directory.
+// the stage directory. The narrow code page is chosen once per process, so
+// each test relies on running in a process of its own, as CTest runs them.
 TEST(GuiLocalizerTest, TranslatesUnderAGermanLocaleOnly)
 {
     vyr::test::ScopedEnvironment env;
-    env.set("VYR_CODEPAGE", "UTF-8");
-    env.set("LANGUAGE", std::nullopt);
-    env.set("LC_ALL", "de_DE.UTF-8");
-    ASSERT_TRUE(std::setlocale(LC_ALL, ""));
+    becomeGerman(env, "UTF-8");
     EXPECT_EQ(translate("Cancel"), "Abbrechen");
     EXPECT_EQ(translate("Back"), "Zurück");
     EXPECT_EQ(translate("not in the catalog"), "");
@@ -39,10 +46,7 @@ TEST(GuiLocalizerTest, TranslatesUnderAGermanLocaleOnly)
 TEST(GuiLocalizerTest, TranslationComesInTheNarrowCodePage)
 {
     vyr::test::ScopedEnvironment env;
-    env.set("VYR_CODEPAGE", "CP1252");
-    env.set("LANGUAGE", std::nullopt);
-    env.set("LC_ALL", "de_DE.UTF-8");
-    ASSERT_TRUE(std::setlocale(LC_ALL, ""));
+    becomeGerman(env, "CP1252");
     EXPECT_EQ(translate("Back"),
               "Zur\xfc"
               "ck");

@@ -257,14 +257,6 @@ private slots:
         QTRY_VERIFY(watch.isNull());
     }
 
-    void shouldTakeTitleAndIconFromTheResourceLibrary()
-    {
-        ProbeDialog dialog;
-        QVERIFY(dialog.Create());
-        QCOMPARE(dialog.windowTitle(), QStringLiteral("About vyrguimfc"));
-        QVERIFY(!dialog.windowIcon().isNull());
-    }
-
     void shouldShowToolTipsOverDisabledControls()
     {
         ProbeDialog dialog(DialogMode::ModeModal, {}, nullptr, true);
@@ -290,10 +282,12 @@ private slots:
         QCOMPARE(dialog.commands, QList<unsigned>{1002});
     }
 
-    void shouldFillTheAboutDialogFromTheStringTable()
+    void shouldTakeTitleIconAndTextsFromTheResourceLibrary()
     {
         CAboutDlg about;
         QVERIFY(about.Create());
+        QCOMPARE(about.windowTitle(), QStringLiteral("About vyrguimfc"));
+        QVERIFY(!about.windowIcon().isNull());
         const auto *build = qobject_cast<QLabel *>(about.GetDlgItem(kBuildLabel));
         QCOMPARE(build->text(), QStringLiteral("Build 6233"));
         const auto *language = qobject_cast<QLabel *>(about.GetDlgItem(kLanguageLabel));
