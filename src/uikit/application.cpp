@@ -1,6 +1,7 @@
 #include "uikit/application.h"
 
 #include "uikit/helpevents.h"
+#include "uikit/messageboxnotices.h"
 #include "util/environment.h"
 
 #include <QApplication>
@@ -54,6 +55,11 @@ QApplication *ensureApplication()
         application->installEventFilter(new HelpKeyFilter(application));
         filtered = application;
     }
+    // Refusals of the model's checks become message boxes, unless the host
+    // has its own way of telling the user.
+    static MessageBoxNotices messageBoxes;
+    if (application && !userNoticeSink())
+        setUserNoticeSink(&messageBoxes);
     return application;
 }
 

@@ -4,7 +4,8 @@
 // own. Every entry point that shows a window first calls ensureApplication,
 // which makes a QApplication when there is none (never destroyed) and
 // installs the library's help routine on whichever application there is:
-// F1 anywhere sends a help request along the focus chain.
+// F1 anywhere sends a help request along the focus chain. Notices of the
+// model's checks are shown as message boxes from then on.
 #ifndef VYR_UIKIT_APPLICATION_H
 #define VYR_UIKIT_APPLICATION_H
 

@@ -22,7 +22,8 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 133, AboutResourceLibrary)                                                                               \
     X(String, 134, AboutLanguage)                                                                                      \
     X(String, 135, AboutNoResourceLibrary)                                                                             \
-    X(Accelerators, 136, AboutAccelerators)
+    X(Accelerators, 136, AboutAccelerators)                                                                            \
+    X(String, 59534, DomainRequired)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;
