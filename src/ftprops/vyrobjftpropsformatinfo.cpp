@@ -1,0 +1,259 @@
+#include "ftprops/vyrobjftpropsformatinfo.h"
+
+#include "attrtypes/typestring.h"
+#include "ftprops/guiparameterline.h"
+#include "util/numbertext.h"
+
+#include "vyr/IVYRSession.h"
+
+#include <climits>
+
+namespace vyr {
+
+namespace {
+
+// The elements of a list value as pairs; an unpaired last element is left out.
+template <class Visit>
+void forEachPair(const StringList &elements, Visit visit)
+{
+    for (std::size_t i = 0; i + 1 < elements.size(); i += 2)
+        visit(elements[i], elements[i + 1]);
+}
+
+} // namespace
+
+int leadingInteger(std::string_view text)
+{
+    std::size_t at = text.find_first_not_of(" \t");
+    if (at == std::string_view::npos)
+        return 0;
+    const bool negative = text[at] == '-';
+    if (text[at] == '-' || text[at] == '+')
+        ++at;
+    long long value = 0;
+    for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at)
+        value = std::min<long long>(value * 10 + (text[at] - '0'), INT_MAX + 1LL);
+    value = negative ? -value : std::min<long long>(value, INT_MAX);
+    return static_cast<int>(std::max<long long>(value, INT_MIN));
+}
+
+VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, IVYRSession *session)
+    : m_session(session)
+{
+    forEachPair(csvSplit(capabilities, ','),
+        [this](const std::string &key, const std::string &value) { m_capabilities[key] = value; });
+    forEachPair(list("DEFLINE_PARMS"), [this](const std::string &line, const std::string &fallback) {
+        const std::string name = ParseParameterLine(line).name;
+        if (!m_parameterLines.contains(name))
+            m_parameterNames.push_back(name);
+        m_parameterLines[name] = line;
+        m_parameterDefaults[name] = fallback;
+    });
+    m_dataTypes = std::make_unique<DataTypeMappings>(getFormatName(), isSource());
+    forEachPair(list("DATA_TYPE_MAPPINGS"), [this](const std::string &native, const std::string &generic) {
+        m_dataTypes->addMapping(native, generic, kStoredListMode);
+    });
+    forEachPair(list("GEOM_TYPE_MAPPINGS"),
+        [this](const std::string &native, const std::string &generic) { m_geometryTypes.add(native, generic); });
+}
+
+VYRObjFTPropsFormatInfo::~VYRObjFTPropsFormatInfo() = default;
+
+std::string VYRObjFTPropsFormatInfo::text(const std::string &key) const
+{
+    const auto found = m_capabilities.find(key);
+    return found == m_capabilities.end() ? std::string() : found->second;
+}
+
+bool VYRObjFTPropsFormatInfo::flag(const std::string &key, bool fallback) const
+{
+    bool value = fallback;
+    return parseBool(text(key), value) ? value : fallback;
+}
+
+int VYRObjFTPropsFormatInfo::integer(const std::string &key) const
+{
+    return leadingInteger(text(key));
+}
+
+StringList VYRObjFTPropsFormatInfo::list(const std::string &key) const
+{
+    return csvSplit(text(key), ',');
+}
+
+std::string VYRObjFTPropsFormatInfo::getId() const
+{
+    return "FRMT";
+}
+
+std::string VYRObjFTPropsFormatInfo::getFormatName() const
+{
+    return text("FORMAT");
+}
+
+std::string VYRObjFTPropsFormatInfo::getFormatLongName() const
+{
+    return text("FORMAT");
+}
+
+bool VYRObjFTPropsFormatInfo::isSource() const
+{
+    return flag("SOURCE", true);
+}
+
+bool VYRObjFTPropsFormatInfo::isSchemaReader() const
+{
+    return text("ROLE") == "SCHEMA_READER";
+}
+
+StringList VYRObjFTPropsFormatInfo::getDeflineParmNames() const
+{
+    return m_parameterNames;
+}
+
+std::string VYRObjFTPropsFormatInfo::getDeflineParm(const std::string &name) const
+{
+    const auto found = m_parameterLines.find(name);
+    return found == m_parameterLines.end() ? std::string() : found->second;
+}
+
+std::string VYRObjFTPropsFormatInfo::getDeflineParmDefault(const std::string &name) const
+{
+    const auto found = m_parameterDefaults.find(name);
+    return found == m_parameterDefaults.end() ? std::string() : found->second;
+}
+
+bool VYRObjFTPropsFormatInfo::hasDeflineAttrs() const
+{
+    return flag("HAS_DEFLINE_ATTRS", true);
+}
+
+bool VYRObjFTPropsFormatInfo::isDatabase() const
+{
+    if (!m_session)
+        return false;
+    IVYRStringArray *query = m_session->createStringArray();
+    if (!query)
+        return false;
+    query->append(getFormatName().c_str());
+    bool database = false;
+    if (m_session->getProperties(kVyrSessionPropFormatInfo, *query)) {
+        for (std::size_t i = 0; i + 1 < query->entries(); i += 2) {
+            if (std::string_view(query->elementAt(i)) == "FORMAT_TYPE")
+                database = std::string_view(query->elementAt(i + 1)) == "DATABASE";
+        }
+    }
+    m_session->destroyStringArray(query);
+    return database;
+}
+
+bool VYRObjFTPropsFormatInfo::supportsFeatTypeFanout() const
+{
+    return flag("SUPPORTS_FEAT_TYPE_FANOUT", false);
+}
+
+bool VYRObjFTPropsFormatInfo::supportsMultiGeom() const
+{
+    return flag("SUPPORTS_MULTI_GEOM", false);
+}
+
+StringList VYRObjFTPropsFormatInfo::getFormatAttrNames() const
+{
+    StringList names;
+    forEachPair(list("FORMAT_ATTRS"), [&names](const std::string &name, const std::string &) { names.push_back(name); });
+    return names;
+}
+
+std::string VYRObjFTPropsFormatInfo::getFormatAttrType(const std::string &name) const
+{
+    const StringList elements = list("FORMAT_ATTRS");
+    for (std::size_t i = 0; i + 1 < elements.size(); i += 2) {
+        if (elements[i] == name)
+            return elements[i + 1];
+    }
+    return {};
+}
+
+std::string VYRObjFTPropsFormatInfo::getAttrCase() const
+{
+    return text("ATTR_CASE");
+}
+
+int VYRObjFTPropsFormatInfo::getMaxAttrLength() const
+{
+    return integer("MAX_ATTR_LENGTH");
+}
+
+std::string VYRObjFTPropsFormatInfo::getAttrNameInvalidChars() const
+{
+    return text("ATTR_NAME_INVALID_CHARS");
+}
+
+StringList VYRObjFTPropsFormatInfo::getDestIllegalAttrList() const
+{
+    return list("DEST_ILLEGAL_ATTR_LIST");
+}
+
+StringSet VYRObjFTPropsFormatInfo::getDestIllegalAttrSet() const
+{
+    const StringList names = getDestIllegalAttrList();
+    return StringSet(names.begin(), names.end());
+}
+
+std::string VYRObjFTPropsFormatInfo::getFeatureTypeCase() const
+{
+    return text("FEATURE_TYPE_CASE");
+}
+
+int VYRObjFTPropsFormatInfo::getFeatureTypeLength() const
+{
+    return integer("FEATURE_TYPE_LENGTH");
+}
+
+bool VYRObjFTPropsFormatInfo::featureTypeLengthIncludesPrefix() const
+{
+    return flag("FEATURE_TYPE_LENGTH_INCLUDES_PREFIX", false);
+}
+
+std::string VYRObjFTPropsFormatInfo::getFeatureTypeInvalidChars() const
+{
+    return text("FEATURE_TYPE_INVALID_CHARS");
+}
+
+StringList VYRObjFTPropsFormatInfo::getFeatureTypeReservedWords() const
+{
+    return list("FEATURE_TYPE_RESERVED_WORDS");
+}
+
+StringSet VYRObjFTPropsFormatInfo::getFeatureTypeReservedWordSet() const
+{
+    const StringList words = getFeatureTypeReservedWords();
+    return StringSet(words.begin(), words.end());
+}
+
+StringList VYRObjFTPropsFormatInfo::getAllowedFeatTypes() const
+{
+    return list("ALLOWED_FEAT_TYPES");
+}
+
+std::string VYRObjFTPropsFormatInfo::getFeatTypeValidationScript() const
+{
+    return text("FEAT_TYPE_VALIDATION_SCRIPT");
+}
+
+int VYRObjFTPropsFormatInfo::getTypeListMode() const
+{
+    return kStoredListMode;
+}
+
+const DataTypeMappings *VYRObjFTPropsFormatInfo::getDataTypeMappings() const
+{
+    return m_dataTypes.get();
+}
+
+const GeometryTypeMappings *VYRObjFTPropsFormatInfo::getGeometryTypeMappings() const
+{
+    return &m_geometryTypes;
+}
+
+} // namespace vyr

@@ -1,0 +1,178 @@
+#include "ftprops/vyrobjftpropsformatinfo.h"
+
+#include "frame/vyrrwstringarrayimp.h"
+#include "frame/vyrrwstringimp.h"
+
+#include "vyr/IVYRSession.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace vyr {
+namespace {
+
+// A session that knows the format types of a few formats and counts the
+// arrays it hands out, so a test sees every one come back.
+class FormatTypeSession final : public IVYRSession
+{
+public:
+    std::map<std::string, std::string> formatTypes;
+    int arraysOut = 0;
+
+    IVYRString *createString() override { return new VYRRWStringImp; }
+    void destroyString(IVYRString *&text) override
+    {
+        delete text;
+        text = nullptr;
+    }
+    IVYRStringArray *createStringArray() override
+    {
+        ++arraysOut;
+        return new VYRRWStringArrayImp;
+    }
+    void destroyStringArray(IVYRStringArray *&array) override
+    {
+        --arraysOut;
+        delete array;
+        array = nullptr;
+    }
+    bool getProperties(const char *category, IVYRStringArray &query) override
+    {
+        const std::string format = query.entries() == 1 ? query.elementAt(0) : "";
+        query.clear();
+        const auto found = formatTypes.find(format);
+        if (std::string_view(category) != kVyrSessionPropFormatInfo || found == formatTypes.end())
+            return false;
+        for (const char *text : { "FORMAT_NAME", format.c_str(), "FORMAT_TYPE", found->second.c_str() })
+            query.append(text);
+        return true;
+    }
+    IVYRFeature *createFeature() override { return nullptr; }
+    void destroyFeature(IVYRFeature *&feature) override { feature = nullptr; }
+    IGuiPrompter *getGuiPrompter() override { return nullptr; }
+};
+
+TEST(FormatInfoTest, EmptyCapabilitiesGiveEveryDefault)
+{
+    const VYRObjFTPropsFormatInfo info("", nullptr);
+    EXPECT_EQ(info.getId(), "FRMT");
+    EXPECT_TRUE(info.isSource());
+    EXPECT_TRUE(info.hasDeflineAttrs());
+    EXPECT_FALSE(info.isSchemaReader() || info.isDatabase() || info.supportsFeatTypeFanout()
+        || info.supportsMultiGeom() || info.featureTypeLengthIncludesPrefix());
+    EXPECT_EQ(info.getMaxAttrLength(), 0);
+    EXPECT_EQ(info.getFeatureTypeLength(), 0);
+    EXPECT_EQ(info.getFormatName(), "");
+    EXPECT_TRUE(info.getFormatAttrNames().empty() && info.getDeflineParmNames().empty()
+        && info.getAllowedFeatTypes().empty() && info.getFeatureTypeReservedWordSet().empty());
+    EXPECT_EQ(info.getTypeListMode(), 0);
+    ASSERT_TRUE(info.getDataTypeMappings());
+    EXPECT_EQ(info.getDataTypeMappings()->pairCount(), 0u);
+    EXPECT_TRUE(info.getGeometryTypeMappings()->pairs().empty());
+}
+
+TEST(FormatInfoTest, LaterValuesWinAndTrailingKeysAreIgnored)
+{
+    const VYRObjFTPropsFormatInfo info("FORMAT,X1,SOURCE,no,SOURCE,yes,ROLE,schema_reader,ATTR_CASE", nullptr);
+    EXPECT_EQ(info.getFormatName(), "X1");
+    EXPECT_EQ(info.getFormatLongName(), "X1");
+    EXPECT_TRUE(info.isSource());
+    EXPECT_FALSE(info.isSchemaReader());
+    EXPECT_EQ(info.getAttrCase(), "");
+    EXPECT_TRUE(VYRObjFTPropsFormatInfo("ROLE,SCHEMA_READER", nullptr).isSchemaReader());
+}
+
+TEST(FormatInfoTest, BooleanAndIntegerValues)
+{
+    struct Case {
+        const char *value;
+        bool multiGeom; // default false
+        bool source; // default true
+    };
+    const Case cases[] = {
+        { "Yes", true, true },
+        { "1", true, true },
+        { "0", false, false },
+        { "0.0", false, false },
+        { "No", false, false },
+        { "2D0", true, true },
+        { "1.5-3", true, true },
+        { "maybe", false, true },
+        { "", false, true },
+        { "true", true, true },
+        { "F", false, false },
+    };
+    for (const Case &c : cases) {
+        const std::string value = c.value;
+        EXPECT_EQ(VYRObjFTPropsFormatInfo("SUPPORTS_MULTI_GEOM," + value, nullptr).supportsMultiGeom(), c.multiGeom)
+            << c.value;
+        EXPECT_EQ(VYRObjFTPropsFormatInfo("SOURCE," + value, nullptr).isSource(), c.source) << c.value;
+    }
+    const std::pair<const char *, int> integers[] = {
+        { "31abc", 31 }, { "abc", 0 }, { " +12", 12 }, { "-4", -4 }, { "99999999999", 2147483647 }, { "", 0 } };
+    for (const auto &[value, expected] : integers)
+        EXPECT_EQ(VYRObjFTPropsFormatInfo(std::string("MAX_ATTR_LENGTH,\"") + value + "\"", nullptr).getMaxAttrLength(),
+            expected)
+            << value;
+}
+
+TEST(FormatInfoTest, ListsAndPairs)
+{
+    const VYRObjFTPropsFormatInfo info("FORMAT_ATTRS,\"a,char,b,number,odd\","
+                                       "FEATURE_TYPE_RESERVED_WORDS,\"select,table,select\","
+                                       "DEST_ILLEGAL_ATTR_LIST,\"x\"\"y,z\","
+                                       "ALLOWED_FEAT_TYPES,\"waypoints,routes,tracks\"",
+        nullptr);
+    EXPECT_EQ(info.getFormatAttrNames(), (StringList { "a", "b" }));
+    EXPECT_EQ(info.getFormatAttrType("b"), "number");
+    EXPECT_EQ(info.getFormatAttrType("c"), "");
+    EXPECT_EQ(info.getFormatAttrType("odd"), "");
+    EXPECT_EQ(info.getFeatureTypeReservedWords(), (StringList { "select", "table", "select" }));
+    EXPECT_EQ(info.getFeatureTypeReservedWordSet(), (StringSet { "select", "table" }));
+    EXPECT_EQ(info.getDestIllegalAttrList(), (StringList { "x\"y", "z" }));
+    EXPECT_EQ(info.getAllowedFeatTypes().size(), 3u);
+}
+
+TEST(FormatInfoTest, ParametersTypesAndGeometries)
+{
+    const VYRObjFTPropsFormatInfo info(
+        "FORMAT,SQLDB,SOURCE,no,"
+        "DEFLINE_PARMS,\"GUI OPTIONAL CHOICE MODE fast%slow Mode,fast,GUI INTEGER SIZE Size,10,"
+        "GUI TEXT MODE Mode again,slow\","
+        "DATA_TYPE_MAPPINGS,\"varchar(width),vyr_varchar,int,vyr_int32,int,vyr_int32,dangling\","
+        "GEOM_TYPE_MAPPINGS,\"point,vyr_point,line,vyr_line,polyline,vyr_line\"",
+        nullptr);
+    EXPECT_EQ(info.getDeflineParmNames(), (StringList { "MODE", "SIZE" }));
+    EXPECT_EQ(info.getDeflineParm("MODE"), "GUI TEXT MODE Mode again");
+    EXPECT_EQ(info.getDeflineParmDefault("MODE"), "slow");
+    EXPECT_EQ(info.getDeflineParmDefault("SIZE"), "10");
+    EXPECT_EQ(info.getDeflineParm("NONE"), "");
+
+    const DataTypeMappings *types = info.getDataTypeMappings();
+    EXPECT_EQ(types->formatName(), "SQLDB");
+    EXPECT_FALSE(types->isSource());
+    EXPECT_EQ(types->pairCount(), 2u);
+
+    const GeometryTypeMappings *geometries = info.getGeometryTypeMappings();
+    EXPECT_EQ(geometries->toGeneric("polyline", false), "vyr_line");
+    EXPECT_EQ(geometries->toNative("vyr_line", false), "line") << "the first pair naming it answers";
+    EXPECT_EQ(geometries->toGeneric("point area", true), "vyr_point  ");
+    EXPECT_EQ(geometries->toGeneric("point\tline\nline area", true), "vyr_point vyr_line vyr_line  ");
+    EXPECT_EQ(geometries->toGeneric("point\tline", true), "") << "without a blank the text is one name";
+    EXPECT_EQ(geometries->toGeneric("point area", false), "vyr_point");
+    EXPECT_EQ(geometries->toNative("vyr_area", false), "");
+}
+
+TEST(FormatInfoTest, DatabaseFormatsAreKnownByTheSession)
+{
+    FormatTypeSession session;
+    session.formatTypes = { { "SQLDB", "DATABASE" }, { "SHAPEFILE", "FILE" } };
+    EXPECT_TRUE(VYRObjFTPropsFormatInfo("FORMAT,SQLDB", &session).isDatabase());
+    EXPECT_FALSE(VYRObjFTPropsFormatInfo("FORMAT,SHAPEFILE", &session).isDatabase());
+    EXPECT_FALSE(VYRObjFTPropsFormatInfo("FORMAT,UNKNOWN", &session).isDatabase());
+    EXPECT_EQ(session.arraysOut, 0) << "every array made for the question is given back";
+}
+
+} // namespace
+} // namespace vyr
