@@ -22,11 +22,6 @@ bool fits(const AttrTypeTemplate &typeTemplate, const ParsedType &parsed)
     return typeTemplate.name() == parsed.name && typeTemplate.argCount() == parsed.values.size();
 }
 
-bool sameTemplate(const AttrTypeTemplate &a, const AttrTypeTemplate &b)
-{
-    return formatType(a, kDialogListMode) == formatType(b, kDialogListMode);
-}
-
 } // namespace
 
 DataTypeMappings::DataTypeMappings(std::string formatName, bool isSource)
@@ -41,10 +36,8 @@ void DataTypeMappings::addMapping(std::string_view nativeText, std::string_view 
 {
     auto native = std::make_unique<AttrTypeTemplate>(nativeText, this, listMode);
     auto generic = std::make_unique<AttrTypeTemplate>(fullGenericTemplate(genericText), this, listMode);
-    for (const TemplatePair &pair : m_pairs) {
-        if (sameTemplate(*pair.first, *native) && sameTemplate(*pair.second, *generic))
-            return;
-    }
+    if (!m_pairTexts.emplace(formatType(*native, kDialogListMode), formatType(*generic, kDialogListMode)).second)
+        return;
     m_pairs.emplace_back(std::move(native), std::move(generic));
 }
 

@@ -18,6 +18,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -76,6 +77,8 @@ private:
     std::string m_formatName;
     bool m_isSource;
     std::vector<TemplatePair> m_pairs;
+    // The type strings of every pair, so a pair given again is known at once.
+    std::set<std::pair<std::string, std::string>> m_pairTexts;
 };
 
 } // namespace vyr
