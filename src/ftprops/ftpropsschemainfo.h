@@ -1,0 +1,83 @@
+// FTPropsSchemaInfo: the schema of one feature type as the feature type
+// properties dialog reads and changes it - name, geometry, user attributes
+// with their data types, exposed format attributes, parameters - plus the
+// role-specific settings (merge, fan-out, schema sources, dynamic schema)
+// that an implementation may or may not keep; one that does not answers the
+// defaults documented below and ignores changes.
+//
+// Never deleted through this interface: whoever makes a record destroys it.
+#ifndef VYR_FTPROPS_FTPROPSSCHEMAINFO_H
+#define VYR_FTPROPS_FTPROPSSCHEMAINFO_H
+
+#include "ftprops/dynamicschemainfo.h"
+#include "util/listpacking.h"
+
+#include <string>
+
+namespace vyr {
+
+class FTPropsSchemaInfo
+{
+public:
+    virtual std::string getName() const = 0;
+    virtual void setName(const std::string &name) = 0;
+    virtual std::string getLongName() const = 0;
+    // Equals the getId of the format record the schema belongs to.
+    virtual std::string getFormatId() const = 0;
+    virtual void setFormatId(const std::string &formatName) = 0;
+    // The geometry names in the format's vocabulary, blank-separated.
+    virtual std::string getGeometry() const = 0;
+    virtual void setGeometry(const std::string &geometry) = 0;
+    virtual void setMerged(bool merged) = 0;
+    virtual bool isMerged() const = 0; // default false
+    virtual void setMergeSettings(const std::string &filter, int kind, bool option) = 0;
+    virtual std::string getMergeFilter() const = 0; // default empty
+    virtual int getMergeKind() const = 0; // default 0
+    virtual bool getMergeOption() const = 0; // default false
+    virtual void setFanout(bool fanout) = 0;
+    virtual bool isFanout() const = 0; // default false
+    virtual void setFanoutAttribute(const std::string &name) = 0;
+    virtual std::string getFanoutAttribute() const = 0; // default empty
+    // Around the dialog's write-back.
+    virtual void beginUpdate() = 0;
+    virtual void endUpdate() = 0;
+    // User attributes (in their order), then exposed format attributes.
+    virtual StringList getAttributeNames(bool user, bool format) const = 0;
+    // The attribute's type as the user writes it (the format's vocabulary).
+    virtual std::string getAttributeType(const std::string &name) const = 0;
+    virtual void setAttributeType(const std::string &name, const std::string &type) = 0;
+    virtual StringList getExtraFanoutNames() const = 0; // default empty
+    virtual void removeAttribute(const std::string &name) = 0;
+    virtual void storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute) = 0;
+    // Replaces the user attributes with name, type, name, type...
+    virtual void setAttributes(const StringList &namesAndTypes) = 0;
+    virtual std::string getParameter(const std::string &name) const = 0;
+    virtual void setParameter(const std::string &name, const std::string &value) = 0;
+    // Together choose the icons of the General tab.
+    virtual bool iconFlagA() const = 0;
+    virtual bool iconFlagB() const = 0;
+    // Called on the other feature types after the user applied changes to some.
+    virtual void notifyApplied() = 0;
+    virtual StringList getSchemaSources() const = 0; // default empty
+    virtual void setSchemaSources(const StringList &sources) = 0;
+    virtual bool isDynamic() const = 0; // default false
+    virtual void setDynamic(bool dynamic) = 0;
+    virtual bool getSpareFlag() const = 0; // default false
+    virtual void setSpareFlag(bool flag) = 0;
+    virtual DynamicSchemaInfo getDynamicSchemaInfo() const = 0; // default: all options 0
+    virtual void setDynamicSchemaInfo(const IDynamicSchemaInfo &settings) = 0;
+    virtual StringList getAdditionalNames() const = 0; // default empty
+    virtual void setAdditionalNames(const StringList &names) = 0;
+    // For a format list attribute "name{}": exposes elements 0 to count-1.
+    virtual void expandListAttribute(const std::string &name, int count) = 0;
+
+protected:
+    FTPropsSchemaInfo() = default;
+    FTPropsSchemaInfo(const FTPropsSchemaInfo &) = default;
+    FTPropsSchemaInfo &operator=(const FTPropsSchemaInfo &) = default;
+    ~FTPropsSchemaInfo() = default;
+};
+
+} // namespace vyr
+
+#endif // VYR_FTPROPS_FTPROPSSCHEMAINFO_H

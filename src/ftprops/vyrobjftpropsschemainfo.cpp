@@ -1,0 +1,343 @@
+#include "ftprops/vyrobjftpropsschemainfo.h"
+
+#include "attrtypes/datatypemappings.h"
+#include "attrtypes/typestring.h"
+#include "ftprops/geometrytypemappings.h"
+#include "ftprops/guiparameterline.h"
+#include "ftprops/sessionobjects.h"
+#include "util/numbertext.h"
+#include "util/pattern.h"
+
+#include "vyr/IVYRFeature.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace vyr {
+
+namespace {
+
+constexpr const char *kFormatAttrNames = "*vyr_format_attr_name";
+constexpr const char *kFormatAttrTypes = "*vyr_format_attr_type";
+constexpr const char *kParameterNames = "*vyr_parameter_name";
+constexpr const char *kParameterValues = "*vyr_parameter_value";
+
+bool isUserAttributeName(std::string_view name)
+{
+    return !name.starts_with("vyr_") && !name.starts_with("*");
+}
+
+bool isGeometryAttributeName(std::string_view name)
+{
+    static const Pattern geometry("^\\*?vyr_geometry{.*}$");
+    return geometry.foundIn(name);
+}
+
+std::string indexed(std::string_view prefix, std::size_t index)
+{
+    return std::string(prefix) + "{" + numberText(static_cast<std::uint32_t>(index)) + "}";
+}
+
+// The pattern text that finds `text` as it is written.
+std::string literalPattern(std::string_view text)
+{
+    std::string pattern;
+    for (const char c : text) {
+        if (std::string_view(".*+?[]^$\\(){}|").find(c) != std::string_view::npos)
+            pattern += '\\';
+        pattern += c;
+    }
+    return pattern;
+}
+
+} // namespace
+
+VYRObjFTPropsSchemaInfo::VYRObjFTPropsSchemaInfo(IVYRSession &session, IVYRFeature &feature,
+    const FTPropsFormatInfo &format)
+    : m_session(session)
+    , m_feature(feature)
+    , m_format(format)
+{
+    for (const std::string &name : format.getFormatAttrNames())
+        m_formatAttributeTypes.emplace(name, format.getFormatAttrType(name));
+}
+
+VYRObjFTPropsSchemaInfo::~VYRObjFTPropsSchemaInfo() = default;
+
+std::string VYRObjFTPropsSchemaInfo::getName() const
+{
+    return m_feature.getFeatureType();
+}
+
+void VYRObjFTPropsSchemaInfo::setName(const std::string &name)
+{
+    m_feature.setFeatureType(name.c_str());
+}
+
+std::string VYRObjFTPropsSchemaInfo::getLongName() const
+{
+    return getName();
+}
+
+std::string VYRObjFTPropsSchemaInfo::getFormatId() const
+{
+    return "FRMT";
+}
+
+StringList VYRObjFTPropsSchemaInfo::readList(const char *name) const
+{
+    SessionArray list(m_session);
+    m_feature.getListAttribute(name, *list);
+    return list.list();
+}
+
+void VYRObjFTPropsSchemaInfo::writeLists(PairLists lists, const StringList &names, const StringList &values)
+{
+    m_feature.removeListAttribute(lists.names);
+    m_feature.removeListAttribute(lists.values);
+    SessionArray array(m_session);
+    array.assign(names);
+    m_feature.setListAttribute(lists.names, *array);
+    array.assign(values);
+    m_feature.setListAttribute(lists.values, *array);
+}
+
+void VYRObjFTPropsSchemaInfo::removeEntry(PairLists lists, const std::string &name)
+{
+    const StringList names = readList(lists.names);
+    if (std::find(names.begin(), names.end(), name) == names.end())
+        return;
+    const StringList values = readList(lists.values);
+    if (values.size() != names.size())
+        return;
+    StringList keptNames, keptValues;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i] != name) {
+            keptNames.push_back(names[i]);
+            keptValues.push_back(values[i]);
+        }
+    }
+    writeLists(lists, keptNames, keptValues);
+}
+
+void VYRObjFTPropsSchemaInfo::setEntry(PairLists lists, const std::string &name, const std::string &value)
+{
+    removeEntry(lists, name);
+    StringList names = readList(lists.names);
+    StringList values = readList(lists.values);
+    names.push_back(name);
+    values.push_back(value);
+    writeLists(lists, names, values);
+}
+
+bool VYRObjFTPropsSchemaInfo::readAttribute(const std::string &name, std::string &value) const
+{
+    SessionString text(m_session);
+    if (!m_feature.getAttribute(name.c_str(), *text))
+        return false;
+    value = text.text();
+    return true;
+}
+
+std::string VYRObjFTPropsSchemaInfo::genericType(const std::string &type) const
+{
+    const DataTypeMappings &mappings = *m_format.getDataTypeMappings();
+    const auto native = mappings.createType(type, kDialogListMode);
+    const auto generic = native ? mappings.toGeneric(*native) : nullptr;
+    return generic ? formatType(*generic, kDialogListMode) : std::string();
+}
+
+std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) const
+{
+    if (const auto cached = m_formatAttributeTypes.find(name); cached != m_formatAttributeTypes.end())
+        return cached->second;
+    std::string stored;
+    if (readAttribute("*" + name, stored))
+        return stored;
+    readAttribute(name, stored);
+    const DataTypeMappings &mappings = *m_format.getDataTypeMappings();
+    const auto generic = mappings.createType(stored, kStoredListMode);
+    const auto native = generic ? mappings.toNative(*generic) : nullptr;
+    return native ? formatType(*native, kDialogListMode) : stored;
+}
+
+void VYRObjFTPropsSchemaInfo::setAttributeType(const std::string &name, const std::string &type)
+{
+    m_feature.setAttribute(("*" + name).c_str(), type.c_str());
+    const std::string generic = genericType(type);
+    if (!generic.empty())
+        m_feature.setAttribute(name.c_str(), generic.c_str());
+}
+
+void VYRObjFTPropsSchemaInfo::setAttributes(const StringList &namesAndTypes)
+{
+    SessionArray all(m_session);
+    m_feature.getAllAttributeNames(*all);
+    for (const std::string &name : all.list()) {
+        if (isUserAttributeName(name))
+            m_feature.removeAttribute(name.c_str());
+    }
+    for (std::size_t i = 0; i + 1 < namesAndTypes.size(); i += 2) {
+        const std::string &name = namesAndTypes[i];
+        const std::string &type = namesAndTypes[i + 1];
+        m_feature.setAttribute(("*" + name).c_str(), type.c_str());
+        m_feature.setOrderedAttribute(name.c_str(), genericType(type).c_str());
+    }
+}
+
+void VYRObjFTPropsSchemaInfo::removeAttribute(const std::string &name)
+{
+    if (m_formatAttributeTypes.contains(name))
+        removeEntry({ kFormatAttrNames, kFormatAttrTypes }, name);
+    else
+        m_feature.removeAttribute(name.c_str());
+}
+
+void VYRObjFTPropsSchemaInfo::storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute)
+{
+    if (asFormatAttribute)
+        setEntry({ kFormatAttrNames, kFormatAttrTypes }, name, type);
+    else
+        m_feature.setAttribute(name.c_str(), type.c_str());
+}
+
+StringList VYRObjFTPropsSchemaInfo::getAttributeNames(bool user, bool format) const
+{
+    StringList result;
+    std::unordered_set<std::string> seen;
+    if (user) {
+        SessionArray names(m_session);
+        m_feature.getOrderedAttributeNames(*names);
+        StringList candidates = names.list();
+        m_feature.getAllAttributeNames(*names);
+        const StringList all = names.list();
+        candidates.insert(candidates.end(), all.begin(), all.end());
+        for (std::string &name : candidates) {
+            if (seen.insert(name).second && isUserAttributeName(name))
+                result.push_back(std::move(name));
+        }
+    }
+    if (format) {
+        for (std::string &name : readList(kFormatAttrNames)) {
+            if (seen.insert(name).second)
+                result.push_back(std::move(name));
+        }
+    }
+    return result;
+}
+
+std::string VYRObjFTPropsSchemaInfo::getParameter(const std::string &name) const
+{
+    std::string value = m_format.getDeflineParmDefault(name);
+    const StringList names = readList(kParameterNames);
+    if (std::find(names.begin(), names.end(), name) == names.end())
+        return value;
+    const StringList values = readList(kParameterValues);
+    if (values.size() != names.size())
+        return value;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i] == name)
+            value = values[i];
+    }
+    return value;
+}
+
+void VYRObjFTPropsSchemaInfo::setParameter(const std::string &name, const std::string &value)
+{
+    const std::string definition = m_format.getDeflineParm(name);
+    if (!definition.empty()) {
+        const GuiParameterLine line = ParseParameterLine(definition);
+        // Whole-line and enabling parameters are part of the format's prompt,
+        // not values of the feature type.
+        if (line.wholeLine || line.type == "DISABLE") {
+            removeEntry({ kParameterNames, kParameterValues }, name);
+            return;
+        }
+    }
+    setEntry({ kParameterNames, kParameterValues }, name, value);
+}
+
+StringList VYRObjFTPropsSchemaInfo::geometryFamily(const std::string &prefix) const
+{
+    StringList values;
+    std::string value;
+    while (readAttribute(indexed(prefix, values.size()), value))
+        values.push_back(value);
+    return values;
+}
+
+std::string VYRObjFTPropsSchemaInfo::getGeometry() const
+{
+    StringList geometries = geometryFamily("*vyr_geometry");
+    const GeometryTypeMappings &mappings = *m_format.getGeometryTypeMappings();
+    for (const std::string &generic : geometryFamily("vyr_geometry")) {
+        std::string native = mappings.toNative(generic, false);
+        if (std::find(geometries.begin(), geometries.end(), native) == geometries.end())
+            geometries.push_back(std::move(native));
+    }
+    if (!m_format.supportsMultiGeom() && !geometries.empty())
+        return geometries.front();
+    std::string joined;
+    for (const std::string &geometry : geometries)
+        joined += geometry + " ";
+    const std::size_t first = joined.find_first_not_of(' ');
+    return first == std::string::npos ? std::string() : joined.substr(first, joined.find_last_not_of(' ') - first + 1);
+}
+
+void VYRObjFTPropsSchemaInfo::setGeometry(const std::string &geometry)
+{
+    SessionArray all(m_session);
+    m_feature.getAllAttributeNames(*all);
+    for (const std::string &name : all.list()) {
+        if (isGeometryAttributeName(name))
+            m_feature.removeAttribute(name.c_str());
+    }
+    const GeometryTypeMappings &mappings = *m_format.getGeometryTypeMappings();
+    StringList generics;
+    constexpr std::string_view kSeparators = " \t\n";
+    std::size_t index = 0;
+    std::size_t start = geometry.find_first_not_of(kSeparators);
+    while (start != std::string::npos) {
+        const std::size_t end = std::min(geometry.find_first_of(kSeparators, start), geometry.size());
+        const std::string token = geometry.substr(start, end - start);
+        m_feature.setAttribute(indexed("*vyr_geometry", index++).c_str(), token.c_str());
+        std::string generic = mappings.toGeneric(token, false);
+        if (std::find(generics.begin(), generics.end(), generic) == generics.end())
+            generics.push_back(std::move(generic));
+        start = geometry.find_first_not_of(kSeparators, end);
+    }
+    for (std::size_t j = 0; j < generics.size(); ++j)
+        m_feature.setAttribute(indexed("vyr_geometry", j).c_str(), generics[j].c_str());
+}
+
+void VYRObjFTPropsSchemaInfo::expandListAttribute(const std::string &name, int count)
+{
+    const std::size_t placeholder = name.find("{}");
+    if (placeholder == std::string::npos)
+        return;
+    // The name is taken as written; only its placeholder stands for a number.
+    const Pattern element(literalPattern(name.substr(0, placeholder)) + "{[0-9]+}"
+        + literalPattern(name.substr(placeholder + 2)));
+    static const Pattern number("{[0-9]+}");
+    const std::string type = getAttributeType(name);
+    std::unordered_set<std::string> present;
+    for (const std::string &existing : getAttributeNames(true, true)) {
+        present.insert(existing);
+        if (!element.foundIn(existing))
+            continue;
+        const auto braces = number.find(existing);
+        std::uint32_t index = 0;
+        // An index too large to read is beyond any count.
+        const bool readable = parseUnsigned(existing.substr(braces->begin + 1, braces->end - braces->begin - 2), index);
+        if (!readable || static_cast<long long>(index) + 1 > count)
+            removeAttribute(existing);
+    }
+    for (int i = 0; i < count; ++i) {
+        const std::string elementName = name.substr(0, placeholder) + "{" + std::to_string(i) + "}"
+            + name.substr(placeholder + 2);
+        if (!present.contains(elementName))
+            storeAttribute(elementName, type, true);
+    }
+}
+
+} // namespace vyr

@@ -1,0 +1,108 @@
+// VYRObjFTPropsSchemaInfo: the schema record over an engine schema feature.
+// It keeps no copy: every question reads the feature and every change is
+// written to it at once. Stored form on the feature (names case-sensitive):
+//
+//   feature type                    the feature type name
+//   N                               user attribute N's generic data type
+//   *N                              the same type as the user wrote it
+//   list *vyr_format_attr_name/type exposed format attributes and their types
+//   list *vyr_parameter_name/value  parameters that have a value
+//   *vyr_geometry{i}, i = 0, 1 ...  geometry names in the format's vocabulary
+//   vyr_geometry{j}, j = 0, 1 ...   the same as generic names, each once
+//
+// Names starting with "vyr_" or "*" are never user attributes. Merge, fan-out,
+// schema sources, dynamic schema, additional names and the spare flag are
+// not kept (see FTPropsSchemaInfo for their defaults); both icon flags are
+// true. Every engine string or array an operation makes is given back before
+// it returns.
+#ifndef VYR_FTPROPS_VYROBJFTPROPSSCHEMAINFO_H
+#define VYR_FTPROPS_VYROBJFTPROPSSCHEMAINFO_H
+
+#include "ftprops/ftpropsformatinfo.h"
+#include "ftprops/ftpropsschemainfo.h"
+
+#include <unordered_map>
+
+class IVYRFeature;
+class IVYRSession;
+
+namespace vyr {
+
+class VYRObjFTPropsSchemaInfo final : public FTPropsSchemaInfo
+{
+public:
+    // None owned; all must outlive the record.
+    VYRObjFTPropsSchemaInfo(IVYRSession &session, IVYRFeature &feature, const FTPropsFormatInfo &format);
+    ~VYRObjFTPropsSchemaInfo();
+
+    VYRObjFTPropsSchemaInfo(const VYRObjFTPropsSchemaInfo &) = delete;
+    VYRObjFTPropsSchemaInfo &operator=(const VYRObjFTPropsSchemaInfo &) = delete;
+
+    std::string getName() const override;
+    void setName(const std::string &name) override;
+    std::string getLongName() const override;
+    std::string getFormatId() const override;
+    void setFormatId(const std::string &) override {}
+    std::string getGeometry() const override;
+    void setGeometry(const std::string &geometry) override;
+    void setMerged(bool) override {}
+    bool isMerged() const override { return false; }
+    void setMergeSettings(const std::string &, int, bool) override {}
+    std::string getMergeFilter() const override { return {}; }
+    int getMergeKind() const override { return 0; }
+    bool getMergeOption() const override { return false; }
+    void setFanout(bool) override {}
+    bool isFanout() const override { return false; }
+    void setFanoutAttribute(const std::string &) override {}
+    std::string getFanoutAttribute() const override { return {}; }
+    void beginUpdate() override {}
+    void endUpdate() override {}
+    StringList getAttributeNames(bool user, bool format) const override;
+    std::string getAttributeType(const std::string &name) const override;
+    void setAttributeType(const std::string &name, const std::string &type) override;
+    StringList getExtraFanoutNames() const override { return {}; }
+    void removeAttribute(const std::string &name) override;
+    void storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute) override;
+    void setAttributes(const StringList &namesAndTypes) override;
+    std::string getParameter(const std::string &name) const override;
+    void setParameter(const std::string &name, const std::string &value) override;
+    bool iconFlagA() const override { return true; }
+    bool iconFlagB() const override { return true; }
+    void notifyApplied() override {}
+    StringList getSchemaSources() const override { return {}; }
+    void setSchemaSources(const StringList &) override {}
+    bool isDynamic() const override { return false; }
+    void setDynamic(bool) override {}
+    bool getSpareFlag() const override { return false; }
+    void setSpareFlag(bool) override {}
+    DynamicSchemaInfo getDynamicSchemaInfo() const override { return {}; }
+    void setDynamicSchemaInfo(const IDynamicSchemaInfo &) override {}
+    StringList getAdditionalNames() const override { return {}; }
+    void setAdditionalNames(const StringList &) override {}
+    void expandListAttribute(const std::string &name, int count) override;
+
+private:
+    struct PairLists {
+        const char *names;
+        const char *values;
+    };
+
+    StringList readList(const char *name) const;
+    void writeLists(PairLists lists, const StringList &names, const StringList &values);
+    void removeEntry(PairLists lists, const std::string &name);
+    void setEntry(PairLists lists, const std::string &name, const std::string &value);
+    bool readAttribute(const std::string &name, std::string &value) const;
+    // The generic form of a type as the user writes it; empty when the
+    // format's data types do not know it.
+    std::string genericType(const std::string &type) const;
+    StringList geometryFamily(const std::string &prefix) const;
+
+    IVYRSession &m_session;
+    IVYRFeature &m_feature;
+    const FTPropsFormatInfo &m_format;
+    std::unordered_map<std::string, std::string> m_formatAttributeTypes;
+};
+
+} // namespace vyr
+
+#endif // VYR_FTPROPS_VYROBJFTPROPSSCHEMAINFO_H
