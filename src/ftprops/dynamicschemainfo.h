@@ -66,7 +66,11 @@ public:
     void setText3(const IVYRString &text) override { m_text3 = text.c_str(); }
     bool isDefault() const override { return m_option1 == 0 && m_option2 == 0 && m_option3 == 0; }
 
-    bool operator==(const DynamicSchemaInfo &) const = default;
+    bool operator==(const DynamicSchemaInfo &other) const
+    {
+        return m_option1 == other.m_option1 && m_text1 == other.m_text1 && m_option2 == other.m_option2
+            && m_text2 == other.m_text2 && m_option3 == other.m_option3 && m_text3 == other.m_text3;
+    }
 
 private:
     std::int32_t m_option1 = 0;

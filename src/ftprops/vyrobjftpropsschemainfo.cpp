@@ -185,9 +185,20 @@ void VYRObjFTPropsSchemaInfo::setAttributes(const StringList &namesAndTypes)
     }
 }
 
-void VYRObjFTPropsSchemaInfo::removeAttribute(const std::string &name)
+bool VYRObjFTPropsSchemaInfo::isFormatAttribute(const std::string &name) const
 {
     if (m_formatAttributeTypes.contains(name))
+        return true;
+    // An element "part{3}" of a format list attribute "part{}".
+    static const Pattern number("{[0-9]+}");
+    const auto braces = number.find(name);
+    return braces
+        && m_formatAttributeTypes.contains(name.substr(0, braces->begin) + "{}" + name.substr(braces->end));
+}
+
+void VYRObjFTPropsSchemaInfo::removeAttribute(const std::string &name)
+{
+    if (isFormatAttribute(name))
         removeEntry({ kFormatAttrNames, kFormatAttrTypes }, name);
     else
         m_feature.removeAttribute(name.c_str());

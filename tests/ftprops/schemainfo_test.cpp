@@ -1,0 +1,226 @@
+#include "ftprops/vyrobjftpropsformatinfo.h"
+#include "ftprops/vyrobjftpropsschemainfo.h"
+
+#include "frame/vyrrwstringarrayimp.h"
+#include "frame/vyrrwstringimp.h"
+
+#include "vyr/IVYRFeature.h"
+#include "vyr/vyr_session.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace vyr {
+namespace {
+
+// Built with csvJoin, so that list elements holding commas are quoted as a
+// format's capability file quotes them.
+std::string formatCapabilities()
+{
+    return csvJoin({ "FORMAT", "SQLDB", "SOURCE", "no", "SUPPORTS_MULTI_GEOM", "yes", "DATA_TYPE_MAPPINGS",
+                       csvJoin({ "char(width)", "vyr_char", "number(width,decimal)", "vyr_decimal", "logical",
+                                   "vyr_boolean" },
+                           ','),
+                       "GEOM_TYPE_MAPPINGS", "line,vyr_line,arc,vyr_line,point,vyr_point", "FORMAT_ATTRS",
+                       csvJoin({ "shape_type", "char(20)", "part{}.x", "number(10,2)", "record_id", "number(10,0)" },
+                           ','),
+                       "DEFLINE_PARMS",
+                       csvJoin({ "GUI CHOICE MODE fast%slow Mode", "fast", "GUI WHOLE_LINE TEXT LINE Line", "",
+                                   "GUI DISABLE ENABLE Enable", "Yes" },
+                           ',') },
+        ',');
+}
+
+// A real engine feature of a real session, under a record of kFormat.
+class SchemaInfoTest : public ::testing::Test
+{
+protected:
+    SchemaInfoTest()
+        : m_session(VYR_SessionCreate())
+        , m_feature(m_session->createFeature())
+        , m_format(std::make_unique<VYRObjFTPropsFormatInfo>(formatCapabilities(), m_session))
+        , m_schema(std::make_unique<VYRObjFTPropsSchemaInfo>(*m_session, *m_feature, *m_format))
+    {
+    }
+    ~SchemaInfoTest() override
+    {
+        m_schema.reset();
+        m_format.reset();
+        m_session->destroyFeature(m_feature);
+        VYR_SessionDestroy(m_session);
+    }
+
+    std::string attribute(const std::string &name) const
+    {
+        VYRRWStringImp value;
+        return m_feature->getAttribute(name.c_str(), value) ? std::string(value.view()) : std::string("(absent)");
+    }
+    StringList list(const char *name) const
+    {
+        VYRRWStringArrayImp elements;
+        m_feature->getListAttribute(name, elements);
+        StringList texts;
+        for (std::size_t i = 0; i < elements.entries(); ++i)
+            texts.emplace_back(elements.elementAt(i));
+        return texts;
+    }
+    void setList(const char *name, const StringList &texts)
+    {
+        VYRRWStringArrayImp elements;
+        for (const std::string &text : texts)
+            elements.append(text.c_str());
+        m_feature->setListAttribute(name, elements);
+    }
+
+    IVYRSession *m_session;
+    IVYRFeature *m_feature;
+    std::unique_ptr<VYRObjFTPropsFormatInfo> m_format;
+    std::unique_ptr<VYRObjFTPropsSchemaInfo> m_schema;
+};
+
+TEST_F(SchemaInfoTest, AttributeTypesAreStoredNativeAndGeneric)
+{
+    m_schema->setAttributeType("a", "char(20)");
+    EXPECT_EQ(attribute("*a"), "char(20)");
+    EXPECT_EQ(attribute("a"), "vyr_char(20)");
+    EXPECT_EQ(m_schema->getAttributeType("a"), "char(20)");
+
+    m_schema->setAttributeType("odd", "blob");
+    EXPECT_EQ(attribute("*odd"), "blob");
+    EXPECT_EQ(attribute("odd"), "(absent)") << "an unknown type has no generic form";
+
+    m_feature->setAttribute("g", "vyr_decimal(12,3)");
+    EXPECT_EQ(m_schema->getAttributeType("g"), "number(12,3)");
+    m_feature->setAttribute("h", "vyr_unknown");
+    EXPECT_EQ(m_schema->getAttributeType("h"), "vyr_unknown");
+    EXPECT_EQ(m_schema->getAttributeType("record_id"), "number(10,0)") << "a format attribute's own type";
+}
+
+TEST_F(SchemaInfoTest, SetAttributesReplacesTheUserAttributesInOrder)
+{
+    m_feature->setAttribute("old", "vyr_boolean");
+    m_feature->setAttribute("vyr_keep", "x");
+    m_schema->setAttributes({ "zeta", "logical", "alpha", "char(5)", "mystery", "blob", "dangling" });
+    EXPECT_EQ(m_schema->getAttributeNames(true, false), (StringList { "zeta", "alpha", "mystery" }));
+    EXPECT_EQ(attribute("old"), "(absent)");
+    EXPECT_EQ(attribute("vyr_keep"), "x");
+    EXPECT_EQ(attribute("alpha"), "vyr_char(5)");
+    EXPECT_EQ(attribute("mystery"), "") << "written empty when no mapping knows the type";
+    EXPECT_EQ(m_schema->getAttributeType("mystery"), "blob");
+}
+
+TEST_F(SchemaInfoTest, NamesListUserAttributesThenExposedFormatAttributes)
+{
+    m_schema->setAttributes({ "b", "logical", "a", "logical" });
+    m_feature->setAttribute("c", "vyr_boolean");
+    m_schema->setGeometry("line");
+    m_schema->storeAttribute("shape_type", "char(20)", true);
+    m_schema->storeAttribute("b", "char(1)", true);
+    EXPECT_EQ(m_schema->getAttributeNames(true, false), (StringList { "b", "a", "c" }));
+    EXPECT_EQ(m_schema->getAttributeNames(false, true), (StringList { "shape_type", "b" }));
+    EXPECT_EQ(m_schema->getAttributeNames(true, true), (StringList { "b", "a", "c", "shape_type" }));
+
+    m_schema->removeAttribute("shape_type");
+    EXPECT_EQ(list("*vyr_format_attr_name"), StringList { "b" });
+    m_schema->removeAttribute("a");
+    EXPECT_EQ(attribute("a"), "(absent)");
+    EXPECT_EQ(attribute("*a"), "logical") << "the written type stays";
+}
+
+TEST_F(SchemaInfoTest, ParametersKeepOnePairAtTheEnd)
+{
+    EXPECT_EQ(m_schema->getParameter("MODE"), "fast");
+    m_schema->setParameter("MODE", "slow");
+    m_schema->setParameter("OTHER", "1");
+    m_schema->setParameter("MODE", "medium");
+    EXPECT_EQ(list("*vyr_parameter_name"), (StringList { "OTHER", "MODE" }));
+    EXPECT_EQ(list("*vyr_parameter_value"), (StringList { "1", "medium" }));
+    EXPECT_EQ(m_schema->getParameter("MODE"), "medium");
+
+    m_schema->setParameter("LINE", "x");
+    m_schema->setParameter("ENABLE", "No");
+    EXPECT_EQ(list("*vyr_parameter_name"), (StringList { "OTHER", "MODE" })) << "whole-line and DISABLE are not kept";
+
+    setList("*vyr_parameter_name", { "P", "Q", "P" });
+    setList("*vyr_parameter_value", { "first", "q", "second" });
+    EXPECT_EQ(m_schema->getParameter("P"), "second");
+    setList("*vyr_parameter_value", { "first" });
+    EXPECT_EQ(m_schema->getParameter("P"), "") << "inconsistent lists give the default";
+    m_schema->setParameter("Q", "new");
+    EXPECT_EQ(list("*vyr_parameter_name"), (StringList { "P", "Q", "P", "Q" })) << "appended to the lists as they are";
+}
+
+TEST_F(SchemaInfoTest, GeometriesInBothVocabularies)
+{
+    m_schema->setGeometry("line  arc\tpoint");
+    EXPECT_EQ(attribute("*vyr_geometry{0}"), "line");
+    EXPECT_EQ(attribute("*vyr_geometry{2}"), "point");
+    EXPECT_EQ(attribute("vyr_geometry{0}"), "vyr_line");
+    EXPECT_EQ(attribute("vyr_geometry{1}"), "vyr_point");
+    EXPECT_EQ(attribute("vyr_geometry{2}"), "(absent)");
+    EXPECT_EQ(m_schema->getGeometry(), "line arc point");
+
+    m_schema->setGeometry("");
+    EXPECT_EQ(m_schema->getGeometry(), "");
+    m_feature->setAttribute("vyr_geometry{0}", "vyr_point");
+    EXPECT_EQ(m_schema->getGeometry(), "point");
+    m_feature->setAttribute("*vyr_geometry{0}", "arc");
+    m_feature->setAttribute("*vyr_geometry{2}", "line");
+    EXPECT_EQ(m_schema->getGeometry(), "arc point") << "the native family stops at the first gap";
+
+    VYRObjFTPropsFormatInfo single("GEOM_TYPE_MAPPINGS,\"point,vyr_point\"", m_session);
+    VYRObjFTPropsSchemaInfo singleSchema(*m_session, *m_feature, single);
+    EXPECT_EQ(singleSchema.getGeometry(), "arc");
+}
+
+TEST_F(SchemaInfoTest, ListAttributesExpandAndShrinkToTheCount)
+{
+    for (int i = 0; i < 5; ++i)
+        m_schema->storeAttribute("part{" + std::to_string(i) + "}.x", "number(10,2)", true);
+    m_schema->storeAttribute("partXy{1}.x", "number(10,2)", true);
+    m_schema->expandListAttribute("part{}.x", 2);
+    EXPECT_EQ(m_schema->getAttributeNames(false, true), (StringList { "part{0}.x", "part{1}.x", "partXy{1}.x" }));
+
+    m_schema->expandListAttribute("part{}.x", 3);
+    EXPECT_EQ(list("*vyr_format_attr_name").back(), "part{2}.x");
+    EXPECT_EQ(list("*vyr_format_attr_type").back(), "number(10,2)");
+    m_schema->expandListAttribute("shape_type", 4);
+    EXPECT_EQ(list("*vyr_format_attr_name").size(), 4u);
+}
+
+TEST_F(SchemaInfoTest, NameAndTheSettingsThatAreNotKept)
+{
+    m_schema->setName("roads");
+    EXPECT_EQ(m_schema->getName(), "roads");
+    EXPECT_EQ(m_schema->getLongName(), "roads");
+    EXPECT_EQ(m_schema->getFormatId(), m_format->getId());
+    m_schema->setFanout(true);
+    m_schema->setMerged(true);
+    m_schema->setDynamic(true);
+    EXPECT_FALSE(m_schema->isFanout() || m_schema->isMerged() || m_schema->isDynamic());
+    EXPECT_TRUE(m_schema->iconFlagA() && m_schema->iconFlagB());
+    EXPECT_TRUE(m_schema->getDynamicSchemaInfo().isDefault());
+}
+
+TEST(DynamicSchemaInfoTest, CopiesAllSixFieldsAndKnowsItsDefault)
+{
+    DynamicSchemaInfo settings;
+    VYRRWStringImp text;
+    settings.getText2(text);
+    EXPECT_TRUE(settings.isDefault());
+    EXPECT_EQ(text.length(), 0u);
+    settings.setText1(VYRRWStringImp("kept"));
+    EXPECT_TRUE(settings.isDefault()) << "only the options decide";
+    settings.setOption3(2);
+    settings.setText3(VYRRWStringImp("cut\0here", 8));
+    EXPECT_FALSE(settings.isDefault());
+    DynamicSchemaInfo copy;
+    copy.assignFrom(settings);
+    EXPECT_EQ(copy, settings);
+    copy.getText3(text);
+    EXPECT_EQ(text.view(), "cut");
+}
+
+} // namespace
+} // namespace vyr
