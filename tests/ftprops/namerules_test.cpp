@@ -1,0 +1,228 @@
+#include "ftprops/namerules.h"
+#include "ftprops/vyrobjftpropsformatinfo.h"
+
+#include "frame/vyrrwstringarrayimp.h"
+#include "frame/vyrrwstringimp.h"
+#include "util/codepage.h"
+
+#include "vyr/IVYRFeature.h"
+#include "vyr/IVYRSession.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace vyr {
+namespace {
+
+TEST(NameRulesTest, LegaliseByLengthCaseCharactersAndUniqueness)
+{
+    struct Case {
+        const char *name;
+        const char *invalid;
+        const char *caseRule;
+        StringSet reserved;
+        StringSet taken;
+        unsigned maxLength;
+        bool includesPrefix;
+        const char *expected;
+    };
+    const Case cases[] = {
+        { "Roads", "", "", {}, { "Roads" }, 0, false, "Roads00" },
+        { "Roads", "", "", {}, { "Roads" }, 6, false, "Road00" },
+        { "Roads", "", "", {}, { "Roads", "Roads00", "Roads01" }, 0, false, "Roads02" },
+        { "owner.averyverylongname", "", "", {}, {}, 8, false, "owner.averyver" },
+        { "owner.averyverylongname", "", "", {}, {}, 8, true, "owner.av" },
+        { "table", "", "", { "TABLE" }, {}, 0, false, "table00" },
+        { "my road-1", " -", "", {}, {}, 0, false, "my_road_1" },
+        { "1abc", "", "UPPER_FIRST_ALPHA", {}, {}, 0, false, "Q_1ABC" },
+        { "abc", "", "UPPER_FIRST_ALPHA", {}, {}, 0, false, "ABC" },
+        { "1abcdef", "", "UPPER_FIRST_ALPHA", {}, {}, 6, false, "Q_1ABC" },
+        { "9x", "", "ANY_FIRST_NONNUMERIC", {}, {}, 0, false, "_9x" },
+        { "Roads", "", "LOWER", {}, {}, 0, false, "roads" },
+        { "roads", "", "FIRST_UPPER", {}, {}, 0, false, "Roads" },
+        { "ROADS", "", "FIRST_LOWER", {}, {}, 0, false, "rOADS" },
+        { "Roads", "", "upper", {}, {}, 0, false, "Roads" },
+        { "x", "", "", {}, { "x" }, 1, false, "x" },
+        { "ab", "", "", {}, { "ab", "a00", "a01" }, 3, false, "a02" },
+        { "ab", "", "", {}, { "a" }, 1, false, "a" },
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(LegaliseName(c.name, c.invalid, c.caseRule, c.reserved, c.taken, c.maxLength, c.includesPrefix, '_'),
+            c.expected)
+            << c.name << " / " << c.caseRule << " / " << c.maxLength;
+    }
+}
+
+TEST(NameRulesTest, NumberedNamesGiveUpWhenNoNumberFits)
+{
+    StringSet taken;
+    for (int i = 0; i < 100; ++i)
+        taken.insert(std::string(i < 10 ? "0" : "") + std::to_string(i));
+    taken.insert("ab");
+    EXPECT_EQ(MakeUniqueNumberedName("ab", 2, taken, {}), "");
+    EXPECT_EQ(MakeUniqueNumberedName("ab", 0, taken, {}), "ab00");
+    EXPECT_EQ(MakeUniqueNumberedName("ab", 3, taken, {}), "a00");
+}
+
+TEST(NameRulesTest, ScriptNamesCountFromTwoAfterDroppingAnOldNumber)
+{
+    const StringSet taken { "Roads", "Roads_7", "Roads_2", "x_y" };
+    EXPECT_EQ(MakeUniqueScriptName("Roads", taken), "Roads_3");
+    EXPECT_EQ(MakeUniqueScriptName("Roads_7", taken), "Roads_3");
+    EXPECT_EQ(MakeUniqueScriptName("x_y", taken), "x_y_2");
+    EXPECT_EQ(MakeUniqueScriptName("free", taken), "free");
+}
+
+TEST(NameRulesTest, UnitsOfSeveralBytesAreNeverChanged)
+{
+    setNarrowCodePage("UTF-8");
+    // "Straße-ä" with ß and ä as two-byte UTF-8 units; the invalid byte list
+    // holds a byte of ß.
+    EXPECT_EQ(LegaliseName("stra\xc3\x9f" "e-\xc3\xa4", "-\x9f", "UPPER", {}, {}, 0, false, '_'),
+        "STRA\xc3\x9f" "E_\xc3\xa4");
+    EXPECT_EQ(LegaliseName("\xc3\xa4\xc3\xb6\xc3\xbc\xc3\x9f", "", "", {}, {}, 3, false, '_'), "\xc3\xa4\xc3\xb6\xc3\xbc");
+    EXPECT_EQ(ApplyNameCase("\xc3\xa4x", "FIRST_UPPER", 0), "\xc3\xa4x");
+    setNarrowCodePage("CP932");
+    // A Shift-JIS character whose second byte is "\\" and "a"-like bytes.
+    EXPECT_EQ(LegaliseName("\x83\x5c" "a\\b", "\\", "UPPER", {}, {}, 0, false, '_'), "\x83\x5c" "A_B");
+    resetNarrowCodePage();
+}
+
+// An engine feature whose validation "script" is a function of the name,
+// recording every command it is asked to perform.
+class ScriptFeature final : public IVYRFeature
+{
+public:
+    std::function<std::string(const std::string &)> script;
+    std::vector<std::string> commands;
+    std::string featureType;
+
+    bool getAttribute(const char *, IVYRString &) const override { return false; }
+    void setAttribute(const char *, const char *) override {}
+    void setOrderedAttribute(const char *, const char *) override {}
+    void removeAttribute(const char *) override {}
+    void getAllAttributeNames(IVYRStringArray &) const override {}
+    void getOrderedAttributeNames(IVYRStringArray &) const override {}
+    void getListAttribute(const char *, IVYRStringArray &) const override {}
+    void setListAttribute(const char *, const IVYRStringArray &) override {}
+    void removeListAttribute(const char *) override {}
+    const char *getFeatureType() const override { return featureType.c_str(); }
+    void setFeatureType(const char *name) override { featureType = name; }
+    bool performFunction(const char *function, IVYRString &) override
+    {
+        commands.emplace_back(function);
+        if (script && commands.back().find("source") != std::string::npos)
+            featureType = script(featureType);
+        return true;
+    }
+};
+
+class ScriptSession final : public IVYRSession
+{
+public:
+    ScriptFeature feature;
+    int featuresOut = 0;
+    int stringsOut = 0;
+
+    IVYRString *createString() override
+    {
+        ++stringsOut;
+        return new VYRRWStringImp;
+    }
+    void destroyString(IVYRString *&text) override
+    {
+        --stringsOut;
+        delete text;
+        text = nullptr;
+    }
+    IVYRStringArray *createStringArray() override { return new VYRRWStringArrayImp; }
+    void destroyStringArray(IVYRStringArray *&array) override
+    {
+        delete array;
+        array = nullptr;
+    }
+    bool getProperties(const char *, IVYRStringArray &) override { return false; }
+    IVYRFeature *createFeature() override
+    {
+        ++featuresOut;
+        return &feature;
+    }
+    void destroyFeature(IVYRFeature *&given) override
+    {
+        --featuresOut;
+        given = nullptr;
+    }
+    IGuiPrompter *getGuiPrompter() override { return nullptr; }
+};
+
+TEST(NameRulesTest, ValidationScriptRunsAgainOnAUniqueName)
+{
+    ScriptSession session;
+    session.feature.script = [](const std::string &name) { return name; };
+    const std::string resolved = RunValidationScript(session, "xlsx_names.tcl", "Roads", { "Roads" });
+    EXPECT_EQ(resolved, "Roads_2");
+    ASSERT_EQ(session.feature.commands.size(), 3u);
+    EXPECT_NE(session.feature.commands[0].find("set LH_Clear yes; source {"), std::string::npos);
+    EXPECT_NE(session.feature.commands[0].find("metafile/xlsx_names.tcl}})"), std::string::npos);
+    EXPECT_NE(session.feature.commands[1].find("set LH_Clear no;"), std::string::npos);
+    EXPECT_EQ(session.feature.commands[2], "@TCL(catch {unset LH_Clear})");
+    EXPECT_EQ(session.featuresOut, 0);
+    EXPECT_EQ(session.stringsOut, 0);
+}
+
+TEST(NameRulesTest, ValidationScriptStopsAfterAThousandPasses)
+{
+    ScriptSession session;
+    session.feature.script = [](const std::string &) { return std::string("Always"); };
+    EXPECT_EQ(RunValidationScript(session, "s.tcl", "x", { "Always", "Always_2" }), "Always_3");
+    EXPECT_EQ(session.feature.commands.size(), 1001u);
+}
+
+TEST(NameRulesTest, ResolutionByAllowedNamesScriptOrRules)
+{
+    const VYRObjFTPropsFormatInfo gpx("ALLOWED_FEAT_TYPES,\"waypoints,routes,tracks\"", nullptr);
+    EXPECT_EQ(ResolveFeatureTypeName(gpx, " routes ", {}, nullptr), "routes");
+    EXPECT_EQ(ResolveFeatureTypeName(gpx, "routes", { "routes", "waypoints" }, nullptr), "tracks");
+    EXPECT_EQ(ResolveFeatureTypeName(gpx, "x", { "waypoints", "routes", "tracks" }, nullptr), "");
+
+    const VYRObjFTPropsFormatInfo dbase("FEATURE_TYPE_CASE,UPPER,FEATURE_TYPE_LENGTH,8,"
+                                        "FEATURE_TYPE_INVALID_CHARS,\" -\",FEATURE_TYPE_RESERVED_WORDS,TABLE",
+        nullptr);
+    EXPECT_EQ(ResolveFeatureTypeName(dbase, "  my road-network  ", {}, nullptr), "MY_ROAD_");
+    EXPECT_EQ(ResolveFeatureTypeName(dbase, "table", {}, nullptr), "TABLE00");
+    EXPECT_EQ(ResolveFeatureTypeName(dbase, "   ", {}, nullptr), "");
+
+    ScriptSession session;
+    session.feature.script = [](const std::string &name) { return name.substr(0, 3); };
+    const VYRObjFTPropsFormatInfo scripted("FEAT_TYPE_VALIDATION_SCRIPT,x.tcl", nullptr);
+    EXPECT_EQ(ResolveFeatureTypeName(scripted, "Roads", { "Roa" }, &session), "Roa_2");
+}
+
+TEST(NameRulesTest, AttributeNamesKeepListBracketsAndFitTheFormat)
+{
+    const VYRObjFTPropsFormatInfo dbase("ATTR_CASE,UPPER,MAX_ATTR_LENGTH,10,ATTR_NAME_INVALID_CHARS,\"{} .\","
+                                        "DEST_ILLEGAL_ATTR_LIST,\"SHAPE,FID\"",
+        nullptr);
+    struct Case {
+        const char *name;
+        StringSet taken;
+        const char *expected;
+    };
+    const Case cases[] = {
+        { "road name", {}, "ROAD_NAME" },
+        { "parts{}.x", {}, "PARTS{}_X" },
+        { "averyverylongname", {}, "AVERYVERYL" },
+        { "shape", {}, "SHAPE00" },
+        { "width", { "WIDTH" }, "WIDTH00" },
+        { "abcdefghij", { "ABCDEFGHIJ" }, "ABCDEFGH00" },
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(LegaliseAttributeName(dbase, c.name, c.taken), c.expected) << c.name;
+
+    const VYRObjFTPropsFormatInfo lower("ATTR_CASE,ANYFIRSTNONNUMERIC", nullptr);
+    EXPECT_EQ(LegaliseAttributeName(lower, "1st", {}), "_1st");
+}
+
+} // namespace
+} // namespace vyr
