@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ clang libclang-rt-14-dev
     libgtest-dev libgmock-dev libbenchmark-dev
-    qt6-base-dev libqt6opengl6-dev qt6-tools-dev gettext locales xvfb xauth
+    qt6-base-dev libqt6opengl6-dev qt6-tools-dev gettext locales xvfb xauth tcl8.6-dev nlohmann-json3-dev
 )
 
 # The German dialogs and catalogs are tested under a real German locale.

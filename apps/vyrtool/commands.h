@@ -7,6 +7,8 @@
 #include <string_view>
 
 int runCodecCommand(std::span<const std::string_view> arguments);
+// "format", "type", "name" or "schema".
+int runFormatCommand(std::string_view command, std::span<const std::string_view> arguments);
 // "about" or "template".
 int runDialogCommand(std::string_view command, std::span<const std::string_view> arguments);
 

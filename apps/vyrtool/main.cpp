@@ -20,7 +20,19 @@ constexpr const char *kUsage = "usage: vyrtool <command> [arguments]\n"
                                "      Show the dialog template ID of the resource library, for checking\n"
                                "      a layout or a translation (LANG=de_DE.UTF-8 for German).\n"
                                "  With --screenshot the dialog is drawn into the PNG FILE; with --accept\n"
-                               "  it is closed with OK at once, so both also work without a display.\n";
+                               "  it is closed with OK at once, so both also work without a display.\n"
+                               "  format show CAPFILE\n"
+                               "      Every answer the dialog gets from a format capability file, as JSON.\n"
+                               "  type parse TEXT [--list-mode 0|1]\n"
+                               "  type generic|native TEXT --format CAPFILE\n"
+                               "  type convert TEXT --from CAPFILE --to CAPFILE\n"
+                               "      Read a type string, or turn it into the generic vocabulary, into the\n"
+                               "      format's own, or into another format's.\n"
+                               "  name resolve|attr NAME --format CAPFILE [--taken NAME]...\n"
+                               "      The feature type (resolve) or attribute (attr) name the format makes\n"
+                               "      of NAME when the --taken names exist already.\n"
+                               "  schema show FEATURE.json --format CAPFILE\n"
+                               "      What the dialog reads from a schema feature file under the format.\n";
 
 } // namespace
 
@@ -38,6 +50,8 @@ int main(int argc, char **argv)
     }
     if (command == "codec")
         return runCodecCommand(std::span(arguments).subspan(1));
+    if (command == "format" || command == "type" || command == "name" || command == "schema")
+        return runFormatCommand(command, std::span(arguments).subspan(1));
     if (command == "about" || command == "template")
         return runDialogCommand(command, std::span(arguments).subspan(1));
     std::fprintf(stderr, "vyrtool: unknown command \"%.*s\"\n\n%s", static_cast<int>(command.size()), command.data(),

@@ -1,5 +1,9 @@
 #include "vyrfeature.h"
 
+#include "tclfunctions.h"
+
+#include "util/stringconverter.h"
+
 #include <algorithm>
 
 namespace vyr::engine {
@@ -103,11 +107,37 @@ void VYRFeature::setFeatureType(const char *name)
     m_featureType = text(name);
 }
 
-bool VYRFeature::performFunction(const char *, IVYRString &result)
+bool VYRFeature::performFunction(const char *function, IVYRString &result)
 {
-    // Functions are evaluated once the engine has its script interpreter.
-    result.assign("");
-    return false;
+    std::string script;
+    std::string value;
+    const bool evaluated = isTclFunction(text(function), script) && evaluateTcl(*this, script, value);
+    result.assign(value.data(), value.size());
+    return evaluated;
+}
+
+nlohmann::ordered_json VYRFeature::toJson() const
+{
+    nlohmann::ordered_json document;
+    document["feature_type"] = ansiToUtf8(m_featureType);
+    auto &attributes = document["attributes"] = nlohmann::ordered_json::object();
+    for (const std::string &name : m_names)
+        attributes[ansiToUtf8(name)] = ansiToUtf8(m_values.at(name));
+    auto &order = document["attribute_order"] = nlohmann::ordered_json::array();
+    for (const std::string &name : m_ordered)
+        order.push_back(ansiToUtf8(name));
+    auto &lists = document["lists"] = nlohmann::ordered_json::object();
+    std::vector<std::string> listNames;
+    for (const auto &[name, elements] : m_lists)
+        listNames.push_back(name);
+    // Sorted, so that saving the same feature twice gives the same file.
+    std::sort(listNames.begin(), listNames.end());
+    for (const std::string &name : listNames) {
+        auto &elements = lists[ansiToUtf8(name)] = nlohmann::ordered_json::array();
+        for (const std::string &element : m_lists.at(name))
+            elements.push_back(ansiToUtf8(element));
+    }
+    return document;
 }
 
 } // namespace vyr::engine

@@ -4,6 +4,8 @@
 
 #include "vyr/IVYRFeature.h"
 
+#include <nlohmann/json.hpp>
+
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -15,6 +17,10 @@ class VYRFeature final : public IVYRFeature
 public:
     VYRFeature();
     ~VYRFeature() override;
+    VYRFeature(const VYRFeature &) = default;
+    VYRFeature &operator=(const VYRFeature &) = default;
+    VYRFeature(VYRFeature &&) = default;
+    VYRFeature &operator=(VYRFeature &&) = default;
 
     bool getAttribute(const char *name, IVYRString &value) const override;
     void setAttribute(const char *name, const char *value) override;
@@ -28,6 +34,9 @@ public:
     const char *getFeatureType() const override;
     void setFeatureType(const char *name) override;
     bool performFunction(const char *function, IVYRString &result) override;
+
+    // The feature in the layout of vyr_featurefile.h (texts in UTF-8).
+    nlohmann::ordered_json toJson() const;
 
 private:
     std::string m_featureType;

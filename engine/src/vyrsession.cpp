@@ -1,5 +1,6 @@
 #include "vyrsession.h"
 
+#include "formatregistry.h"
 #include "vyrfeature.h"
 
 #include "frame/vyrrwstringarrayimp.h"
@@ -46,10 +47,20 @@ void VYRSession::destroyStringArray(IVYRStringArray *&array)
     array = nullptr;
 }
 
-bool VYRSession::getProperties(const char *, IVYRStringArray &query)
+bool VYRSession::getProperties(const char *category, IVYRStringArray &query)
 {
+    const std::string format = query.entries() == 1 ? query.elementAt(0) : "";
     query.clear();
-    return false;
+    if (!category || std::string_view(category) != kVyrSessionPropFormatInfo)
+        return false;
+    if (!m_formats)
+        m_formats = std::make_unique<FormatRegistry>(getInstallDirectory() + "formats");
+    const FormatEntry *entry = m_formats->find(format);
+    if (!entry)
+        return false;
+    for (const std::string &text : m_formats->properties(*entry))
+        query.append(text.c_str());
+    return true;
 }
 
 IVYRFeature *VYRSession::createFeature()

@@ -5,7 +5,11 @@
 
 #include "vyr/IVYRSession.h"
 
+#include <memory>
+
 namespace vyr::engine {
+
+class FormatRegistry;
 
 class VYRSession final : public IVYRSession
 {
@@ -28,6 +32,8 @@ public:
     IGuiPrompter *getGuiPrompter() override;
 
 private:
+    // The formats of the installation, read on the first question.
+    std::unique_ptr<FormatRegistry> m_formats;
     void *m_prompterLibrary = nullptr;
     IGuiPrompter *m_prompter = nullptr;
 };

@@ -1,0 +1,250 @@
+// vyrtool format / type / name / schema: what a format author asks about a
+// capability file - how the dialog will read it, which types and names it
+// accepts, and what a schema feature holds under it.
+#include "commands.h"
+#include "toolarguments.h"
+
+#include "attrtypes/datatypemappings.h"
+#include "attrtypes/typestring.h"
+#include "ftprops/geometrytypemappings.h"
+#include "ftprops/namerules.h"
+#include "ftprops/vyrobjftpropsformatinfo.h"
+#include "ftprops/vyrobjftpropsschemainfo.h"
+#include "util/capabilityfile.h"
+#include "util/stringconverter.h"
+
+#include "frame/vyrrwstringimp.h"
+#include "vyr/vyr_featurefile.h"
+#include "vyr/vyr_session.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <memory>
+
+using Json = nlohmann::ordered_json;
+using namespace vyr;
+
+namespace {
+
+constexpr const char *kUsage = "usage:\n"
+                               "  vyrtool format show CAPFILE\n"
+                               "  vyrtool type parse TEXT [--list-mode 0|1]\n"
+                               "  vyrtool type generic|native TEXT --format CAPFILE\n"
+                               "  vyrtool type convert TEXT --from CAPFILE --to CAPFILE\n"
+                               "  vyrtool name resolve|attr NAME --format CAPFILE [--taken NAME]...\n"
+                               "  vyrtool schema show FEATURE.json --format CAPFILE\n";
+
+int usage(const char *command, const std::string &message)
+{
+    std::fprintf(stderr, "vyrtool %s: %s\n%s", command, message.c_str(), kUsage);
+    return 2;
+}
+
+// A session for the questions that need the engine (database formats,
+// validation scripts), ended when the command ends.
+struct Session {
+    Session()
+        : session(VYR_SessionCreate())
+    {
+    }
+    ~Session() { VYR_SessionDestroy(session); }
+    IVYRSession *session;
+};
+
+std::unique_ptr<VYRObjFTPropsFormatInfo> openFormat(const std::string &path, IVYRSession *session, const char *command)
+{
+    const auto capabilities = readCapabilityFile(path);
+    if (!capabilities) {
+        std::fprintf(stderr, "vyrtool %s: cannot read the capability file %s\n", command, path.c_str());
+        return nullptr;
+    }
+    return std::make_unique<VYRObjFTPropsFormatInfo>(*capabilities, session);
+}
+
+Json text(const std::string &narrow)
+{
+    return ansiToUtf8(narrow);
+}
+
+Json texts(const StringList &narrow)
+{
+    Json list = Json::array();
+    for (const std::string &entry : narrow)
+        list.push_back(text(entry));
+    return list;
+}
+
+void print(const Json &document)
+{
+    std::printf("%s\n", document.dump(2).c_str());
+}
+
+int formatShow(const ToolArguments &arguments)
+{
+    if (arguments.words.size() != 2)
+        return usage("format", "format show takes one capability file");
+    Session session;
+    const auto format = openFormat(arguments.words[1], session.session, "format");
+    if (!format)
+        return 2;
+    Json parameters = Json::array();
+    for (const std::string &name : format->getDeflineParmNames())
+        parameters.push_back({ { "name", text(name) }, { "line", text(format->getDeflineParm(name)) },
+            { "default", text(format->getDeflineParmDefault(name)) } });
+    Json formatAttributes = Json::array();
+    for (const std::string &name : format->getFormatAttrNames())
+        formatAttributes.push_back({ { "name", text(name) }, { "type", text(format->getFormatAttrType(name)) } });
+    Json dataTypes = Json::array();
+    const DataTypeMappings &types = *format->getDataTypeMappings();
+    for (std::size_t i = 0; i < types.pairCount(); ++i)
+        dataTypes.push_back({ { "native", text(formatType(types.nativeTemplate(i), kDialogListMode)) },
+            { "generic", text(formatType(types.genericTemplate(i), kDialogListMode)) },
+            { "selectable", types.nativeTemplate(i).isSelectable(1) } });
+    Json geometries = Json::array();
+    for (const auto &[native, generic] : format->getGeometryTypeMappings()->pairs())
+        geometries.push_back({ { "native", text(native) }, { "generic", text(generic) } });
+    const auto fallback = types.defaultType();
+    print({ { "format_name", text(format->getFormatName()) }, { "is_source", format->isSource() },
+        { "is_schema_reader", format->isSchemaReader() }, { "is_database", format->isDatabase() },
+        { "has_user_attributes", format->hasDeflineAttrs() },
+        { "supports_feature_type_fanout", format->supportsFeatTypeFanout() },
+        { "supports_multiple_geometries", format->supportsMultiGeom() },
+        { "attribute_case", text(format->getAttrCase()) }, { "max_attribute_length", format->getMaxAttrLength() },
+        { "attribute_name_invalid_chars", text(format->getAttrNameInvalidChars()) },
+        { "illegal_attribute_names", texts(format->getDestIllegalAttrList()) },
+        { "feature_type_case", text(format->getFeatureTypeCase()) },
+        { "feature_type_length", format->getFeatureTypeLength() },
+        { "feature_type_length_includes_prefix", format->featureTypeLengthIncludesPrefix() },
+        { "feature_type_invalid_chars", text(format->getFeatureTypeInvalidChars()) },
+        { "feature_type_reserved_words", texts(format->getFeatureTypeReservedWords()) },
+        { "allowed_feature_types", texts(format->getAllowedFeatTypes()) },
+        { "validation_script", text(format->getFeatTypeValidationScript()) }, { "parameters", parameters },
+        { "format_attributes", formatAttributes }, { "data_types", dataTypes },
+        { "default_type", fallback ? text(formatType(*fallback, kDialogListMode)) : Json() },
+        { "geometries", geometries } });
+    return 0;
+}
+
+int typeCommand(const ToolArguments &arguments)
+{
+    if (arguments.words.size() != 2)
+        return usage("type", "type takes a subcommand and one type string");
+    const std::string &action = arguments.words[0];
+    const std::string &typeText = arguments.words[1];
+    if (action == "parse") {
+        const int listMode = arguments.option("list-mode").value_or("1") == "0" ? kStoredListMode : kDialogListMode;
+        const ParsedType parsed = parseType(typeText, listMode);
+        print({ { "name", text(parsed.name) }, { "values", texts(parsed.values) }, { "suffix", text(parsed.suffix) } });
+        return 0;
+    }
+    std::unique_ptr<AttrType> result;
+    if (action == "generic" || action == "native") {
+        const auto formatPath = arguments.option("format");
+        if (!formatPath)
+            return usage("type", "--format is missing");
+        const auto format = openFormat(*formatPath, nullptr, "type");
+        if (!format)
+            return 2;
+        const DataTypeMappings &types = *format->getDataTypeMappings();
+        const auto type = types.createType(typeText, kDialogListMode);
+        if (type)
+            result = action == "generic" ? types.toGeneric(*type) : types.toNative(*type);
+    } else if (action == "convert") {
+        const auto from = arguments.option("from");
+        const auto to = arguments.option("to");
+        if (!from || !to)
+            return usage("type", "convert needs --from and --to");
+        const auto source = openFormat(*from, nullptr, "type");
+        const auto target = openFormat(*to, nullptr, "type");
+        if (!source || !target)
+            return 2;
+        const auto type = source->getDataTypeMappings()->createType(typeText, kDialogListMode);
+        result = DataTypeMappings::convertType(*source->getDataTypeMappings(), type.get(), *target->getDataTypeMappings());
+    } else {
+        return usage("type", "unknown subcommand \"" + action + "\"");
+    }
+    if (!result) {
+        std::fprintf(stderr, "vyrtool type: no %s type for \"%s\"\n", action.c_str(), typeText.c_str());
+        return 1;
+    }
+    std::printf("%s\n", formatType(*result, kDialogListMode).c_str());
+    return 0;
+}
+
+int nameCommand(const ToolArguments &arguments)
+{
+    if (arguments.words.size() != 2 || (arguments.words[0] != "resolve" && arguments.words[0] != "attr"))
+        return usage("name", "name takes resolve or attr and one name");
+    const auto formatPath = arguments.option("format");
+    if (!formatPath)
+        return usage("name", "--format is missing");
+    Session session;
+    const auto format = openFormat(*formatPath, session.session, "name");
+    if (!format)
+        return 2;
+    StringSet taken;
+    for (const std::string &name : arguments.all("taken"))
+        taken.insert(name);
+    const std::string resolved = arguments.words[0] == "resolve"
+        ? ResolveFeatureTypeName(*format, arguments.words[1], taken, session.session)
+        : LegaliseAttributeName(*format, arguments.words[1], taken);
+    std::printf("%s\n", resolved.c_str());
+    return resolved.empty() ? 1 : 0;
+}
+
+int schemaShow(const ToolArguments &arguments)
+{
+    if (arguments.words.size() != 2 || arguments.words[0] != "show")
+        return usage("schema", "schema show takes one feature file");
+    const auto formatPath = arguments.option("format");
+    if (!formatPath)
+        return usage("schema", "--format is missing");
+    Session session;
+    const auto format = openFormat(*formatPath, session.session, "schema");
+    if (!format)
+        return 2;
+    IVYRFeature *feature = session.session->createFeature();
+    VYRRWStringImp error;
+    if (!VYR_FeatureLoadJson(feature, arguments.words[1].c_str(), &error)) {
+        std::fprintf(stderr, "vyrtool schema: %s\n", error.c_str());
+        session.session->destroyFeature(feature);
+        return 2;
+    }
+    {
+        VYRObjFTPropsSchemaInfo schema(*session.session, *feature, *format);
+        Json attributes = Json::array();
+        for (const std::string &name : schema.getAttributeNames(true, false))
+            attributes.push_back({ { "name", text(name) }, { "type", text(schema.getAttributeType(name)) } });
+        Json exposed = Json::array();
+        for (const std::string &name : schema.getAttributeNames(false, true))
+            exposed.push_back({ { "name", text(name) }, { "type", text(schema.getAttributeType(name)) } });
+        Json parameters = Json::object();
+        for (const std::string &name : format->getDeflineParmNames())
+            parameters[ansiToUtf8(name)] = text(schema.getParameter(name));
+        print({ { "name", text(schema.getName()) }, { "geometry", text(schema.getGeometry()) },
+            { "user_attributes", attributes }, { "format_attributes", exposed }, { "parameters", parameters } });
+    }
+    session.session->destroyFeature(feature);
+    return 0;
+}
+
+} // namespace
+
+int runFormatCommand(std::string_view command, std::span<const std::string_view> arguments)
+{
+    const auto read = readToolArguments(arguments, { "format", "from", "to", "taken", "list-mode" },
+        std::string(command).c_str());
+    if (!read)
+        return 2;
+    if (command == "format") {
+        if (read->words.empty() || read->words[0] != "show")
+            return usage("format", "format takes show and a capability file");
+        return formatShow(*read);
+    }
+    if (command == "type")
+        return typeCommand(*read);
+    if (command == "name")
+        return nameCommand(*read);
+    return schemaShow(*read);
+}

@@ -1,0 +1,138 @@
+#include "vyr/vyr_featurefile.h"
+
+#include "vyrfeature.h"
+
+#include "frame/vyrrwstringarrayimp.h"
+#include "frame/vyrrwstringimp.h"
+#include "util/stringconverter.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+class FeatureFileError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+void report(IVYRString *error, const std::string &message)
+{
+    if (error)
+        error->assign(message.data(), message.size());
+}
+
+const Json &member(const Json &object, const char *name, Json::value_t type, const std::string &where)
+{
+    static const Json missing;
+    const auto found = object.find(name);
+    if (found == object.end())
+        return missing;
+    if (found->type() != type)
+        throw FeatureFileError(where + ": \"" + name + "\" has the wrong kind of value");
+    return *found;
+}
+
+std::string narrowText(const Json &value, const std::string &where)
+{
+    if (!value.is_string())
+        throw FeatureFileError(where + " must be a text");
+    return vyr::utf8ToAnsi(value.get<std::string>());
+}
+
+vyr::engine::VYRFeature parse(const Json &document, const std::string &origin)
+{
+    if (!document.is_object())
+        throw FeatureFileError(origin + ": a feature file holds one JSON object");
+    vyr::engine::VYRFeature feature;
+    const auto type = document.find("feature_type");
+    if (type == document.end())
+        throw FeatureFileError(origin + ": \"feature_type\" is missing");
+    feature.setFeatureType(narrowText(*type, origin + ": \"feature_type\"").c_str());
+    for (const auto &[name, value] : member(document, "attributes", Json::value_t::object, origin).items())
+        feature.setAttribute(vyr::utf8ToAnsi(name).c_str(), narrowText(value, origin + ": attribute \"" + name + "\"").c_str());
+    const Json &order = member(document, "attribute_order", Json::value_t::array, origin);
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const std::string name = narrowText(order[i], origin + ": \"attribute_order\" element " + std::to_string(i));
+        VYRRWStringImp value;
+        if (!feature.getAttribute(name.c_str(), value))
+            throw FeatureFileError(origin + ": \"attribute_order\" names \"" + name + "\", which is no attribute");
+        feature.setOrderedAttribute(name.c_str(), value.c_str());
+    }
+    for (const auto &[name, elements] : member(document, "lists", Json::value_t::object, origin).items()) {
+        const std::string where = origin + ": list \"" + name + "\"";
+        if (!elements.is_array())
+            throw FeatureFileError(where + " must be an array of texts");
+        VYRRWStringArrayImp array;
+        for (const Json &element : elements)
+            array.append(narrowText(element, where + " element").c_str());
+        feature.setListAttribute(vyr::utf8ToAnsi(name).c_str(), array);
+    }
+    return feature;
+}
+
+} // namespace
+
+extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size_t length, const char *origin,
+    IVYRString *error)
+{
+    auto *target = dynamic_cast<vyr::engine::VYRFeature *>(feature);
+    const std::string where = origin ? origin : "feature";
+    if (!target || !text) {
+        report(error, where + ": not a feature of this engine");
+        return false;
+    }
+    try {
+        const Json document = Json::parse(text, text + length);
+        *target = parse(document, where);
+        return true;
+    } catch (const Json::parse_error &failure) {
+        report(error, where + ": " + failure.what());
+    } catch (const std::exception &failure) {
+        report(error, failure.what());
+    }
+    return false;
+}
+
+extern "C" bool VYR_FeatureLoadJson(IVYRFeature *feature, const char *path, IVYRString *error)
+{
+    std::ifstream file(path ? path : "", std::ios::binary);
+    if (!file) {
+        report(error, std::string(path ? path : "") + ": cannot be read");
+        return false;
+    }
+    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    return VYR_FeatureReadJson(feature, text.data(), text.size(), path, error);
+}
+
+extern "C" bool VYR_FeatureSaveJson(const IVYRFeature *feature, const char *path, IVYRString *error)
+{
+    const auto *source = dynamic_cast<const vyr::engine::VYRFeature *>(feature);
+    const std::string target = path ? path : "";
+    if (!source || target.empty()) {
+        report(error, target + ": not a feature of this engine");
+        return false;
+    }
+    const std::string temporary = target + ".saving";
+    {
+        std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
+        file << source->toJson().dump(2) << '\n';
+        if (!file.flush()) {
+            std::remove(temporary.c_str());
+            report(error, target + ": cannot be written");
+            return false;
+        }
+    }
+    if (std::rename(temporary.c_str(), target.c_str()) != 0) {
+        std::remove(temporary.c_str());
+        report(error, target + ": cannot be replaced");
+        return false;
+    }
+    return true;
+}
