@@ -6,13 +6,21 @@
 
 #include <tcl.h>
 
+#include <cstdlib>
 #include <memory>
 
 namespace vyr::engine {
 
 namespace {
 
-constexpr int kCommandLimit = 10'000'000;
+// Compiled loops run without counting commands, so only the clock stops
+// a script that never ends.
+long secondsLimit()
+{
+    const char *configured = std::getenv("VYR_TCL_SECONDS");
+    const long seconds = configured ? std::strtol(configured, nullptr, 10) : 0;
+    return seconds > 0 ? seconds : 10;
+}
 
 // The feature the running evaluation works on; set only during one.
 thread_local IVYRFeature *currentFeature = nullptr;
@@ -107,10 +115,13 @@ bool evaluateTcl(IVYRFeature &feature, const std::string &script, std::string &r
     Tcl_Interp *interp = interpreter();
     IVYRFeature *outer = currentFeature;
     currentFeature = &feature;
-    Tcl_LimitTypeSet(interp, TCL_LIMIT_COMMANDS);
-    Tcl_LimitSetCommands(interp, Tcl_LimitGetCommands(interp) + kCommandLimit);
+    Tcl_Time deadline;
+    Tcl_GetTime(&deadline);
+    deadline.sec += secondsLimit();
+    Tcl_LimitTypeSet(interp, TCL_LIMIT_TIME);
+    Tcl_LimitSetTime(interp, &deadline);
     const int status = Tcl_EvalEx(interp, script.c_str(), static_cast<int>(script.size()), TCL_EVAL_GLOBAL);
-    Tcl_LimitTypeReset(interp, TCL_LIMIT_COMMANDS);
+    Tcl_LimitTypeReset(interp, TCL_LIMIT_TIME);
     currentFeature = outer;
     result = Tcl_GetStringResult(interp);
     Tcl_ResetResult(interp);

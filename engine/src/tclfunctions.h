@@ -9,7 +9,8 @@
 //   vyr_remove_attribute name
 // Global variables persist between evaluations on the same thread, so a
 // script may keep state (and must unset what it no longer needs). "exit" is
-// not available, and one evaluation may run at most 10 million commands.
+// not available, and one evaluation may run at most 10 seconds (or
+// $VYR_TCL_SECONDS).
 // Errors are Tcl errors: the evaluation reports them and the host goes on.
 #ifndef VYR_ENGINE_TCLFUNCTIONS_H
 #define VYR_ENGINE_TCLFUNCTIONS_H

@@ -1,0 +1,198 @@
+#include "frame/vyrrwstringarrayimp.h"
+#include "frame/vyrrwstringimp.h"
+
+#include "support/scopedenvironment.h"
+#include "support/scratchdirectory.h"
+
+#include "vyr/IVYRFeature.h"
+#include "vyr/vyr_featurefile.h"
+#include "vyr/vyr_session.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+
+namespace {
+
+struct SessionDeleter {
+    void operator()(IVYRSession *session) const { VYR_SessionDestroy(session); }
+};
+
+class EngineTest : public ::testing::Test
+{
+protected:
+    ~EngineTest() override
+    {
+        for (IVYRFeature *&feature : m_features)
+            m_session->destroyFeature(feature);
+    }
+    IVYRFeature &newFeature()
+    {
+        m_features.push_back(m_session->createFeature());
+        return *m_features.back();
+    }
+    static std::string value(const IVYRFeature &feature, const char *name)
+    {
+        VYRRWStringImp text;
+        return feature.getAttribute(name, text) ? std::string(text.view()) : std::string("(absent)");
+    }
+
+    std::unique_ptr<IVYRSession, SessionDeleter> m_session { VYR_SessionCreate() };
+    std::vector<IVYRFeature *> m_features;
+};
+
+TEST_F(EngineTest, TclFunctionsReadAndChangeTheFeature)
+{
+    vyr::test::ScopedEnvironment env;
+    env.set("VYR_TCL_SECONDS", "1");
+    IVYRFeature &feature = newFeature();
+    feature.setFeatureType("roads");
+    feature.setAttribute("lanes", "2");
+    VYRRWStringImp result;
+    struct Case {
+        const char *function;
+        bool ok;
+        const char *result;
+    };
+    const Case cases[] = {
+        { "@TCL(vyr_feature_type)", true, "roads" },
+        { "@TCL(vyr_feature_type [string toupper [vyr_feature_type]])", true, "ROADS" },
+        { "@TCL(expr {[vyr_attribute lanes] * 2})", true, "4" },
+        { "@TCL(vyr_attribute width 7; vyr_attribute_exists width)", true, "1" },
+        { "@TCL(vyr_remove_attribute width; vyr_attribute_exists width)", true, "0" },
+        { "@TCL(vyr_attribute missing)", false, "no attribute \"missing\"" },
+        { "@TCL(error {broken script})", false, "broken script" },
+        { "@TCL(catch {error x})", true, "1" },
+        { "@TCL(exit 3)", false, "invalid command name \"exit\"" },
+        { "@TCL(while 1 {set x 1})", false, "time limit exceeded" },
+        { "@TCL(set kept here)", true, "here" },
+        { "@TCL(set kept)", true, "here" },
+        { "@TCL(source /nonexistent/script.tcl)", false, "couldn't read file \"/nonexistent/script.tcl\": no such file or directory" },
+        { "vyr_feature_type", false, "" },
+        { "@TCL(unbalanced {)", false, "missing close-brace" },
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(feature.performFunction(c.function, result), c.ok) << c.function;
+        EXPECT_EQ(std::string(result.view()), c.result) << c.function;
+    }
+    EXPECT_EQ(std::string(feature.getFeatureType()), "ROADS");
+    EXPECT_EQ(value(feature, "width"), "(absent)");
+}
+
+TEST_F(EngineTest, AttributesKeepTheirOrderAndListsStandApart)
+{
+    IVYRFeature &feature = newFeature();
+    feature.setAttribute("b", "1");
+    feature.setOrderedAttribute("z", "2");
+    feature.setOrderedAttribute("a", "3");
+    feature.setAttribute("b", "changed");
+    feature.setOrderedAttribute("z", "4");
+    VYRRWStringArrayImp names;
+    feature.getAllAttributeNames(names);
+    ASSERT_EQ(names.entries(), 3u);
+    EXPECT_STREQ(names.elementAt(0), "b");
+    EXPECT_STREQ(names.elementAt(2), "a");
+    feature.getOrderedAttributeNames(names);
+    ASSERT_EQ(names.entries(), 2u);
+    EXPECT_STREQ(names.elementAt(0), "a");
+    EXPECT_STREQ(names.elementAt(1), "z");
+    feature.removeAttribute("a");
+    feature.getOrderedAttributeNames(names);
+    EXPECT_EQ(names.entries(), 1u);
+
+    VYRRWStringArrayImp elements;
+    elements.append("x");
+    feature.setListAttribute("list", elements);
+    feature.getListAttribute("absent", elements);
+    EXPECT_EQ(elements.entries(), 0u);
+    feature.getListAttribute("list", elements);
+    EXPECT_EQ(elements.entries(), 1u);
+    EXPECT_EQ(value(feature, "list"), "(absent)");
+}
+
+TEST_F(EngineTest, FeatureFilesRoundTrip)
+{
+    vyr::test::ScratchDirectory dir;
+    IVYRFeature &feature = newFeature();
+    feature.setFeatureType("Straßen");
+    feature.setAttribute("*NAME", "char(40)");
+    feature.setOrderedAttribute("NAME", "vyr_char(40)");
+    VYRRWStringArrayImp elements;
+    elements.append("a b");
+    elements.append("");
+    feature.setListAttribute("*vyr_parameter_name", elements);
+    const std::string path = dir.path() + "/feature.json";
+    VYRRWStringImp error;
+    ASSERT_TRUE(VYR_FeatureSaveJson(&feature, path.c_str(), &error)) << error.c_str();
+
+    IVYRFeature &copy = newFeature();
+    ASSERT_TRUE(VYR_FeatureLoadJson(&copy, path.c_str(), &error)) << error.c_str();
+    EXPECT_STREQ(copy.getFeatureType(), "Straßen");
+    EXPECT_EQ(value(copy, "*NAME"), "char(40)");
+    VYRRWStringArrayImp names;
+    copy.getOrderedAttributeNames(names);
+    ASSERT_EQ(names.entries(), 1u);
+    EXPECT_STREQ(names.elementAt(0), "NAME");
+    copy.getListAttribute("*vyr_parameter_name", elements);
+    ASSERT_EQ(elements.entries(), 2u);
+    EXPECT_STREQ(elements.elementAt(0), "a b");
+
+    const std::string again = dir.path() + "/again.json";
+    ASSERT_TRUE(VYR_FeatureSaveJson(&copy, again.c_str(), &error));
+    EXPECT_EQ(dir.read("feature.json"), dir.read("again.json"));
+}
+
+TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
+{
+    struct Case {
+        const char *text;
+        const char *message;
+    };
+    const Case cases[] = {
+        { "{\"feature_type\": \"x\",\n \"attributes\": {\"a\": 1}}", "t.json: attribute \"a\" must be a text" },
+        { "{\"feature_type\": \"x\",\n \"attributes\": [", "t.json: [json.exception.parse_error.101] parse error at line 2" },
+        { "[]", "t.json: a feature file holds one JSON object" },
+        { "{}", "t.json: \"feature_type\" is missing" },
+        { "{\"feature_type\": \"x\", \"attribute_order\": [\"nope\"]}", "\"attribute_order\" names \"nope\", which is no attribute" },
+        { "{\"feature_type\": \"x\", \"lists\": {\"l\": \"text\"}}", "t.json: list \"l\" must be an array of texts" },
+        { "{\"feature_type\": \"x\", \"lists\": []}", "t.json: \"lists\" has the wrong kind of value" },
+        { "", "t.json: [json.exception.parse_error.101]" },
+    };
+    IVYRFeature &feature = newFeature();
+    feature.setFeatureType("kept");
+    for (const Case &c : cases) {
+        VYRRWStringImp error;
+        EXPECT_FALSE(VYR_FeatureReadJson(&feature, c.text, std::strlen(c.text), "t.json", &error)) << c.text;
+        EXPECT_NE(std::string(error.view()).find(c.message), std::string::npos) << error.c_str();
+    }
+    EXPECT_STREQ(feature.getFeatureType(), "kept");
+    VYRRWStringImp error;
+    EXPECT_FALSE(VYR_FeatureLoadJson(&feature, "/nonexistent/f.json", &error));
+    EXPECT_EQ(std::string(error.view()), "/nonexistent/f.json: cannot be read");
+}
+
+// The session knows the installation's example formats (VYR_HOME is the stage).
+TEST_F(EngineTest, FormatPropertiesComeFromTheInstalledCapabilityFiles)
+{
+    const auto askType = [this](const char *format) {
+        VYRRWStringArrayImp query;
+        query.append(format);
+        if (!m_session->getProperties(kVyrSessionPropFormatInfo, query))
+            return std::string("(unknown)");
+        for (std::size_t i = 0; i + 1 < query.entries(); i += 2) {
+            if (std::string_view(query.elementAt(i)) == "FORMAT_TYPE")
+                return std::string(query.elementAt(i + 1));
+        }
+        return std::string("(no type)");
+    };
+    EXPECT_EQ(askType("POSTGRES"), "DATABASE");
+    EXPECT_EQ(askType("SHAPEFILE"), "FILE");
+    EXPECT_EQ(askType("postgres"), "(unknown)");
+    VYRRWStringArrayImp query;
+    query.append("POSTGRES");
+    EXPECT_FALSE(m_session->getProperties("another_category", query));
+    EXPECT_EQ(query.entries(), 0u);
+}
+
+} // namespace
