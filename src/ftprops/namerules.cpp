@@ -36,7 +36,14 @@ std::size_t characterLength(std::string_view text, std::size_t at)
     const std::string codePage = narrowCodePage();
     if (codePage == "UTF-8") {
         const std::size_t length = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC0 ? 2 : 1;
-        return std::min(length, left);
+        if (length > left)
+            return 1;
+        // A broken sequence is bytes of its own, not one character.
+        for (std::size_t i = 1; i < length; ++i) {
+            if ((static_cast<unsigned char>(text[at + i]) & 0xC0) != 0x80)
+                return 1;
+        }
+        return length;
     }
     if (isDoubleByteCodePage(codePage) && ((byte >= 129 && byte <= 175) || (byte >= 224 && byte <= 252)))
         return 2;
@@ -161,8 +168,13 @@ std::string ApplyNameCase(std::string_view name, std::string_view rule, unsigned
     return result;
 }
 
-std::string MakeUniqueNumberedName(std::string_view name, unsigned limit, const StringSet &taken,
-    const StringSet &reservedWords)
+namespace {
+
+// The numbered search of MakeUniqueNumberedName, with the limit counted by
+// `truncate` (characters for feature types, bytes for attribute names).
+template <class Truncate>
+std::string uniqueNumbered(std::string_view name, unsigned limit, const StringSet &taken,
+    const StringSet &reservedWords, Truncate truncate)
 {
     std::string candidate(name);
     if (!collides(candidate, taken, reservedWords) || limit == 1)
@@ -173,12 +185,20 @@ std::string MakeUniqueNumberedName(std::string_view name, unsigned limit, const 
         if (limit != 0) {
             if (suffix.size() > limit)
                 return {};
-            base = truncateCharacters(base, limit - suffix.size());
+            base = truncate(base, limit - suffix.size());
         }
         candidate = base + suffix;
         if (!collides(candidate, taken, reservedWords))
             return candidate;
     }
+}
+
+} // namespace
+
+std::string MakeUniqueNumberedName(std::string_view name, unsigned limit, const StringSet &taken,
+    const StringSet &reservedWords)
+{
+    return uniqueNumbered(name, limit, taken, reservedWords, truncateCharacters);
 }
 
 std::string LegaliseName(std::string_view name, std::string_view invalidChars, std::string_view caseRule,
@@ -285,8 +305,9 @@ std::string LegaliseAttributeName(const FTPropsFormatInfo &format, std::string_v
     if (maxLength > 0)
         result = truncateBytes(result, static_cast<std::size_t>(maxLength));
     const StringList illegal = format.getDestIllegalAttrList();
-    return MakeUniqueNumberedName(result, maxLength > 0 ? static_cast<unsigned>(maxLength) : 0, taken,
-        StringSet(illegal.begin(), illegal.end()));
+    // The attribute limit is in bytes, and so is the room left for a number.
+    return uniqueNumbered(result, maxLength > 0 ? static_cast<unsigned>(maxLength) : 0, taken,
+        StringSet(illegal.begin(), illegal.end()), truncateBytes);
 }
 
 } // namespace vyr
