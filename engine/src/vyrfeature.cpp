@@ -15,12 +15,8 @@ std::string text(const char *value)
     return value ? std::string(value) : std::string();
 }
 
-void eraseName(std::vector<std::string> &names, const std::string &name)
-{
-    names.erase(std::remove(names.begin(), names.end(), name), names.end());
-}
-
-void fill(IVYRStringArray &array, const std::vector<std::string> &texts)
+template <class Texts>
+void fill(IVYRStringArray &array, const Texts &texts)
 {
     array.clear();
     for (const std::string &entry : texts)
@@ -32,39 +28,63 @@ void fill(IVYRStringArray &array, const std::vector<std::string> &texts)
 VYRFeature::VYRFeature() = default;
 VYRFeature::~VYRFeature() = default;
 
+// The iterators of a copy must point into the copy's own lists.
+VYRFeature::VYRFeature(const VYRFeature &other)
+    : m_featureType(other.m_featureType)
+    , m_lists(other.m_lists)
+{
+    for (const std::string &name : other.m_names)
+        setAttribute(name.c_str(), other.m_attributes.at(name).value.c_str());
+    for (const std::string &name : other.m_ordered)
+        setOrderedAttribute(name.c_str(), other.m_attributes.at(name).value.c_str());
+}
+
+VYRFeature &VYRFeature::operator=(const VYRFeature &other)
+{
+    if (this != &other)
+        *this = VYRFeature(other);
+    return *this;
+}
+
 bool VYRFeature::getAttribute(const char *name, IVYRString &value) const
 {
-    const auto found = m_values.find(text(name));
-    if (found == m_values.end())
+    const auto found = m_attributes.find(text(name));
+    if (found == m_attributes.end())
         return false;
-    value.assign(found->second.data(), found->second.size());
+    value.assign(found->second.value.data(), found->second.value.size());
     return true;
 }
 
 void VYRFeature::setAttribute(const char *name, const char *value)
 {
     const std::string key = text(name);
-    const auto [entry, added] = m_values.insert_or_assign(key, text(value));
-    (void)entry;
-    if (added)
-        m_names.push_back(key);
+    if (const auto found = m_attributes.find(key); found != m_attributes.end()) {
+        found->second.value = text(value);
+        return;
+    }
+    m_names.push_back(key);
+    m_attributes.emplace(key, Attribute { text(value), std::prev(m_names.end()), std::nullopt });
 }
 
 void VYRFeature::setOrderedAttribute(const char *name, const char *value)
 {
     setAttribute(name, value);
-    const std::string key = text(name);
-    eraseName(m_ordered, key);
-    m_ordered.push_back(key);
+    Attribute &attribute = m_attributes.at(text(name));
+    if (attribute.ordered)
+        m_ordered.erase(*attribute.ordered);
+    m_ordered.push_back(text(name));
+    attribute.ordered = std::prev(m_ordered.end());
 }
 
 void VYRFeature::removeAttribute(const char *name)
 {
-    const std::string key = text(name);
-    if (m_values.erase(key) == 0)
+    const auto found = m_attributes.find(text(name));
+    if (found == m_attributes.end())
         return;
-    eraseName(m_names, key);
-    eraseName(m_ordered, key);
+    m_names.erase(found->second.name);
+    if (found->second.ordered)
+        m_ordered.erase(*found->second.ordered);
+    m_attributes.erase(found);
 }
 
 void VYRFeature::getAllAttributeNames(IVYRStringArray &names) const
@@ -122,7 +142,7 @@ nlohmann::ordered_json VYRFeature::toJson() const
     document["feature_type"] = ansiToUtf8(m_featureType);
     auto &attributes = document["attributes"] = nlohmann::ordered_json::object();
     for (const std::string &name : m_names)
-        attributes[ansiToUtf8(name)] = ansiToUtf8(m_values.at(name));
+        attributes[ansiToUtf8(name)] = ansiToUtf8(m_attributes.at(name).value);
     auto &order = document["attribute_order"] = nlohmann::ordered_json::array();
     for (const std::string &name : m_ordered)
         order.push_back(ansiToUtf8(name));

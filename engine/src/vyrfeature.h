@@ -6,6 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <list>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -17,8 +19,8 @@ class VYRFeature final : public IVYRFeature
 public:
     VYRFeature();
     ~VYRFeature() override;
-    VYRFeature(const VYRFeature &) = default;
-    VYRFeature &operator=(const VYRFeature &) = default;
+    VYRFeature(const VYRFeature &other);
+    VYRFeature &operator=(const VYRFeature &other);
     VYRFeature(VYRFeature &&) = default;
     VYRFeature &operator=(VYRFeature &&) = default;
 
@@ -39,11 +41,20 @@ public:
     nlohmann::ordered_json toJson() const;
 
 private:
+    using NameList = std::list<std::string>;
+
+    struct Attribute {
+        std::string value;
+        NameList::iterator name; // in m_names
+        std::optional<NameList::iterator> ordered; // in m_ordered
+    };
+
+    // Linked lists of names, so that a schema with thousands of attributes
+    // is rewritten in linear time: every name leaves its lists at once.
     std::string m_featureType;
-    // Values by name, and the names in the order first set.
-    std::unordered_map<std::string, std::string> m_values;
-    std::vector<std::string> m_names;
-    std::vector<std::string> m_ordered;
+    std::unordered_map<std::string, Attribute> m_attributes;
+    NameList m_names;
+    NameList m_ordered;
     std::unordered_map<std::string, std::vector<std::string>> m_lists;
 };
 

@@ -223,6 +223,7 @@ StringList VYRObjFTPropsSchemaInfo::getAttributeNames(bool user, bool format) co
         m_feature.getAllAttributeNames(*names);
         const StringList all = names.list();
         candidates.insert(candidates.end(), all.begin(), all.end());
+        seen.reserve(candidates.size());
         for (std::string &name : candidates) {
             if (seen.insert(name).second && isUserAttributeName(name))
                 result.push_back(std::move(name));

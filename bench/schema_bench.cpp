@@ -1,0 +1,99 @@
+// The schema record and the name rules at the sizes large schemas reach:
+// setAttributes with 10,000 attributes, getAttributeNames over 10,000,
+// 1,000 setParameter calls, and a feature type name resolved against 10,000
+// taken names. Each at two sizes, to show how the cost grows.
+#include "ratioreporter.h"
+
+#include "ftprops/namerules.h"
+#include "ftprops/vyrobjftpropsformatinfo.h"
+#include "ftprops/vyrobjftpropsschemainfo.h"
+
+#include "vyr/IVYRFeature.h"
+#include "vyr/vyr_session.h"
+
+#include <string>
+
+namespace {
+
+const char *const kFormat = "FORMAT,BENCH,SOURCE,no,FEATURE_TYPE_LENGTH,31,"
+                            "DATA_TYPE_MAPPINGS,\"char(width),vyr_char,\"\"number(width,decimal)\"\",vyr_decimal\"";
+
+struct Fixture {
+    Fixture()
+        : session(VYR_SessionCreate())
+        , feature(session->createFeature())
+        , format(kFormat, session)
+        , schema(*session, *feature, format)
+    {
+    }
+    ~Fixture()
+    {
+        session->destroyFeature(feature);
+        VYR_SessionDestroy(session);
+    }
+    IVYRSession *session;
+    IVYRFeature *feature;
+    vyr::VYRObjFTPropsFormatInfo format;
+    vyr::VYRObjFTPropsSchemaInfo schema;
+};
+
+vyr::StringList attributes(std::int64_t count)
+{
+    vyr::StringList namesAndTypes;
+    for (std::int64_t i = 0; i < count; ++i) {
+        namesAndTypes.push_back("attribute_" + std::to_string(i));
+        namesAndTypes.push_back(i % 2 ? "char(40)" : "number(10,2)");
+    }
+    return namesAndTypes;
+}
+
+void setAttributes(benchmark::State &state)
+{
+    Fixture fixture;
+    const vyr::StringList namesAndTypes = attributes(state.range(0));
+    for (auto _ : state)
+        fixture.schema.setAttributes(namesAndTypes);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void getAttributeNames(benchmark::State &state)
+{
+    Fixture fixture;
+    fixture.schema.setAttributes(attributes(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(fixture.schema.getAttributeNames(true, true));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void setParameters(benchmark::State &state)
+{
+    for (auto _ : state) {
+        Fixture fixture;
+        for (std::int64_t i = 0; i < state.range(0); ++i)
+            fixture.schema.setParameter("PARM_" + std::to_string(i % 100), std::to_string(i));
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void resolveName(benchmark::State &state)
+{
+    const vyr::VYRObjFTPropsFormatInfo format(kFormat, nullptr);
+    vyr::StringSet taken;
+    taken.insert("Roads");
+    for (std::int64_t i = 0; i < state.range(0); ++i)
+        taken.insert("Roads" + std::string(i < 10 ? "0" : "") + std::to_string(i));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(vyr::ResolveFeatureTypeName(format, "Roads", taken, nullptr));
+}
+
+} // namespace
+
+BENCHMARK(setAttributes)->Arg(5000)->Arg(10000)->Arg(20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(getAttributeNames)->Arg(5000)->Arg(10000)->Arg(20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(setParameters)->Arg(500)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(resolveName)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char **argv)
+{
+    return vyr::bench::runBenchmarks(argc, argv, {});
+}
