@@ -149,8 +149,8 @@ std::string VYRObjFTPropsSchemaInfo::genericType(const std::string &type) const
 
 std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) const
 {
-    if (const auto cached = m_formatAttributeTypes.find(name); cached != m_formatAttributeTypes.end())
-        return cached->second;
+    if (const std::string *type = formatAttributeType(name))
+        return *type;
     std::string stored;
     if (readAttribute("*" + name, stored))
         return stored;
@@ -185,20 +185,22 @@ void VYRObjFTPropsSchemaInfo::setAttributes(const StringList &namesAndTypes)
     }
 }
 
-bool VYRObjFTPropsSchemaInfo::isFormatAttribute(const std::string &name) const
+const std::string *VYRObjFTPropsSchemaInfo::formatAttributeType(const std::string &name) const
 {
-    if (m_formatAttributeTypes.contains(name))
-        return true;
+    if (const auto found = m_formatAttributeTypes.find(name); found != m_formatAttributeTypes.end())
+        return &found->second;
     // An element "part{3}" of a format list attribute "part{}".
     static const Pattern number("{[0-9]+}");
     const auto braces = number.find(name);
-    return braces
-        && m_formatAttributeTypes.contains(name.substr(0, braces->begin) + "{}" + name.substr(braces->end));
+    if (!braces)
+        return nullptr;
+    const auto list = m_formatAttributeTypes.find(name.substr(0, braces->begin) + "{}" + name.substr(braces->end));
+    return list == m_formatAttributeTypes.end() ? nullptr : &list->second;
 }
 
 void VYRObjFTPropsSchemaInfo::removeAttribute(const std::string &name)
 {
-    if (isFormatAttribute(name))
+    if (formatAttributeType(name))
         removeEntry({ kFormatAttrNames, kFormatAttrTypes }, name);
     else
         m_feature.removeAttribute(name.c_str());

@@ -96,9 +96,9 @@ private:
     // format's data types do not know it.
     std::string genericType(const std::string &type) const;
     StringList geometryFamily(const std::string &prefix) const;
-    // A format attribute of the record's format, or an element of one of
-    // its list attributes.
-    bool isFormatAttribute(const std::string &name) const;
+    // The type of a format attribute of the record's format, or of the
+    // list attribute a name is an element of; null for other names.
+    const std::string *formatAttributeType(const std::string &name) const;
 
     IVYRSession &m_session;
     IVYRFeature &m_feature;
