@@ -185,6 +185,7 @@ TEST_F(SchemaInfoTest, ListAttributesExpandAndShrinkToTheCount)
     m_schema->expandListAttribute("part{}.x", 3);
     EXPECT_EQ(list("*vyr_format_attr_name").back(), "part{2}.x");
     EXPECT_EQ(list("*vyr_format_attr_type").back(), "number(10,2)");
+    EXPECT_EQ(m_schema->getAttributeType("part{7}.x"), "number(10,2)") << "an element has its list's type";
     m_schema->expandListAttribute("shape_type", 4);
     EXPECT_EQ(list("*vyr_format_attr_name").size(), 4u);
 }
