@@ -1,7 +1,6 @@
 #include "ftprops/vyrobjftpropsformatinfo.h"
 
-#include "frame/vyrrwstringarrayimp.h"
-#include "frame/vyrrwstringimp.h"
+#include "support/countingsession.h"
 
 #include "vyr/IVYRSession.h"
 
@@ -12,31 +11,12 @@
 namespace vyr {
 namespace {
 
-// A session that knows the format types of a few formats and counts the
-// arrays it hands out, so a test sees every one come back.
-class FormatTypeSession final : public IVYRSession
+// A session that knows the format types of a few formats.
+class FormatTypeSession final : public test::CountingSession
 {
 public:
     std::map<std::string, std::string> formatTypes;
-    int arraysOut = 0;
 
-    IVYRString *createString() override { return new VYRRWStringImp; }
-    void destroyString(IVYRString *&text) override
-    {
-        delete text;
-        text = nullptr;
-    }
-    IVYRStringArray *createStringArray() override
-    {
-        ++arraysOut;
-        return new VYRRWStringArrayImp;
-    }
-    void destroyStringArray(IVYRStringArray *&array) override
-    {
-        --arraysOut;
-        delete array;
-        array = nullptr;
-    }
     bool getProperties(const char *category, IVYRStringArray &query) override
     {
         const std::string format = query.entries() == 1 ? query.elementAt(0) : "";
@@ -48,9 +28,6 @@ public:
             query.append(text);
         return true;
     }
-    IVYRFeature *createFeature() override { return nullptr; }
-    void destroyFeature(IVYRFeature *&feature) override { feature = nullptr; }
-    IGuiPrompter *getGuiPrompter() override { return nullptr; }
 };
 
 TEST(FormatInfoTest, EmptyCapabilitiesGiveEveryDefault)

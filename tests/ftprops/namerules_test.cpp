@@ -1,8 +1,7 @@
 #include "ftprops/namerules.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 
-#include "frame/vyrrwstringarrayimp.h"
-#include "frame/vyrrwstringimp.h"
+#include "support/countingsession.h"
 #include "util/codepage.h"
 
 #include "vyr/IVYRFeature.h"
@@ -118,31 +117,11 @@ public:
     }
 };
 
-class ScriptSession final : public IVYRSession
+class ScriptSession final : public test::CountingSession
 {
 public:
     ScriptFeature feature;
-    int featuresOut = 0;
-    int stringsOut = 0;
 
-    IVYRString *createString() override
-    {
-        ++stringsOut;
-        return new VYRRWStringImp;
-    }
-    void destroyString(IVYRString *&text) override
-    {
-        --stringsOut;
-        delete text;
-        text = nullptr;
-    }
-    IVYRStringArray *createStringArray() override { return new VYRRWStringArrayImp; }
-    void destroyStringArray(IVYRStringArray *&array) override
-    {
-        delete array;
-        array = nullptr;
-    }
-    bool getProperties(const char *, IVYRStringArray &) override { return false; }
     IVYRFeature *createFeature() override
     {
         ++featuresOut;
@@ -153,7 +132,6 @@ public:
         --featuresOut;
         given = nullptr;
     }
-    IGuiPrompter *getGuiPrompter() override { return nullptr; }
 };
 
 TEST(NameRulesTest, ValidationScriptRunsAgainOnAUniqueName)
