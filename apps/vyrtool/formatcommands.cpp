@@ -62,6 +62,19 @@ std::unique_ptr<VYRObjFTPropsFormatInfo> openFormat(const std::string &path, IVY
     return std::make_unique<VYRObjFTPropsFormatInfo>(*capabilities, session);
 }
 
+// The format named by --format; null (after saying why) when it is missing
+// or unreadable.
+std::unique_ptr<VYRObjFTPropsFormatInfo> formatOption(const ToolArguments &arguments, IVYRSession *session,
+    const char *command)
+{
+    const auto path = arguments.option("format");
+    if (!path) {
+        usage(command, "--format is missing");
+        return nullptr;
+    }
+    return openFormat(*path, session, command);
+}
+
 Json text(const std::string &narrow)
 {
     return ansiToUtf8(narrow);
@@ -140,10 +153,7 @@ int typeCommand(const ToolArguments &arguments)
     }
     std::unique_ptr<AttrType> result;
     if (action == "generic" || action == "native") {
-        const auto formatPath = arguments.option("format");
-        if (!formatPath)
-            return usage("type", "--format is missing");
-        const auto format = openFormat(*formatPath, nullptr, "type");
+        const auto format = formatOption(arguments, nullptr, "type");
         if (!format)
             return 2;
         const DataTypeMappings &types = *format->getDataTypeMappings();
@@ -176,11 +186,8 @@ int nameCommand(const ToolArguments &arguments)
 {
     if (arguments.words.size() != 2 || (arguments.words[0] != "resolve" && arguments.words[0] != "attr"))
         return usage("name", "name takes resolve or attr and one name");
-    const auto formatPath = arguments.option("format");
-    if (!formatPath)
-        return usage("name", "--format is missing");
     Session session;
-    const auto format = openFormat(*formatPath, session.session, "name");
+    const auto format = formatOption(arguments, session.session, "name");
     if (!format)
         return 2;
     StringSet taken;
@@ -197,11 +204,8 @@ int schemaShow(const ToolArguments &arguments)
 {
     if (arguments.words.size() != 2 || arguments.words[0] != "show")
         return usage("schema", "schema show takes one feature file");
-    const auto formatPath = arguments.option("format");
-    if (!formatPath)
-        return usage("schema", "--format is missing");
     Session session;
-    const auto format = openFormat(*formatPath, session.session, "schema");
+    const auto format = formatOption(arguments, session.session, "schema");
     if (!format)
         return 2;
     IVYRFeature *feature = session.session->createFeature();
