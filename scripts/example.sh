@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# The main job on the bundled example: encodes a text with the library's WWJD
-# and user-string codecs through vyrtool and decodes it again.
+# The main job on the bundled examples: encodes a text with the library's WWJD
+# and user-string codecs through vyrtool and decodes it again, reads a schema
+# feature under its format, and shows the about dialog.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/deps.sh"
@@ -18,6 +19,14 @@ for codec in wwjd user; do
 done
 cmp "$sample" "$work/decoded.wwjd"
 echo "== round trip: the WWJD decoding gives back the original text byte for byte"
+
+# A bundled schema feature as the feature type properties dialog reads it
+# under its format, and a name made legal by the format's Tcl script.
+stage="$root/build/release/stage"
+echo "== the schema of examples/schemas/postgres-parcels.json under the POSTGRES format"
+"$tool" schema show "$root/examples/schemas/postgres-parcels.json" --format "$stage/formats/postgres.fmt"
+echo "== the worksheet name XLSX makes of \"Sales: 2026/Q1\" (by its validation script)"
+"$tool" name resolve "Sales: 2026/Q1" --format "$stage/formats/xlsx.fmt"
 
 # The about dialog, built from a template of the resource library, in both
 # languages. Without a display it is drawn offscreen into PNG files.
