@@ -26,11 +26,13 @@ std::unique_ptr<vyr::DataTypeMappings> makeTable()
         else if (i % 3 == 2)
             native += "(width,decimal)";
         mappings->addMapping(native, "vyr_generic" + std::to_string(i) + (i % 3 == 0 ? "" : "(width)"),
-            vyr::kStoredListMode);
+                             vyr::kStoredListMode);
     }
-    const char *const common[] = { "char(width)", "vyr_char", "varchar(width)", "vyr_varchar", "number(width,decimal)",
-        "vyr_decimal", "int(width)", "vyr_int32", "smallint", "vyr_int16", "boolean", "vyr_boolean",
-        "enum(stringset)", "vyr_char(200)", "timestamp,local", "vyr_datetime" };
+    const char *const common[]
+        = {"char(width)", "vyr_char",    "varchar(width)",  "vyr_varchar",   "number(width,decimal)",
+           "vyr_decimal", "int(width)",  "vyr_int32",       "smallint",      "vyr_int16",
+           "boolean",     "vyr_boolean", "enum(stringset)", "vyr_char(200)", "timestamp,local",
+           "vyr_datetime"};
     for (std::size_t i = 0; i + 1 < std::size(common); i += 2)
         mappings->addMapping(common[i], common[i + 1], vyr::kStoredListMode);
     return mappings;
@@ -39,8 +41,9 @@ std::unique_ptr<vyr::DataTypeMappings> makeTable()
 const std::vector<std::string> &typeStrings()
 {
     static const std::vector<std::string> texts = [] {
-        const char *const shapes[] = { "char(%)", "varchar(%)", "number(%,2)", "int(%)", "smallint", "boolean",
-            "enum(\"a b\",c,%)", "type7(%)", "type31", "type29(%,3)", "timestamp", "date,local" };
+        const char *const shapes[]
+            = {"char(%)",           "varchar(%)", "number(%,2)", "int(%)",      "smallint",  "boolean",
+               "enum(\"a b\",c,%)", "type7(%)",   "type31",      "type29(%,3)", "timestamp", "date,local"};
         std::mt19937 random(17);
         std::vector<std::string> made;
         made.reserve(kTypes);
@@ -90,5 +93,5 @@ BENCHMARK(parseOnly)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    return vyr::bench::runBenchmarks(argc, argv, { { "createToGenericFormat", "parseOnly" } });
+    return vyr::bench::runBenchmarks(argc, argv, {{"createToGenericFormat", "parseOnly"}});
 }

@@ -22,13 +22,22 @@ std::string capabilities(int scale)
         types.push_back(i % 3 ? "vyr_char" : "vyr_int32");
     }
     for (int i = 0; i < 100 * scale; ++i) {
-        parms.push_back("GUI OPTIONAL CHOICE PARM_" + std::to_string(i) + " yes%no%\"maybe later\" Parameter " +
-                        std::to_string(i));
+        parms.push_back("GUI OPTIONAL CHOICE PARM_" + std::to_string(i) + " yes%no%\"maybe later\" Parameter "
+                        + std::to_string(i));
         parms.push_back("yes");
     }
-    const vyr::StringList pairs { "FORMAT", "BENCH", "SOURCE", "no", "FORMAT_ATTRS", vyr::csvJoin(attrs, ','),
-        "DATA_TYPE_MAPPINGS", vyr::csvJoin(types, ','), "DEFLINE_PARMS", vyr::csvJoin(parms, ','),
-        "GEOM_TYPE_MAPPINGS", "point,vyr_point,line,vyr_line,area,vyr_area" };
+    const vyr::StringList pairs{"FORMAT",
+                                "BENCH",
+                                "SOURCE",
+                                "no",
+                                "FORMAT_ATTRS",
+                                vyr::csvJoin(attrs, ','),
+                                "DATA_TYPE_MAPPINGS",
+                                vyr::csvJoin(types, ','),
+                                "DEFLINE_PARMS",
+                                vyr::csvJoin(parms, ','),
+                                "GEOM_TYPE_MAPPINGS",
+                                "point,vyr_point,line,vyr_line,area,vyr_area"};
     return vyr::csvJoin(pairs, ',');
 }
 
@@ -61,5 +70,5 @@ BENCHMARK(splitOnly)->Arg(1)->Arg(2)->Arg(4)->Unit(benchmark::kMicrosecond);
 
 int main(int argc, char **argv)
 {
-    return vyr::bench::runBenchmarks(argc, argv, { { "buildRecord/1", "splitOnly/1" }, { "buildRecord/4", "splitOnly/4" } });
+    return vyr::bench::runBenchmarks(argc, argv, {{"buildRecord/1", "splitOnly/1"}, {"buildRecord/4", "splitOnly/4"}});
 }

@@ -18,14 +18,14 @@ namespace {
 const char *const kFormat = "FORMAT,BENCH,SOURCE,no,FEATURE_TYPE_LENGTH,31,"
                             "DATA_TYPE_MAPPINGS,\"char(width),vyr_char,\"\"number(width,decimal)\"\",vyr_decimal\"";
 
-struct Fixture {
+struct Fixture
+{
     Fixture()
         : session(VYR_SessionCreate())
         , feature(session->createFeature())
         , format(kFormat, session)
         , schema(*session, *feature, format)
-    {
-    }
+    {}
     ~Fixture()
     {
         session->destroyFeature(feature);

@@ -6,8 +6,8 @@
 #include "vyr/vyr_featurefile.h"
 #include "vyr/vyr_session.h"
 
-#include <cstdlib>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <string>

@@ -54,7 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     for (const auto &pair : pairs) {
         if (pair.first.find(' ') != std::string::npos)
             continue;
-        const auto first = std::find_if(pairs.begin(), pairs.end(), [&](const auto &p) { return p.first == pair.first; });
+        const auto first
+            = std::find_if(pairs.begin(), pairs.end(), [&](const auto &p) { return p.first == pair.first; });
         if (info.getGeometryTypeMappings()->toGeneric(pair.first, false) != first->second)
             std::abort();
     }

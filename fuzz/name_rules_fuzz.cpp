@@ -29,16 +29,16 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
         VYRObjFTPropsFormatInfo("FEATURE_TYPE_CASE,UPPER,FEATURE_TYPE_LENGTH,10,FEATURE_TYPE_INVALID_CHARS,\" -.\","
                                 "FEATURE_TYPE_RESERVED_WORDS,\"TABLE,SELECT\",ATTR_CASE,UPPER,MAX_ATTR_LENGTH,10,"
                                 "ATTR_NAME_INVALID_CHARS,\" -.\",DEST_ILLEGAL_ATTR_LIST,\"FID,SHAPE\"",
-            nullptr),
+                                nullptr),
         VYRObjFTPropsFormatInfo("FEATURE_TYPE_CASE,UPPER_FIRST_ALPHA,FEATURE_TYPE_LENGTH,4,"
                                 "FEATURE_TYPE_LENGTH_INCLUDES_PREFIX,yes,ATTR_CASE,ANYFIRSTNONNUMERIC",
-            nullptr),
+                                nullptr),
         VYRObjFTPropsFormatInfo("ALLOWED_FEAT_TYPES,\"a,b\"", nullptr),
     };
     if (size == 0)
         return 0;
     const std::string name(reinterpret_cast<const char *>(data + 1), size - 1);
-    const StringSet taken { name, name + "00", "A", "TABLE00" };
+    const StringSet taken{name, name + "00", "A", "TABLE00"};
     const VYRObjFTPropsFormatInfo &format = formats[data[0] % std::size(formats)];
 
     const std::string resolved = ResolveFeatureTypeName(format, name, taken, nullptr);

@@ -43,11 +43,11 @@ int usage(const char *command, const std::string &message)
 
 // A session for the questions that need the engine (database formats,
 // validation scripts), ended when the command ends.
-struct Session {
+struct Session
+{
     Session()
         : session(VYR_SessionCreate())
-    {
-    }
+    {}
     ~Session() { VYR_SessionDestroy(session); }
     IVYRSession *session;
 };
@@ -65,7 +65,7 @@ std::unique_ptr<VYRObjFTPropsFormatInfo> openFormat(const std::string &path, IVY
 // The format named by --format; null (after saying why) when it is missing
 // or unreadable.
 std::unique_ptr<VYRObjFTPropsFormatInfo> formatOption(const ToolArguments &arguments, IVYRSession *session,
-    const char *command)
+                                                      const char *command)
 {
     const auto path = arguments.option("format");
     if (!path) {
@@ -103,39 +103,45 @@ int formatShow(const ToolArguments &arguments)
         return 2;
     Json parameters = Json::array();
     for (const std::string &name : format->getDeflineParmNames())
-        parameters.push_back({ { "name", text(name) }, { "line", text(format->getDeflineParm(name)) },
-            { "default", text(format->getDeflineParmDefault(name)) } });
+        parameters.push_back({{"name", text(name)},
+                              {"line", text(format->getDeflineParm(name))},
+                              {"default", text(format->getDeflineParmDefault(name))}});
     Json formatAttributes = Json::array();
     for (const std::string &name : format->getFormatAttrNames())
-        formatAttributes.push_back({ { "name", text(name) }, { "type", text(format->getFormatAttrType(name)) } });
+        formatAttributes.push_back({{"name", text(name)}, {"type", text(format->getFormatAttrType(name))}});
     Json dataTypes = Json::array();
     const DataTypeMappings &types = *format->getDataTypeMappings();
     for (std::size_t i = 0; i < types.pairCount(); ++i)
-        dataTypes.push_back({ { "native", text(formatType(types.nativeTemplate(i), kDialogListMode)) },
-            { "generic", text(formatType(types.genericTemplate(i), kDialogListMode)) },
-            { "selectable", types.nativeTemplate(i).isSelectable(1) } });
+        dataTypes.push_back({{"native", text(formatType(types.nativeTemplate(i), kDialogListMode))},
+                             {"generic", text(formatType(types.genericTemplate(i), kDialogListMode))},
+                             {"selectable", types.nativeTemplate(i).isSelectable(1)}});
     Json geometries = Json::array();
     for (const auto &[native, generic] : format->getGeometryTypeMappings()->pairs())
-        geometries.push_back({ { "native", text(native) }, { "generic", text(generic) } });
+        geometries.push_back({{"native", text(native)}, {"generic", text(generic)}});
     const auto fallback = types.defaultType();
-    print({ { "format_name", text(format->getFormatName()) }, { "is_source", format->isSource() },
-        { "is_schema_reader", format->isSchemaReader() }, { "is_database", format->isDatabase() },
-        { "has_user_attributes", format->hasDeflineAttrs() },
-        { "supports_feature_type_fanout", format->supportsFeatTypeFanout() },
-        { "supports_multiple_geometries", format->supportsMultiGeom() },
-        { "attribute_case", text(format->getAttrCase()) }, { "max_attribute_length", format->getMaxAttrLength() },
-        { "attribute_name_invalid_chars", text(format->getAttrNameInvalidChars()) },
-        { "illegal_attribute_names", texts(format->getDestIllegalAttrList()) },
-        { "feature_type_case", text(format->getFeatureTypeCase()) },
-        { "feature_type_length", format->getFeatureTypeLength() },
-        { "feature_type_length_includes_prefix", format->featureTypeLengthIncludesPrefix() },
-        { "feature_type_invalid_chars", text(format->getFeatureTypeInvalidChars()) },
-        { "feature_type_reserved_words", texts(format->getFeatureTypeReservedWords()) },
-        { "allowed_feature_types", texts(format->getAllowedFeatTypes()) },
-        { "validation_script", text(format->getFeatTypeValidationScript()) }, { "parameters", parameters },
-        { "format_attributes", formatAttributes }, { "data_types", dataTypes },
-        { "default_type", fallback ? text(formatType(*fallback, kDialogListMode)) : Json() },
-        { "geometries", geometries } });
+    print({{"format_name", text(format->getFormatName())},
+           {"is_source", format->isSource()},
+           {"is_schema_reader", format->isSchemaReader()},
+           {"is_database", format->isDatabase()},
+           {"has_user_attributes", format->hasDeflineAttrs()},
+           {"supports_feature_type_fanout", format->supportsFeatTypeFanout()},
+           {"supports_multiple_geometries", format->supportsMultiGeom()},
+           {"attribute_case", text(format->getAttrCase())},
+           {"max_attribute_length", format->getMaxAttrLength()},
+           {"attribute_name_invalid_chars", text(format->getAttrNameInvalidChars())},
+           {"illegal_attribute_names", texts(format->getDestIllegalAttrList())},
+           {"feature_type_case", text(format->getFeatureTypeCase())},
+           {"feature_type_length", format->getFeatureTypeLength()},
+           {"feature_type_length_includes_prefix", format->featureTypeLengthIncludesPrefix()},
+           {"feature_type_invalid_chars", text(format->getFeatureTypeInvalidChars())},
+           {"feature_type_reserved_words", texts(format->getFeatureTypeReservedWords())},
+           {"allowed_feature_types", texts(format->getAllowedFeatTypes())},
+           {"validation_script", text(format->getFeatTypeValidationScript())},
+           {"parameters", parameters},
+           {"format_attributes", formatAttributes},
+           {"data_types", dataTypes},
+           {"default_type", fallback ? text(formatType(*fallback, kDialogListMode)) : Json()},
+           {"geometries", geometries}});
     return 0;
 }
 
@@ -148,7 +154,7 @@ int typeCommand(const ToolArguments &arguments)
     if (action == "parse") {
         const int listMode = arguments.option("list-mode").value_or("1") == "0" ? kStoredListMode : kDialogListMode;
         const ParsedType parsed = parseType(typeText, listMode);
-        print({ { "name", text(parsed.name) }, { "values", texts(parsed.values) }, { "suffix", text(parsed.suffix) } });
+        print({{"name", text(parsed.name)}, {"values", texts(parsed.values)}, {"suffix", text(parsed.suffix)}});
         return 0;
     }
     std::unique_ptr<AttrType> result;
@@ -170,7 +176,8 @@ int typeCommand(const ToolArguments &arguments)
         if (!source || !target)
             return 2;
         const auto type = source->getDataTypeMappings()->createType(typeText, kDialogListMode);
-        result = DataTypeMappings::convertType(*source->getDataTypeMappings(), type.get(), *target->getDataTypeMappings());
+        result
+            = DataTypeMappings::convertType(*source->getDataTypeMappings(), type.get(), *target->getDataTypeMappings());
     } else {
         return usage("type", "unknown subcommand \"" + action + "\"");
     }
@@ -219,15 +226,18 @@ int schemaShow(const ToolArguments &arguments)
         VYRObjFTPropsSchemaInfo schema(*session.session, *feature, *format);
         Json attributes = Json::array();
         for (const std::string &name : schema.getAttributeNames(true, false))
-            attributes.push_back({ { "name", text(name) }, { "type", text(schema.getAttributeType(name)) } });
+            attributes.push_back({{"name", text(name)}, {"type", text(schema.getAttributeType(name))}});
         Json exposed = Json::array();
         for (const std::string &name : schema.getAttributeNames(false, true))
-            exposed.push_back({ { "name", text(name) }, { "type", text(schema.getAttributeType(name)) } });
+            exposed.push_back({{"name", text(name)}, {"type", text(schema.getAttributeType(name))}});
         Json parameters = Json::object();
         for (const std::string &name : format->getDeflineParmNames())
             parameters[ansiToUtf8(name)] = text(schema.getParameter(name));
-        print({ { "name", text(schema.getName()) }, { "geometry", text(schema.getGeometry()) },
-            { "user_attributes", attributes }, { "format_attributes", exposed }, { "parameters", parameters } });
+        print({{"name", text(schema.getName())},
+               {"geometry", text(schema.getGeometry())},
+               {"user_attributes", attributes},
+               {"format_attributes", exposed},
+               {"parameters", parameters}});
     }
     session.session->destroyFeature(feature);
     return 0;
@@ -237,8 +247,8 @@ int schemaShow(const ToolArguments &arguments)
 
 int runFormatCommand(std::string_view command, std::span<const std::string_view> arguments)
 {
-    const auto read = readToolArguments(arguments, { "format", "from", "to", "taken", "list-mode" },
-        std::string(command).c_str());
+    const auto read
+        = readToolArguments(arguments, {"format", "from", "to", "taken", "list-mode"}, std::string(command).c_str());
     if (!read)
         return 2;
     if (command == "format") {

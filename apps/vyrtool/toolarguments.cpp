@@ -19,7 +19,7 @@ std::vector<std::string> ToolArguments::all(const std::string &name) const
 }
 
 std::optional<ToolArguments> readToolArguments(std::span<const std::string_view> arguments,
-    std::initializer_list<std::string_view> known, const char *command)
+                                               std::initializer_list<std::string_view> known, const char *command)
 {
     ToolArguments read;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -31,12 +31,12 @@ std::optional<ToolArguments> readToolArguments(std::span<const std::string_view>
         const std::string_view name = argument.substr(2);
         if (std::find(known.begin(), known.end(), name) == known.end()) {
             std::fprintf(stderr, "vyrtool %s: unknown option \"%.*s\"\n", command, static_cast<int>(argument.size()),
-                argument.data());
+                         argument.data());
             return std::nullopt;
         }
         if (i + 1 == arguments.size()) {
             std::fprintf(stderr, "vyrtool %s: %.*s needs a value\n", command, static_cast<int>(argument.size()),
-                argument.data());
+                         argument.data());
             return std::nullopt;
         }
         read.options.emplace(std::string(name), std::string(arguments[++i]));

@@ -10,7 +10,8 @@
 #include <string_view>
 #include <vector>
 
-struct ToolArguments {
+struct ToolArguments
+{
     std::vector<std::string> words;
     std::multimap<std::string, std::string> options;
 
@@ -22,6 +23,6 @@ struct ToolArguments {
 // Every "--name" in `arguments` must be one of `known` and take a value.
 // On a mistake, says what is wrong on standard error and returns nothing.
 std::optional<ToolArguments> readToolArguments(std::span<const std::string_view> arguments,
-    std::initializer_list<std::string_view> known, const char *command);
+                                               std::initializer_list<std::string_view> known, const char *command);
 
 #endif // VYRTOOL_TOOLARGUMENTS_H

@@ -56,7 +56,8 @@ vyr::engine::VYRFeature parse(const Json &document, const std::string &origin)
         throw FeatureFileError(origin + ": \"feature_type\" is missing");
     feature.setFeatureType(narrowText(*type, origin + ": \"feature_type\"").c_str());
     for (const auto &[name, value] : member(document, "attributes", Json::value_t::object, origin).items())
-        feature.setAttribute(vyr::utf8ToAnsi(name).c_str(), narrowText(value, origin + ": attribute \"" + name + "\"").c_str());
+        feature.setAttribute(vyr::utf8ToAnsi(name).c_str(),
+                             narrowText(value, origin + ": attribute \"" + name + "\"").c_str());
     const Json &order = member(document, "attribute_order", Json::value_t::array, origin);
     for (std::size_t i = 0; i < order.size(); ++i) {
         const std::string name = narrowText(order[i], origin + ": \"attribute_order\" element " + std::to_string(i));
@@ -80,7 +81,7 @@ vyr::engine::VYRFeature parse(const Json &document, const std::string &origin)
 } // namespace
 
 extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size_t length, const char *origin,
-    IVYRString *error)
+                                    IVYRString *error)
 {
     auto *target = dynamic_cast<vyr::engine::VYRFeature *>(feature);
     const std::string where = origin ? origin : "feature";

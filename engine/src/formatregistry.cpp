@@ -30,7 +30,7 @@ FormatRegistry::FormatRegistry(const std::string &folder)
         const std::string name = values["FORMAT"];
         if (name.empty() || m_formats.contains(name))
             continue;
-        FormatEntry entry { name, values["FORMAT_TYPE"].empty() ? "FILE" : values["FORMAT_TYPE"], true, file.string() };
+        FormatEntry entry{name, values["FORMAT_TYPE"].empty() ? "FILE" : values["FORMAT_TYPE"], true, file.string()};
         bool source = true;
         if (parseBool(values["SOURCE"], source))
             entry.isSource = source;
@@ -46,8 +46,9 @@ const FormatEntry *FormatRegistry::find(const std::string &name) const
 
 std::vector<std::string> FormatRegistry::properties(const FormatEntry &entry) const
 {
-    return { "FORMAT_NAME", entry.name, "FORMAT_TYPE", entry.type, "FORMAT_ROLE",
-        entry.isSource ? "READER" : "WRITER", "CAPABILITY_FILE", entry.capabilityFile };
+    return {"FORMAT_NAME",     entry.name,          "FORMAT_TYPE",
+            entry.type,        "FORMAT_ROLE",       entry.isSource ? "READER" : "WRITER",
+            "CAPABILITY_FILE", entry.capabilityFile};
 }
 
 } // namespace vyr::engine

@@ -14,7 +14,8 @@
 
 namespace vyr::engine {
 
-struct FormatEntry {
+struct FormatEntry
+{
     std::string name;
     std::string type;
     bool isSource = true;

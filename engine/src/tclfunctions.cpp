@@ -74,7 +74,8 @@ int removeAttributeCommand(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
     return TCL_OK;
 }
 
-struct InterpreterDeleter {
+struct InterpreterDeleter
+{
     void operator()(Tcl_Interp *interp) const { Tcl_DeleteInterp(interp); }
 };
 

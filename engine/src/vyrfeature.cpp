@@ -63,7 +63,7 @@ void VYRFeature::setAttribute(const char *name, const char *value)
         return;
     }
     m_names.push_back(key);
-    m_attributes.emplace(key, Attribute { text(value), std::prev(m_names.end()), std::nullopt });
+    m_attributes.emplace(key, Attribute{text(value), std::prev(m_names.end()), std::nullopt});
 }
 
 void VYRFeature::setOrderedAttribute(const char *name, const char *value)

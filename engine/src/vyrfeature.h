@@ -43,7 +43,8 @@ public:
 private:
     using NameList = std::list<std::string>;
 
-    struct Attribute {
+    struct Attribute
+    {
         std::string value;
         NameList::iterator name; // in m_names
         std::optional<NameList::iterator> ordered; // in m_ordered

@@ -12,11 +12,10 @@ AttrType::AttrType(std::string name, AttrTypeArgs args, std::string suffix)
     : m_name(std::move(name))
     , m_args(std::move(args))
     , m_suffix(std::move(suffix))
-{
-}
+{}
 
 AttrType::AttrType(const AttrTypeTemplate &typeTemplate, const StringList &values, std::string suffix,
-    const DataTypeMappings *registry)
+                   const DataTypeMappings *registry)
     : m_name(typeTemplate.name())
     , m_suffix(std::move(suffix))
     , m_registry(registry)
@@ -34,13 +33,11 @@ AttrType::AttrType(const AttrTypeTemplate &typeTemplate, const StringList &value
 
 AttrType::AttrType(const AttrTypeTemplate &typeTemplate, std::string_view typeString, const DataTypeMappings *registry)
     : AttrType(typeTemplate, parseType(typeString, kDialogListMode), registry)
-{
-}
+{}
 
 AttrType::AttrType(const AttrTypeTemplate &typeTemplate, ParsedType parsed, const DataTypeMappings *registry)
     : AttrType(typeTemplate, parsed.values, std::move(parsed.suffix), registry)
-{
-}
+{}
 
 AttrType::~AttrType() = default;
 

@@ -36,7 +36,7 @@ public:
     // value i when it is given and not empty, else the argument's default.
     // Values beyond the template's arguments are ignored.
     AttrType(const AttrTypeTemplate &typeTemplate, const StringList &values, std::string suffix,
-        const DataTypeMappings *registry);
+             const DataTypeMappings *registry);
     // As above with the values and suffix read from `typeString` (dialog
     // list mode).
     AttrType(const AttrTypeTemplate &typeTemplate, std::string_view typeString, const DataTypeMappings *registry);

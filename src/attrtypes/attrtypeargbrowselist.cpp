@@ -34,7 +34,7 @@ bool AttrTypeArgDomain::validate(std::string_view value, std::string_view label)
 {
     if (!value.empty())
         return true;
-    notifyUser(res::DomainRequired, { std::string(label) });
+    notifyUser(res::DomainRequired, {std::string(label)});
     return false;
 }
 

@@ -27,8 +27,7 @@ bool fits(const AttrTypeTemplate &typeTemplate, const ParsedType &parsed)
 DataTypeMappings::DataTypeMappings(std::string formatName, bool isSource)
     : m_formatName(std::move(formatName))
     , m_isSource(isSource)
-{
-}
+{}
 
 DataTypeMappings::~DataTypeMappings() = default;
 
@@ -45,13 +44,13 @@ std::unique_ptr<AttrType> DataTypeMappings::createType(std::string_view text, in
 {
     ParsedType parsed = parseType(text, listMode);
     for (const TemplatePair &pair : m_pairs) {
-        for (const AttrTypeTemplate *candidate : { pair.first.get(), pair.second.get() }) {
+        for (const AttrTypeTemplate *candidate : {pair.first.get(), pair.second.get()}) {
             if (fits(*candidate, parsed))
                 return std::make_unique<AttrType>(*candidate, parsed.values, std::move(parsed.suffix), this);
         }
     }
     for (const TemplatePair &pair : m_pairs) {
-        for (const AttrTypeTemplate *candidate : { pair.first.get(), pair.second.get() }) {
+        for (const AttrTypeTemplate *candidate : {pair.first.get(), pair.second.get()}) {
             if (candidate->name() == parsed.name && candidate->argCount() == 0)
                 return std::make_unique<AttrType>(*candidate, StringList(), std::move(parsed.suffix), this);
         }
@@ -89,7 +88,7 @@ std::unique_ptr<AttrType> DataTypeMappings::toNative(const AttrType &type) const
 }
 
 std::unique_ptr<AttrType> DataTypeMappings::convertType(const DataTypeMappings &source, const AttrType *type,
-    const DataTypeMappings &target)
+                                                        const DataTypeMappings &target)
 {
     if (!type)
         return nullptr;

@@ -60,7 +60,7 @@ public:
     // directly when a native template of the target fits it, else through
     // the generic vocabulary. Null when there is no way (or no type).
     static std::unique_ptr<AttrType> convertType(const DataTypeMappings &source, const AttrType *type,
-        const DataTypeMappings &target);
+                                                 const DataTypeMappings &target);
     // The first argument-less native type, else the first native type with
     // its default arguments; null without pairs.
     std::unique_ptr<AttrType> defaultType() const;

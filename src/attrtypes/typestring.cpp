@@ -25,7 +25,7 @@ const Pattern &argumentListPattern()
 StringList splitValues(std::string_view text, int listMode)
 {
     if (text.empty())
-        return { std::string() };
+        return {std::string()};
     if (listMode == kDialogListMode)
         return csvSplit(text, ',');
     StringList values = splitList(text, ',');

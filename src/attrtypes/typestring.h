@@ -23,7 +23,8 @@ class AttrType;
 inline constexpr int kStoredListMode = 0;
 inline constexpr int kDialogListMode = 1;
 
-struct ParsedType {
+struct ParsedType
+{
     std::string name;
     StringList values;
     std::string suffix;

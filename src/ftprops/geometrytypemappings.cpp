@@ -6,7 +6,7 @@ namespace vyr {
 
 void GeometryTypeMappings::add(std::string_view native, std::string_view generic)
 {
-    const std::pair<std::string, std::string> pair { std::string(native), std::string(generic) };
+    const std::pair<std::string, std::string> pair{std::string(native), std::string(generic)};
     if (std::find(m_pairs.begin(), m_pairs.end(), pair) != m_pairs.end())
         return;
     m_pairs.push_back(pair);
@@ -15,8 +15,8 @@ void GeometryTypeMappings::add(std::string_view native, std::string_view generic
 }
 
 std::string GeometryTypeMappings::map(const NameMap &names,
-    const std::vector<std::pair<std::string, std::string>> &pairs, bool toGenericSide, std::string_view text,
-    bool several)
+                                      const std::vector<std::pair<std::string, std::string>> &pairs, bool toGenericSide,
+                                      std::string_view text, bool several)
 {
     const auto one = [&](std::string_view name) {
         const auto found = names.find(std::string(name));

@@ -32,7 +32,7 @@ private:
     using NameMap = std::unordered_map<std::string, std::size_t>;
 
     static std::string map(const NameMap &names, const std::vector<std::pair<std::string, std::string>> &pairs,
-        bool toGenericSide, std::string_view text, bool several);
+                           bool toGenericSide, std::string_view text, bool several);
 
     std::vector<std::pair<std::string, std::string>> m_pairs;
     NameMap m_byNative;

@@ -9,13 +9,31 @@ namespace vyr {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> kFileLikeTypes { "FILENAME", "MULTIFILE", "ESRI_LAYER" };
+constexpr std::array<std::string_view, 3> kFileLikeTypes{"FILENAME", "MULTIFILE", "ESRI_LAYER"};
 
-constexpr std::array<std::string_view, 23> kChoiceTakingTypes { "CHOICE", "ATTR", "LISTBOX", "FLOAT_OR_ATTR",
-    "INT_OR_ATTR", "FILE_OR_ATTR", "STRING_OR_ATTR", "STRING_OR_CHOICE", "INT_OR_CHOICE", "FLOAT_OR_CHOICE",
-    "FONT_OR_ATTR", "LISTBOX_OR_ATTR", "STRING_OR_ATTR_ENCODED", "FLOAT_OR_ATTR_ENCODED", "INT_OR_ATTR_ENCODED",
-    "ATTR_ENCODED", "ATTRLIST_ENCODED", "ATTRLIST_COMMAS_ENCODED", "ACTIVECHOICE", "CHECKBOX", "ACTIVECHECKBOX",
-    "ACTIVEGROUP", "RADIO_GROUP" };
+constexpr std::array<std::string_view, 23> kChoiceTakingTypes{"CHOICE",
+                                                              "ATTR",
+                                                              "LISTBOX",
+                                                              "FLOAT_OR_ATTR",
+                                                              "INT_OR_ATTR",
+                                                              "FILE_OR_ATTR",
+                                                              "STRING_OR_ATTR",
+                                                              "STRING_OR_CHOICE",
+                                                              "INT_OR_CHOICE",
+                                                              "FLOAT_OR_CHOICE",
+                                                              "FONT_OR_ATTR",
+                                                              "LISTBOX_OR_ATTR",
+                                                              "STRING_OR_ATTR_ENCODED",
+                                                              "FLOAT_OR_ATTR_ENCODED",
+                                                              "INT_OR_ATTR_ENCODED",
+                                                              "ATTR_ENCODED",
+                                                              "ATTRLIST_ENCODED",
+                                                              "ATTRLIST_COMMAS_ENCODED",
+                                                              "ACTIVECHOICE",
+                                                              "CHECKBOX",
+                                                              "ACTIVECHECKBOX",
+                                                              "ACTIVEGROUP",
+                                                              "RADIO_GROUP"};
 
 template <std::size_t N>
 bool contains(const std::array<std::string_view, N> &types, std::string_view type)
@@ -27,11 +45,9 @@ bool contains(const std::array<std::string_view, N> &types, std::string_view typ
 bool readModifier(const std::string &token, GuiParameterLine &line)
 {
     const std::pair<const char *, bool GuiParameterLine::*> modifiers[] = {
-        { "OPTIONAL", &GuiParameterLine::optional },
-        { "WHOLE_LINE", &GuiParameterLine::wholeLine },
-        { "DISABLED_ONLY", &GuiParameterLine::disabledOnly },
-        { "ALWAYS_ENABLED", &GuiParameterLine::alwaysEnabled },
-        { "FORCE_DEFS", &GuiParameterLine::forceDefaults },
+        {"OPTIONAL", &GuiParameterLine::optional},          {"WHOLE_LINE", &GuiParameterLine::wholeLine},
+        {"DISABLED_ONLY", &GuiParameterLine::disabledOnly}, {"ALWAYS_ENABLED", &GuiParameterLine::alwaysEnabled},
+        {"FORCE_DEFS", &GuiParameterLine::forceDefaults},
     };
     for (const auto &[name, flag] : modifiers) {
         if (token == name) {

@@ -21,7 +21,8 @@
 
 namespace vyr {
 
-struct GuiParameterLine {
+struct GuiParameterLine
+{
     std::string type;
     std::string name;
     bool optional = false;

@@ -19,7 +19,7 @@ constexpr int kScriptPasses = 1000;
 
 bool isDoubleByteCodePage(const std::string &codePage)
 {
-    for (const char *name : { "CP932", "SHIFT_JIS", "SJIS", "CP936", "GBK", "CP949", "UHC", "CP950", "BIG5" }) {
+    for (const char *name : {"CP932", "SHIFT_JIS", "SJIS", "CP936", "GBK", "CP949", "UHC", "CP950", "BIG5"}) {
         if (codePage == name)
             return true;
     }
@@ -71,9 +71,8 @@ std::string changeSingleBytes(std::string_view name, Change change)
 
 std::string replaceInvalid(std::string_view name, std::string_view invalidChars, char replacement)
 {
-    return changeSingleBytes(name, [&](char c) {
-        return invalidChars.find(c) != std::string_view::npos ? replacement : c;
-    });
+    return changeSingleBytes(name,
+                             [&](char c) { return invalidChars.find(c) != std::string_view::npos ? replacement : c; });
 }
 
 // Cut to `limit` UTF-16 code units, never inside a surrogate pair.
@@ -110,12 +109,12 @@ std::string numberSuffix(unsigned n)
 std::string_view featureTypeCaseRule(std::string_view attributeRule)
 {
     const std::pair<std::string_view, std::string_view> rules[] = {
-        { "UPPER", "UPPER" },
-        { "LOWER", "LOWER" },
-        { "FIRSTUPPER", "FIRST_UPPER" },
-        { "FIRSTLOWER", "FIRST_LOWER" },
-        { "UPPERFIRSTALPHA", "UPPER_FIRST_ALPHA" },
-        { "ANYFIRSTNONNUMERIC", "ANY_FIRST_NONNUMERIC" },
+        {"UPPER", "UPPER"},
+        {"LOWER", "LOWER"},
+        {"FIRSTUPPER", "FIRST_UPPER"},
+        {"FIRSTLOWER", "FIRST_LOWER"},
+        {"UPPERFIRSTALPHA", "UPPER_FIRST_ALPHA"},
+        {"ANYFIRSTNONNUMERIC", "ANY_FIRST_NONNUMERIC"},
     };
     for (const auto &[attribute, featureType] : rules) {
         if (attributeRule == attribute)
@@ -174,7 +173,7 @@ namespace {
 // `truncate` (characters for feature types, bytes for attribute names).
 template <class Truncate>
 std::string uniqueNumbered(std::string_view name, unsigned limit, const StringSet &taken,
-    const StringSet &reservedWords, Truncate truncate)
+                           const StringSet &reservedWords, Truncate truncate)
 {
     std::string candidate(name);
     if (!collides(candidate, taken, reservedWords) || limit == 1)
@@ -196,14 +195,14 @@ std::string uniqueNumbered(std::string_view name, unsigned limit, const StringSe
 } // namespace
 
 std::string MakeUniqueNumberedName(std::string_view name, unsigned limit, const StringSet &taken,
-    const StringSet &reservedWords)
+                                   const StringSet &reservedWords)
 {
     return uniqueNumbered(name, limit, taken, reservedWords, truncateCharacters);
 }
 
 std::string LegaliseName(std::string_view name, std::string_view invalidChars, std::string_view caseRule,
-    const StringSet &reservedWords, const StringSet &taken, unsigned maxLength, bool lengthIncludesPrefix,
-    char replacement)
+                         const StringSet &reservedWords, const StringSet &taken, unsigned maxLength,
+                         bool lengthIncludesPrefix, char replacement)
 {
     std::string result(name);
     unsigned limit = maxLength;
@@ -234,7 +233,7 @@ std::string MakeUniqueScriptName(std::string_view name, const StringSet &taken)
 }
 
 std::string RunValidationScript(IVYRSession &session, std::string_view script, std::string_view name,
-    const StringSet &taken)
+                                const StringSet &taken)
 {
     std::string result(name);
     IVYRFeature *feature = session.createFeature();
@@ -246,8 +245,8 @@ std::string RunValidationScript(IVYRSession &session, std::string_view script, s
     }
     const std::string path = getInstallDirectory() + "metafile/" + std::string(script);
     for (int pass = 0; pass < kScriptPasses; ++pass) {
-        const std::string command = std::string("@TCL(catch {set LH_Clear ") + (pass == 0 ? "yes" : "no")
-            + "; source {" + path + "}})";
+        const std::string command
+            = std::string("@TCL(catch {set LH_Clear ") + (pass == 0 ? "yes" : "no") + "; source {" + path + "}})";
         feature->setFeatureType(result.c_str());
         feature->performFunction(command.c_str(), *value);
         if (const std::string changed = feature->getFeatureType(); !changed.empty())
@@ -263,7 +262,7 @@ std::string RunValidationScript(IVYRSession &session, std::string_view script, s
 }
 
 std::string ResolveFeatureTypeName(const FTPropsFormatInfo &format, std::string_view proposed, const StringSet &taken,
-    IVYRSession *session)
+                                   IVYRSession *session)
 {
     while (!proposed.empty() && proposed.front() == ' ')
         proposed.remove_prefix(1);
@@ -286,8 +285,8 @@ std::string ResolveFeatureTypeName(const FTPropsFormatInfo &format, std::string_
         return session ? RunValidationScript(*session, script, name, taken) : name;
     const int length = format.getFeatureTypeLength();
     return LegaliseName(name, format.getFeatureTypeInvalidChars(), format.getFeatureTypeCase(),
-        format.getFeatureTypeReservedWordSet(), taken, length > 0 ? static_cast<unsigned>(length) : 0,
-        format.featureTypeLengthIncludesPrefix(), '_');
+                        format.getFeatureTypeReservedWordSet(), taken, length > 0 ? static_cast<unsigned>(length) : 0,
+                        format.featureTypeLengthIncludesPrefix(), '_');
 }
 
 std::string LegaliseAttributeName(const FTPropsFormatInfo &format, std::string_view name, const StringSet &taken)
@@ -307,7 +306,7 @@ std::string LegaliseAttributeName(const FTPropsFormatInfo &format, std::string_v
     const StringList illegal = format.getDestIllegalAttrList();
     // The attribute limit is in bytes, and so is the room left for a number.
     return uniqueNumbered(result, maxLength > 0 ? static_cast<unsigned>(maxLength) : 0, taken,
-        StringSet(illegal.begin(), illegal.end()), truncateBytes);
+                          StringSet(illegal.begin(), illegal.end()), truncateBytes);
 }
 
 } // namespace vyr

@@ -24,13 +24,13 @@ namespace vyr {
 // validation script (none runs without one). May be empty: when the format
 // allows only names that are all taken, or for an empty proposal.
 std::string ResolveFeatureTypeName(const FTPropsFormatInfo &format, std::string_view proposed, const StringSet &taken,
-    IVYRSession *session);
+                                   IVYRSession *session);
 
 // Runs the format's validation script (under the installation directory's
 // metafile/) on `name` through an engine feature, at most 1,000 times, until
 // the name it leaves is not taken.
 std::string RunValidationScript(IVYRSession &session, std::string_view script, std::string_view name,
-    const StringSet &taken);
+                                const StringSet &taken);
 
 // `name`, or when taken, name_2, name_3 ... (a number already at its end
 // is dropped first).
@@ -40,8 +40,8 @@ std::string MakeUniqueScriptName(std::string_view name, const StringSet &taken);
 // `lengthIncludesPrefix`), letter case, invalid characters, then uniqueness
 // against taken names and reserved words.
 std::string LegaliseName(std::string_view name, std::string_view invalidChars, std::string_view caseRule,
-    const StringSet &reservedWords, const StringSet &taken, unsigned maxLength, bool lengthIncludesPrefix,
-    char replacement);
+                         const StringSet &reservedWords, const StringSet &taken, unsigned maxLength,
+                         bool lengthIncludesPrefix, char replacement);
 
 // ANY, UPPER, LOWER, FIRST_UPPER, FIRST_LOWER, UPPER_FIRST_ALPHA ("Q_" before
 // a name that does not start with a letter), ANY_FIRST_NONNUMERIC ("_" before
@@ -53,7 +53,7 @@ std::string ApplyNameCase(std::string_view name, std::string_view rule, unsigned
 // that the whole fits `limit` (0: no limit). Empty when no number fits; the
 // name itself when the limit is 1.
 std::string MakeUniqueNumberedName(std::string_view name, unsigned limit, const StringSet &taken,
-    const StringSet &reservedWords);
+                                   const StringSet &reservedWords);
 
 // The attribute name a format accepts: invalid characters replaced (list
 // brackets "{}" kept), ATTR_CASE, MAX_ATTR_LENGTH in bytes, then unique

@@ -18,8 +18,7 @@ public:
     explicit SessionString(IVYRSession &session)
         : m_session(session)
         , m_text(session.createString())
-    {
-    }
+    {}
     ~SessionString() { m_session.destroyString(m_text); }
     SessionString(const SessionString &) = delete;
     SessionString &operator=(const SessionString &) = delete;
@@ -38,8 +37,7 @@ public:
     explicit SessionArray(IVYRSession &session)
         : m_session(session)
         , m_array(session.createStringArray())
-    {
-    }
+    {}
     ~SessionArray() { m_session.destroyStringArray(m_array); }
     SessionArray(const SessionArray &) = delete;
     SessionArray &operator=(const SessionArray &) = delete;

@@ -41,7 +41,7 @@ VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, 
     : m_session(session)
 {
     forEachPair(csvSplit(capabilities, ','),
-        [this](const std::string &key, const std::string &value) { m_capabilities[key] = value; });
+                [this](const std::string &key, const std::string &value) { m_capabilities[key] = value; });
     forEachPair(list("DEFLINE_PARMS"), [this](const std::string &line, const std::string &fallback) {
         const std::string name = ParseParameterLine(line).name;
         if (!m_parameterLines.contains(name))
@@ -53,8 +53,9 @@ VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, 
     forEachPair(list("DATA_TYPE_MAPPINGS"), [this](const std::string &native, const std::string &generic) {
         m_dataTypes->addMapping(native, generic, kStoredListMode);
     });
-    forEachPair(list("GEOM_TYPE_MAPPINGS"),
-        [this](const std::string &native, const std::string &generic) { m_geometryTypes.add(native, generic); });
+    forEachPair(list("GEOM_TYPE_MAPPINGS"), [this](const std::string &native, const std::string &generic) {
+        m_geometryTypes.add(native, generic);
+    });
 }
 
 VYRObjFTPropsFormatInfo::~VYRObjFTPropsFormatInfo() = default;
@@ -160,7 +161,8 @@ bool VYRObjFTPropsFormatInfo::supportsMultiGeom() const
 StringList VYRObjFTPropsFormatInfo::getFormatAttrNames() const
 {
     StringList names;
-    forEachPair(list("FORMAT_ATTRS"), [&names](const std::string &name, const std::string &) { names.push_back(name); });
+    forEachPair(list("FORMAT_ATTRS"),
+                [&names](const std::string &name, const std::string &) { names.push_back(name); });
     return names;
 }
 

@@ -53,7 +53,7 @@ std::string literalPattern(std::string_view text)
 } // namespace
 
 VYRObjFTPropsSchemaInfo::VYRObjFTPropsSchemaInfo(IVYRSession &session, IVYRFeature &feature,
-    const FTPropsFormatInfo &format)
+                                                 const FTPropsFormatInfo &format)
     : m_session(session)
     , m_feature(feature)
     , m_format(format)
@@ -201,7 +201,7 @@ const std::string *VYRObjFTPropsSchemaInfo::formatAttributeType(const std::strin
 void VYRObjFTPropsSchemaInfo::removeAttribute(const std::string &name)
 {
     if (formatAttributeType(name))
-        removeEntry({ kFormatAttrNames, kFormatAttrTypes }, name);
+        removeEntry({kFormatAttrNames, kFormatAttrTypes}, name);
     else
         m_feature.removeAttribute(name.c_str());
 }
@@ -209,7 +209,7 @@ void VYRObjFTPropsSchemaInfo::removeAttribute(const std::string &name)
 void VYRObjFTPropsSchemaInfo::storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute)
 {
     if (asFormatAttribute)
-        setEntry({ kFormatAttrNames, kFormatAttrTypes }, name, type);
+        setEntry({kFormatAttrNames, kFormatAttrTypes}, name, type);
     else
         m_feature.setAttribute(name.c_str(), type.c_str());
 }
@@ -264,11 +264,11 @@ void VYRObjFTPropsSchemaInfo::setParameter(const std::string &name, const std::s
         // Whole-line and enabling parameters are part of the format's prompt,
         // not values of the feature type.
         if (line.wholeLine || line.type == "DISABLE") {
-            removeEntry({ kParameterNames, kParameterValues }, name);
+            removeEntry({kParameterNames, kParameterValues}, name);
             return;
         }
     }
-    setEntry({ kParameterNames, kParameterValues }, name, value);
+    setEntry({kParameterNames, kParameterValues}, name, value);
 }
 
 StringList VYRObjFTPropsSchemaInfo::geometryFamily(const std::string &prefix) const
@@ -331,7 +331,7 @@ void VYRObjFTPropsSchemaInfo::expandListAttribute(const std::string &name, int c
         return;
     // The name is taken as written; only its placeholder stands for a number.
     const Pattern element(literalPattern(name.substr(0, placeholder)) + "{[0-9]+}"
-        + literalPattern(name.substr(placeholder + 2)));
+                          + literalPattern(name.substr(placeholder + 2)));
     static const Pattern number("{[0-9]+}");
     const std::string type = getAttributeType(name);
     std::unordered_set<std::string> present;
@@ -347,8 +347,8 @@ void VYRObjFTPropsSchemaInfo::expandListAttribute(const std::string &name, int c
             removeAttribute(existing);
     }
     for (int i = 0; i < count; ++i) {
-        const std::string elementName = name.substr(0, placeholder) + "{" + std::to_string(i) + "}"
-            + name.substr(placeholder + 2);
+        const std::string elementName
+            = name.substr(0, placeholder) + "{" + std::to_string(i) + "}" + name.substr(placeholder + 2);
         if (!present.contains(elementName))
             storeAttribute(elementName, type, true);
     }

@@ -82,7 +82,8 @@ public:
     void expandListAttribute(const std::string &name, int count) override;
 
 private:
-    struct PairLists {
+    struct PairLists
+    {
         const char *names;
         const char *values;
     };

@@ -39,21 +39,17 @@ TEST_F(DataTypeMappingsTest, BareGenericNamesGetTheirArgumentsAndPairsAreKeptOnc
 
 TEST_F(DataTypeMappingsTest, CreatesTypesInTwoPasses)
 {
-    struct Case {
+    struct Case
+    {
         const char *text;
         const char *created;
     };
     const Case cases[] = {
-        { "char(30)", "char(30)" },
-        { "char(abc)", "char(20)" },
-        { "char()", "char(20)" },
-        { "number(10,2),local", "number(10,2),local" },
-        { "number(10)", "(null)" },
-        { "vyr_decimal(12,3)", "vyr_decimal(12,3)" },
-        { "logical(5)", "logical" },
-        { "logical,x", "logical,x" },
-        { "unknown(1)", "(null)" },
-        { "", "(null)" },
+        {"char(30)", "char(30)"},  {"char(abc)", "char(20)"},
+        {"char()", "char(20)"},    {"number(10,2),local", "number(10,2),local"},
+        {"number(10)", "(null)"},  {"vyr_decimal(12,3)", "vyr_decimal(12,3)"},
+        {"logical(5)", "logical"}, {"logical,x", "logical,x"},
+        {"unknown(1)", "(null)"},  {"", "(null)"},
     };
     for (const Case &c : cases)
         EXPECT_EQ(text(m_dbase->createType(c.text, kDialogListMode)), c.created) << c.text;
@@ -67,22 +63,23 @@ TEST_F(DataTypeMappingsTest, CreatesTypesInTwoPasses)
 
 TEST_F(DataTypeMappingsTest, NativeTypesSurviveTheTripThroughTheGenericSide)
 {
-    struct Case {
+    struct Case
+    {
         const DataTypeMappings *mappings;
         const char *native;
         const char *generic;
         const char *back;
     };
     const Case cases[] = {
-        { m_dbase.get(), "char(30)", "vyr_char(30)", "char(30)" },
-        { m_dbase.get(), "number(10,2)", "vyr_decimal(10,2)", "number(10,2)" },
-        { m_dbase.get(), "logical", "vyr_boolean", "logical" },
-        { m_dbase.get(), "date,local", "vyr_date,local", "date" },
-        { m_database.get(), "varchar(80)", "vyr_varchar(80)", "varchar(80)" },
-        { m_database.get(), "timestamp", "vyr_datetime", "timestamp" },
-        { m_database.get(), "int(8)", "vyr_int32", "int" },
-        { m_database.get(), "binint(2)", "vyr_int16", "binint(4)" },
-        { m_database.get(), "enum(\"a b%c\")", "vyr_char(200)", "char(200)" }, // the first pair wins
+        {m_dbase.get(), "char(30)", "vyr_char(30)", "char(30)"},
+        {m_dbase.get(), "number(10,2)", "vyr_decimal(10,2)", "number(10,2)"},
+        {m_dbase.get(), "logical", "vyr_boolean", "logical"},
+        {m_dbase.get(), "date,local", "vyr_date,local", "date"},
+        {m_database.get(), "varchar(80)", "vyr_varchar(80)", "varchar(80)"},
+        {m_database.get(), "timestamp", "vyr_datetime", "timestamp"},
+        {m_database.get(), "int(8)", "vyr_int32", "int"},
+        {m_database.get(), "binint(2)", "vyr_int16", "binint(4)"},
+        {m_database.get(), "enum(\"a b%c\")", "vyr_char(200)", "char(200)"}, // the first pair wins
     };
     for (const Case &c : cases) {
         const auto native = c.mappings->createType(c.native, kDialogListMode);
@@ -102,22 +99,23 @@ TEST_F(DataTypeMappingsTest, NativeTypesSurviveTheTripThroughTheGenericSide)
 
 TEST_F(DataTypeMappingsTest, ConvertsBetweenFormatsDirectlyOrThroughTheGenericSide)
 {
-    struct Case {
+    struct Case
+    {
         const DataTypeMappings *from;
         const DataTypeMappings *to;
         const char *type;
         const char *converted;
     };
     const Case cases[] = {
-        { m_dbase.get(), m_database.get(), "char(30)", "char(30)" },
-        { m_dbase.get(), m_database.get(), "number(10,2)", "numeric(10,2)" },
-        { m_dbase.get(), m_database.get(), "logical", "boolean" },
-        { m_dbase.get(), m_database.get(), "date,local", "date" },
-        { m_dbase.get(), m_database.get(), "float(8,3)", "(null)" },
-        { m_database.get(), m_dbase.get(), "numeric(12,4)", "number(12,4)" },
-        { m_database.get(), m_dbase.get(), "varchar(50)", "(null)" },
-        { m_database.get(), m_dbase.get(), "timestamp", "(null)" },
-        { m_database.get(), m_dbase.get(), "enum(a)", "char(200)" },
+        {m_dbase.get(), m_database.get(), "char(30)", "char(30)"},
+        {m_dbase.get(), m_database.get(), "number(10,2)", "numeric(10,2)"},
+        {m_dbase.get(), m_database.get(), "logical", "boolean"},
+        {m_dbase.get(), m_database.get(), "date,local", "date"},
+        {m_dbase.get(), m_database.get(), "float(8,3)", "(null)"},
+        {m_database.get(), m_dbase.get(), "numeric(12,4)", "number(12,4)"},
+        {m_database.get(), m_dbase.get(), "varchar(50)", "(null)"},
+        {m_database.get(), m_dbase.get(), "timestamp", "(null)"},
+        {m_database.get(), m_dbase.get(), "enum(a)", "char(200)"},
     };
     for (const Case &c : cases) {
         const auto type = c.from->createType(c.type, kDialogListMode);
@@ -135,7 +133,7 @@ TEST_F(DataTypeMappingsTest, DefaultTypePrefersOneWithoutArguments)
 {
     EXPECT_EQ(text(m_dbase->defaultType()), "logical");
     EXPECT_EQ(text(m_database->defaultType()), "int");
-    const char *const allWithArguments[] = { "char(width)", "vyr_char", "number(width,decimal)", "vyr_decimal" };
+    const char *const allWithArguments[] = {"char(width)", "vyr_char", "number(width,decimal)", "vyr_decimal"};
     EXPECT_EQ(text(makeMappings(allWithArguments, "X")->defaultType()), "char(20)");
     EXPECT_FALSE(DataTypeMappings("EMPTY", false).defaultType());
 }

@@ -12,26 +12,33 @@ namespace vyr::test {
 
 // A dBase attribute table: fixed-width characters and numbers, logical, date.
 inline constexpr const char *kDbaseMappings[] = {
-    "char(width)", "vyr_char",
-    "number(width,decimal)", "vyr_decimal",
-    "float(width,decimal)", "vyr_real64",
-    "logical", "vyr_boolean",
-    "date", "vyr_date",
+    "char(width)", "vyr_char", "number(width,decimal)", "vyr_decimal", "float(width,decimal)",
+    "vyr_real64",  "logical",  "vyr_boolean",           "date",        "vyr_date",
 };
 
 // A SQL database: varying characters, exact numerics, integers of a given
 // display width, binary integers of 2 or 4 bytes, time stamps.
 inline constexpr const char *kDatabaseMappings[] = {
-    "varchar(width)", "vyr_varchar",
-    "char(width)", "vyr_char",
-    "numeric(width,decimal)", "vyr_decimal",
-    "int", "vyr_int32",
-    "int(width)", "vyr_int32",
-    "binint(binint-width)", "vyr_int16",
-    "boolean", "vyr_boolean",
-    "date", "vyr_date",
-    "timestamp", "vyr_datetime",
-    "enum(stringset)", "vyr_char(200)",
+    "varchar(width)",
+    "vyr_varchar",
+    "char(width)",
+    "vyr_char",
+    "numeric(width,decimal)",
+    "vyr_decimal",
+    "int",
+    "vyr_int32",
+    "int(width)",
+    "vyr_int32",
+    "binint(binint-width)",
+    "vyr_int16",
+    "boolean",
+    "vyr_boolean",
+    "date",
+    "vyr_date",
+    "timestamp",
+    "vyr_datetime",
+    "enum(stringset)",
+    "vyr_char(200)",
 };
 
 template <std::size_t N>

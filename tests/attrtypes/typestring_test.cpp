@@ -6,7 +6,8 @@
 namespace vyr {
 namespace {
 
-struct ParseCase {
+struct ParseCase
+{
     const char *text;
     int listMode;
     const char *name;
@@ -17,25 +18,25 @@ struct ParseCase {
 TEST(TypeStringTest, ParsesNamesValuesAndSuffixes)
 {
     const ParseCase cases[] = {
-        { "number(10,2)", 1, "number", { "10", "2" }, "" },
-        { "char", 1, "char", {}, "" },
-        { "date,local", 1, "date", {}, "local" },
-        { "number(10,2),x", 1, "number", { "10", "2" }, "x" },
-        { "t(1),suffix with blanks", 1, "t", { "1" }, "suffix with blanks" },
-        { "name()", 1, "name", { "" }, "" },
-        { "enum(\"a b\",c)", 1, "enum", { "a b", "c" }, "" },
-        { "enum(\"a,b\",c)", 1, "enum", { "a,b", "c" }, "" },
-        { "enum(\"say \"\"hi\"\"\")", 1, "enum", { "say \"hi\"" }, "" },
-        { "list(a,,b)", 1, "list", { "a", "", "b" }, "" },
-        { "enum(a<comma>b,c)", 0, "enum", { "a,b", "c" }, "" },
-        { "enum(<space>x<openparen>1<closeparen>)", 0, "enum", { " x(1)" }, "" },
-        { "enum(\"a b\")", 0, "enum", { "\"a b\"" }, "" },
-        { "(x)", 1, "(x)", {}, "" },
-        { "a(b", 1, "a(b", {}, "" },
-        { "a(b)c", 1, "a(b)c", {}, "" },
-        { "outer(inner(1))", 1, "outer", { "inner(1)" }, "" },
-        { "", 1, "", {}, "" },
-        { ",", 1, "", {}, "" },
+        {"number(10,2)", 1, "number", {"10", "2"}, ""},
+        {"char", 1, "char", {}, ""},
+        {"date,local", 1, "date", {}, "local"},
+        {"number(10,2),x", 1, "number", {"10", "2"}, "x"},
+        {"t(1),suffix with blanks", 1, "t", {"1"}, "suffix with blanks"},
+        {"name()", 1, "name", {""}, ""},
+        {"enum(\"a b\",c)", 1, "enum", {"a b", "c"}, ""},
+        {"enum(\"a,b\",c)", 1, "enum", {"a,b", "c"}, ""},
+        {"enum(\"say \"\"hi\"\"\")", 1, "enum", {"say \"hi\""}, ""},
+        {"list(a,,b)", 1, "list", {"a", "", "b"}, ""},
+        {"enum(a<comma>b,c)", 0, "enum", {"a,b", "c"}, ""},
+        {"enum(<space>x<openparen>1<closeparen>)", 0, "enum", {" x(1)"}, ""},
+        {"enum(\"a b\")", 0, "enum", {"\"a b\""}, ""},
+        {"(x)", 1, "(x)", {}, ""},
+        {"a(b", 1, "a(b", {}, ""},
+        {"a(b)c", 1, "a(b)c", {}, ""},
+        {"outer(inner(1))", 1, "outer", {"inner(1)"}, ""},
+        {"", 1, "", {}, ""},
+        {",", 1, "", {}, ""},
     };
     for (const ParseCase &c : cases) {
         const ParsedType parsed = parseType(c.text, c.listMode);
@@ -47,20 +48,21 @@ TEST(TypeStringTest, ParsesNamesValuesAndSuffixes)
 
 TEST(TypeStringTest, FormatsByListMode)
 {
-    struct Case {
+    struct Case
+    {
         StringList values;
         const char *suffix;
         int listMode;
         const char *expected;
     };
     const Case cases[] = {
-        { { "a b" }, "", 1, "enum(\"a b\")" },
-        { { "a b" }, "", 0, "enum(a<space>b)" },
-        { { "a b" }, "", 2, "enum(a b)" },
-        { { "10", "2" }, "x", 1, "enum(10,2),x" },
-        { { "" }, "", 1, "enum()" },
-        { {}, "local", 1, "enum,local" },
-        { { "a,b", "(c)" }, "", 0, "enum(a<comma>b,<openparen>c<closeparen>)" },
+        {{"a b"}, "", 1, "enum(\"a b\")"},
+        {{"a b"}, "", 0, "enum(a<space>b)"},
+        {{"a b"}, "", 2, "enum(a b)"},
+        {{"10", "2"}, "x", 1, "enum(10,2),x"},
+        {{""}, "", 1, "enum()"},
+        {{}, "local", 1, "enum,local"},
+        {{"a,b", "(c)"}, "", 0, "enum(a<comma>b,<openparen>c<closeparen>)"},
     };
     for (const Case &c : cases)
         EXPECT_EQ(formatType("enum", c.values, c.suffix, c.listMode), c.expected) << c.expected;
@@ -68,10 +70,10 @@ TEST(TypeStringTest, FormatsByListMode)
 
 TEST(TypeStringTest, FormattedTypesReadBackInTheirListMode)
 {
-    const StringList valueSets[] = { { "10", "2" }, { "a b", "c,d", "say \"x\"" }, { "" }, { "(", ")", "%" }, {} };
-    for (const int listMode : { 0, 1 }) {
+    const StringList valueSets[] = {{"10", "2"}, {"a b", "c,d", "say \"x\""}, {""}, {"(", ")", "%"}, {}};
+    for (const int listMode : {0, 1}) {
         for (const StringList &values : valueSets) {
-            for (const char *suffix : { "", "local" }) {
+            for (const char *suffix : {"", "local"}) {
                 const std::string text = formatType("t", values, suffix, listMode);
                 const ParsedType parsed = parseType(text, listMode);
                 EXPECT_EQ(parsed.name, "t") << text;
@@ -88,17 +90,15 @@ TEST(TypeStringTest, TemplatesMatchByNameAndArgumentCount)
     ASSERT_EQ(decimal.argCount(), 2u);
     EXPECT_EQ(decimal.arg(0)->value(), "width");
     EXPECT_EQ(decimal.arg(2), nullptr);
-    struct Case {
+    struct Case
+    {
         const char *text;
         bool matches;
     };
     const Case cases[] = {
-        { "vyr_decimal(12,3)", true },
-        { "vyr_decimal(12,3),suffix", true },
-        { "vyr_decimal(12)", false },
-        { "vyr_decimal()", false },
-        { "vyr_decimal", false },
-        { "VYR_DECIMAL(12,3)", false },
+        {"vyr_decimal(12,3)", true}, {"vyr_decimal(12,3),suffix", true},
+        {"vyr_decimal(12)", false},  {"vyr_decimal()", false},
+        {"vyr_decimal", false},      {"VYR_DECIMAL(12,3)", false},
     };
     for (const Case &c : cases)
         EXPECT_EQ(matchesTemplate(decimal, c.text), c.matches) << c.text;

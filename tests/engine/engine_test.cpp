@@ -15,7 +15,8 @@
 
 namespace {
 
-struct SessionDeleter {
+struct SessionDeleter
+{
     void operator()(IVYRSession *session) const { VYR_SessionDestroy(session); }
 };
 
@@ -38,7 +39,7 @@ protected:
         return feature.getAttribute(name, text) ? std::string(text.view()) : std::string("(absent)");
     }
 
-    std::unique_ptr<IVYRSession, SessionDeleter> m_session { VYR_SessionCreate() };
+    std::unique_ptr<IVYRSession, SessionDeleter> m_session{VYR_SessionCreate()};
     std::vector<IVYRFeature *> m_features;
 };
 
@@ -50,27 +51,29 @@ TEST_F(EngineTest, TclFunctionsReadAndChangeTheFeature)
     feature.setFeatureType("roads");
     feature.setAttribute("lanes", "2");
     VYRRWStringImp result;
-    struct Case {
+    struct Case
+    {
         const char *function;
         bool ok;
         const char *result;
     };
     const Case cases[] = {
-        { "@TCL(vyr_feature_type)", true, "roads" },
-        { "@TCL(vyr_feature_type [string toupper [vyr_feature_type]])", true, "ROADS" },
-        { "@TCL(expr {[vyr_attribute lanes] * 2})", true, "4" },
-        { "@TCL(vyr_attribute width 7; vyr_attribute_exists width)", true, "1" },
-        { "@TCL(vyr_remove_attribute width; vyr_attribute_exists width)", true, "0" },
-        { "@TCL(vyr_attribute missing)", false, "no attribute \"missing\"" },
-        { "@TCL(error {broken script})", false, "broken script" },
-        { "@TCL(catch {error x})", true, "1" },
-        { "@TCL(exit 3)", false, "invalid command name \"exit\"" },
-        { "@TCL(while 1 {set x 1})", false, "time limit exceeded" },
-        { "@TCL(set kept here)", true, "here" },
-        { "@TCL(set kept)", true, "here" },
-        { "@TCL(source /nonexistent/script.tcl)", false, "couldn't read file \"/nonexistent/script.tcl\": no such file or directory" },
-        { "vyr_feature_type", false, "" },
-        { "@TCL(unbalanced {)", false, "missing close-brace" },
+        {"@TCL(vyr_feature_type)", true, "roads"},
+        {"@TCL(vyr_feature_type [string toupper [vyr_feature_type]])", true, "ROADS"},
+        {"@TCL(expr {[vyr_attribute lanes] * 2})", true, "4"},
+        {"@TCL(vyr_attribute width 7; vyr_attribute_exists width)", true, "1"},
+        {"@TCL(vyr_remove_attribute width; vyr_attribute_exists width)", true, "0"},
+        {"@TCL(vyr_attribute missing)", false, "no attribute \"missing\""},
+        {"@TCL(error {broken script})", false, "broken script"},
+        {"@TCL(catch {error x})", true, "1"},
+        {"@TCL(exit 3)", false, "invalid command name \"exit\""},
+        {"@TCL(while 1 {set x 1})", false, "time limit exceeded"},
+        {"@TCL(set kept here)", true, "here"},
+        {"@TCL(set kept)", true, "here"},
+        {"@TCL(source /nonexistent/script.tcl)", false,
+         "couldn't read file \"/nonexistent/script.tcl\": no such file or directory"},
+        {"vyr_feature_type", false, ""},
+        {"@TCL(unbalanced {)", false, "missing close-brace"},
     };
     for (const Case &c : cases) {
         EXPECT_EQ(feature.performFunction(c.function, result), c.ok) << c.function;
@@ -145,19 +148,22 @@ TEST_F(EngineTest, FeatureFilesRoundTrip)
 
 TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
 {
-    struct Case {
+    struct Case
+    {
         const char *text;
         const char *message;
     };
     const Case cases[] = {
-        { "{\"feature_type\": \"x\",\n \"attributes\": {\"a\": 1}}", "t.json: attribute \"a\" must be a text" },
-        { "{\"feature_type\": \"x\",\n \"attributes\": [", "t.json: [json.exception.parse_error.101] parse error at line 2" },
-        { "[]", "t.json: a feature file holds one JSON object" },
-        { "{}", "t.json: \"feature_type\" is missing" },
-        { "{\"feature_type\": \"x\", \"attribute_order\": [\"nope\"]}", "\"attribute_order\" names \"nope\", which is no attribute" },
-        { "{\"feature_type\": \"x\", \"lists\": {\"l\": \"text\"}}", "t.json: list \"l\" must be an array of texts" },
-        { "{\"feature_type\": \"x\", \"lists\": []}", "t.json: \"lists\" has the wrong kind of value" },
-        { "", "t.json: [json.exception.parse_error.101]" },
+        {"{\"feature_type\": \"x\",\n \"attributes\": {\"a\": 1}}", "t.json: attribute \"a\" must be a text"},
+        {"{\"feature_type\": \"x\",\n \"attributes\": [",
+         "t.json: [json.exception.parse_error.101] parse error at line 2"},
+        {"[]", "t.json: a feature file holds one JSON object"},
+        {"{}", "t.json: \"feature_type\" is missing"},
+        {"{\"feature_type\": \"x\", \"attribute_order\": [\"nope\"]}",
+         "\"attribute_order\" names \"nope\", which is no attribute"},
+        {"{\"feature_type\": \"x\", \"lists\": {\"l\": \"text\"}}", "t.json: list \"l\" must be an array of texts"},
+        {"{\"feature_type\": \"x\", \"lists\": []}", "t.json: \"lists\" has the wrong kind of value"},
+        {"", "t.json: [json.exception.parse_error.101]"},
     };
     IVYRFeature &feature = newFeature();
     feature.setFeatureType("kept");

@@ -24,7 +24,7 @@ public:
         const auto found = formatTypes.find(format);
         if (std::string_view(category) != kVyrSessionPropFormatInfo || found == formatTypes.end())
             return false;
-        for (const char *text : { "FORMAT_NAME", format.c_str(), "FORMAT_TYPE", found->second.c_str() })
+        for (const char *text : {"FORMAT_NAME", format.c_str(), "FORMAT_TYPE", found->second.c_str()})
             query.append(text);
         return true;
     }
@@ -36,13 +36,13 @@ TEST(FormatInfoTest, EmptyCapabilitiesGiveEveryDefault)
     EXPECT_EQ(info.getId(), "FRMT");
     EXPECT_TRUE(info.isSource());
     EXPECT_TRUE(info.hasDeflineAttrs());
-    EXPECT_FALSE(info.isSchemaReader() || info.isDatabase() || info.supportsFeatTypeFanout()
-        || info.supportsMultiGeom() || info.featureTypeLengthIncludesPrefix());
+    EXPECT_FALSE(info.isSchemaReader() || info.isDatabase() || info.supportsFeatTypeFanout() || info.supportsMultiGeom()
+                 || info.featureTypeLengthIncludesPrefix());
     EXPECT_EQ(info.getMaxAttrLength(), 0);
     EXPECT_EQ(info.getFeatureTypeLength(), 0);
     EXPECT_EQ(info.getFormatName(), "");
     EXPECT_TRUE(info.getFormatAttrNames().empty() && info.getDeflineParmNames().empty()
-        && info.getAllowedFeatTypes().empty() && info.getFeatureTypeReservedWordSet().empty());
+                && info.getAllowedFeatTypes().empty() && info.getFeatureTypeReservedWordSet().empty());
     EXPECT_EQ(info.getTypeListMode(), 0);
     ASSERT_TRUE(info.getDataTypeMappings());
     EXPECT_EQ(info.getDataTypeMappings()->pairCount(), 0u);
@@ -62,23 +62,16 @@ TEST(FormatInfoTest, LaterValuesWinAndTrailingKeysAreIgnored)
 
 TEST(FormatInfoTest, BooleanAndIntegerValues)
 {
-    struct Case {
+    struct Case
+    {
         const char *value;
         bool multiGeom; // default false
         bool source; // default true
     };
     const Case cases[] = {
-        { "Yes", true, true },
-        { "1", true, true },
-        { "0", false, false },
-        { "0.0", false, false },
-        { "No", false, false },
-        { "2D0", true, true },
-        { "1.5-3", true, true },
-        { "maybe", false, true },
-        { "", false, true },
-        { "true", true, true },
-        { "F", false, false },
+        {"Yes", true, true},  {"1", true, true},    {"0", false, false},   {"0.0", false, false},
+        {"No", false, false}, {"2D0", true, true},  {"1.5-3", true, true}, {"maybe", false, true},
+        {"", false, true},    {"true", true, true}, {"F", false, false},
     };
     for (const Case &c : cases) {
         const std::string value = c.value;
@@ -86,11 +79,11 @@ TEST(FormatInfoTest, BooleanAndIntegerValues)
             << c.value;
         EXPECT_EQ(VYRObjFTPropsFormatInfo("SOURCE," + value, nullptr).isSource(), c.source) << c.value;
     }
-    const std::pair<const char *, int> integers[] = {
-        { "31abc", 31 }, { "abc", 0 }, { " +12", 12 }, { "-4", -4 }, { "99999999999", 2147483647 }, { "", 0 } };
+    const std::pair<const char *, int> integers[]
+        = {{"31abc", 31}, {"abc", 0}, {" +12", 12}, {"-4", -4}, {"99999999999", 2147483647}, {"", 0}};
     for (const auto &[value, expected] : integers)
         EXPECT_EQ(VYRObjFTPropsFormatInfo(std::string("MAX_ATTR_LENGTH,\"") + value + "\"", nullptr).getMaxAttrLength(),
-            expected)
+                  expected)
             << value;
 }
 
@@ -100,14 +93,14 @@ TEST(FormatInfoTest, ListsAndPairs)
                                        "FEATURE_TYPE_RESERVED_WORDS,\"select,table,select\","
                                        "DEST_ILLEGAL_ATTR_LIST,\"x\"\"y,z\","
                                        "ALLOWED_FEAT_TYPES,\"waypoints,routes,tracks\"",
-        nullptr);
-    EXPECT_EQ(info.getFormatAttrNames(), (StringList { "a", "b" }));
+                                       nullptr);
+    EXPECT_EQ(info.getFormatAttrNames(), (StringList{"a", "b"}));
     EXPECT_EQ(info.getFormatAttrType("b"), "number");
     EXPECT_EQ(info.getFormatAttrType("c"), "");
     EXPECT_EQ(info.getFormatAttrType("odd"), "");
-    EXPECT_EQ(info.getFeatureTypeReservedWords(), (StringList { "select", "table", "select" }));
-    EXPECT_EQ(info.getFeatureTypeReservedWordSet(), (StringSet { "select", "table" }));
-    EXPECT_EQ(info.getDestIllegalAttrList(), (StringList { "x\"y", "z" }));
+    EXPECT_EQ(info.getFeatureTypeReservedWords(), (StringList{"select", "table", "select"}));
+    EXPECT_EQ(info.getFeatureTypeReservedWordSet(), (StringSet{"select", "table"}));
+    EXPECT_EQ(info.getDestIllegalAttrList(), (StringList{"x\"y", "z"}));
     EXPECT_EQ(info.getAllowedFeatTypes().size(), 3u);
 }
 
@@ -120,7 +113,7 @@ TEST(FormatInfoTest, ParametersTypesAndGeometries)
         "DATA_TYPE_MAPPINGS,\"varchar(width),vyr_varchar,int,vyr_int32,int,vyr_int32,dangling\","
         "GEOM_TYPE_MAPPINGS,\"point,vyr_point,line,vyr_line,polyline,vyr_line\"",
         nullptr);
-    EXPECT_EQ(info.getDeflineParmNames(), (StringList { "MODE", "SIZE" }));
+    EXPECT_EQ(info.getDeflineParmNames(), (StringList{"MODE", "SIZE"}));
     EXPECT_EQ(info.getDeflineParm("MODE"), "GUI TEXT MODE Mode again");
     EXPECT_EQ(info.getDeflineParmDefault("MODE"), "slow");
     EXPECT_EQ(info.getDeflineParmDefault("SIZE"), "10");
@@ -144,7 +137,7 @@ TEST(FormatInfoTest, ParametersTypesAndGeometries)
 TEST(FormatInfoTest, DatabaseFormatsAreKnownByTheSession)
 {
     FormatTypeSession session;
-    session.formatTypes = { { "SQLDB", "DATABASE" }, { "SHAPEFILE", "FILE" } };
+    session.formatTypes = {{"SQLDB", "DATABASE"}, {"SHAPEFILE", "FILE"}};
     EXPECT_TRUE(VYRObjFTPropsFormatInfo("FORMAT,SQLDB", &session).isDatabase());
     EXPECT_FALSE(VYRObjFTPropsFormatInfo("FORMAT,SHAPEFILE", &session).isDatabase());
     EXPECT_FALSE(VYRObjFTPropsFormatInfo("FORMAT,UNKNOWN", &session).isDatabase());

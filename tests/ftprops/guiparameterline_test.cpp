@@ -5,7 +5,8 @@
 namespace vyr {
 namespace {
 
-struct LineCase {
+struct LineCase
+{
     const char *line;
     const char *type;
     const char *name;
@@ -17,21 +18,20 @@ struct LineCase {
 TEST(GuiParameterLineTest, ReadsTypeNameQualifierChoicesAndPrompt)
 {
     const LineCase cases[] = {
-        { "GUI OPTIONAL CHOICE MODE fast%slow Choose a mode", "CHOICE", "MODE", {}, { "fast", "slow" },
-            "Choose a mode" },
-        { "GUI FILENAME SRC *.txt Source file", "FILENAME", "SRC", { "*.txt" }, {}, "Source file" },
-        { "GUI CHOICE OPTIONAL x%y Prompt", "CHOICE", "OPTIONAL", {}, { "x", "y" }, "Prompt" },
-        { "GUI LISTBOX L a%%b%%%\"c d\"% Pick  some   ", "LISTBOX", "L", {}, { "a", "b", "c d" }, "Pick some" },
-        { "GUI INTEGER N \"Number of (things)\"", "INTEGER", "N", {}, {}, "Number of (things)" },
-        { "GUI TEXT T Say \\\"hi\\\"", "TEXT", "T", {}, {}, "Say \"hi\"" },
-        { "GUI CHECKBOX C Yes%No", "CHECKBOX", "C", {}, { "Yes", "No" }, "" },
-        { "GUI DIVIDER", "DIVIDER", "", {}, {}, "" },
-        { "GUI", "", "", {}, {}, "" },
-        { "GUI MULTIFILE M", "MULTIFILE", "M", {}, {}, "" },
-        { "DEFAULT_MACRO MODE fast", "", "", {}, {}, "" },
-        { "gui CHOICE MODE a%b x", "", "", {}, {}, "" },
-        { "GUI CHOICE MODE \"unbalanced", "", "", {}, {}, "" },
-        { "", "", "", {}, {}, "" },
+        {"GUI OPTIONAL CHOICE MODE fast%slow Choose a mode", "CHOICE", "MODE", {}, {"fast", "slow"}, "Choose a mode"},
+        {"GUI FILENAME SRC *.txt Source file", "FILENAME", "SRC", {"*.txt"}, {}, "Source file"},
+        {"GUI CHOICE OPTIONAL x%y Prompt", "CHOICE", "OPTIONAL", {}, {"x", "y"}, "Prompt"},
+        {"GUI LISTBOX L a%%b%%%\"c d\"% Pick  some   ", "LISTBOX", "L", {}, {"a", "b", "c d"}, "Pick some"},
+        {"GUI INTEGER N \"Number of (things)\"", "INTEGER", "N", {}, {}, "Number of (things)"},
+        {"GUI TEXT T Say \\\"hi\\\"", "TEXT", "T", {}, {}, "Say \"hi\""},
+        {"GUI CHECKBOX C Yes%No", "CHECKBOX", "C", {}, {"Yes", "No"}, ""},
+        {"GUI DIVIDER", "DIVIDER", "", {}, {}, ""},
+        {"GUI", "", "", {}, {}, ""},
+        {"GUI MULTIFILE M", "MULTIFILE", "M", {}, {}, ""},
+        {"DEFAULT_MACRO MODE fast", "", "", {}, {}, ""},
+        {"gui CHOICE MODE a%b x", "", "", {}, {}, ""},
+        {"GUI CHOICE MODE \"unbalanced", "", "", {}, {}, ""},
+        {"", "", "", {}, {}, ""},
     };
     for (const LineCase &c : cases) {
         const GuiParameterLine line = ParseParameterLine(c.line);
@@ -57,11 +57,11 @@ TEST(GuiParameterLineTest, ModifiersOnlyBeforeTheType)
 
 TEST(GuiParameterLineTest, TypeGroups)
 {
-    for (const char *type : { "FILENAME", "MULTIFILE", "ESRI_LAYER" })
+    for (const char *type : {"FILENAME", "MULTIFILE", "ESRI_LAYER"})
         EXPECT_TRUE(isFileLikeGuiType(type)) << type;
-    for (const char *type : { "CHOICE", "RADIO_GROUP", "ATTRLIST_COMMAS_ENCODED", "STRING_OR_CHOICE" })
+    for (const char *type : {"CHOICE", "RADIO_GROUP", "ATTRLIST_COMMAS_ENCODED", "STRING_OR_CHOICE"})
         EXPECT_TRUE(isChoiceTakingGuiType(type)) << type;
-    for (const char *type : { "INTEGER", "ATTRLIST", "COLOR_PICK", "choice", "" }) {
+    for (const char *type : {"INTEGER", "ATTRLIST", "COLOR_PICK", "choice", ""}) {
         EXPECT_FALSE(isChoiceTakingGuiType(type)) << type;
         EXPECT_FALSE(isFileLikeGuiType(type)) << type;
     }

@@ -16,7 +16,8 @@ namespace {
 
 TEST(NameRulesTest, LegaliseByLengthCaseCharactersAndUniqueness)
 {
-    struct Case {
+    struct Case
+    {
         const char *name;
         const char *invalid;
         const char *caseRule;
@@ -27,28 +28,28 @@ TEST(NameRulesTest, LegaliseByLengthCaseCharactersAndUniqueness)
         const char *expected;
     };
     const Case cases[] = {
-        { "Roads", "", "", {}, { "Roads" }, 0, false, "Roads00" },
-        { "Roads", "", "", {}, { "Roads" }, 6, false, "Road00" },
-        { "Roads", "", "", {}, { "Roads", "Roads00", "Roads01" }, 0, false, "Roads02" },
-        { "owner.averyverylongname", "", "", {}, {}, 8, false, "owner.averyver" },
-        { "owner.averyverylongname", "", "", {}, {}, 8, true, "owner.av" },
-        { "table", "", "", { "TABLE" }, {}, 0, false, "table00" },
-        { "my road-1", " -", "", {}, {}, 0, false, "my_road_1" },
-        { "1abc", "", "UPPER_FIRST_ALPHA", {}, {}, 0, false, "Q_1ABC" },
-        { "abc", "", "UPPER_FIRST_ALPHA", {}, {}, 0, false, "ABC" },
-        { "1abcdef", "", "UPPER_FIRST_ALPHA", {}, {}, 6, false, "Q_1ABC" },
-        { "9x", "", "ANY_FIRST_NONNUMERIC", {}, {}, 0, false, "_9x" },
-        { "Roads", "", "LOWER", {}, {}, 0, false, "roads" },
-        { "roads", "", "FIRST_UPPER", {}, {}, 0, false, "Roads" },
-        { "ROADS", "", "FIRST_LOWER", {}, {}, 0, false, "rOADS" },
-        { "Roads", "", "upper", {}, {}, 0, false, "Roads" },
-        { "x", "", "", {}, { "x" }, 1, false, "x" },
-        { "ab", "", "", {}, { "ab", "a00", "a01" }, 3, false, "a02" },
-        { "ab", "", "", {}, { "a" }, 1, false, "a" },
+        {"Roads", "", "", {}, {"Roads"}, 0, false, "Roads00"},
+        {"Roads", "", "", {}, {"Roads"}, 6, false, "Road00"},
+        {"Roads", "", "", {}, {"Roads", "Roads00", "Roads01"}, 0, false, "Roads02"},
+        {"owner.averyverylongname", "", "", {}, {}, 8, false, "owner.averyver"},
+        {"owner.averyverylongname", "", "", {}, {}, 8, true, "owner.av"},
+        {"table", "", "", {"TABLE"}, {}, 0, false, "table00"},
+        {"my road-1", " -", "", {}, {}, 0, false, "my_road_1"},
+        {"1abc", "", "UPPER_FIRST_ALPHA", {}, {}, 0, false, "Q_1ABC"},
+        {"abc", "", "UPPER_FIRST_ALPHA", {}, {}, 0, false, "ABC"},
+        {"1abcdef", "", "UPPER_FIRST_ALPHA", {}, {}, 6, false, "Q_1ABC"},
+        {"9x", "", "ANY_FIRST_NONNUMERIC", {}, {}, 0, false, "_9x"},
+        {"Roads", "", "LOWER", {}, {}, 0, false, "roads"},
+        {"roads", "", "FIRST_UPPER", {}, {}, 0, false, "Roads"},
+        {"ROADS", "", "FIRST_LOWER", {}, {}, 0, false, "rOADS"},
+        {"Roads", "", "upper", {}, {}, 0, false, "Roads"},
+        {"x", "", "", {}, {"x"}, 1, false, "x"},
+        {"ab", "", "", {}, {"ab", "a00", "a01"}, 3, false, "a02"},
+        {"ab", "", "", {}, {"a"}, 1, false, "a"},
     };
     for (const Case &c : cases) {
         EXPECT_EQ(LegaliseName(c.name, c.invalid, c.caseRule, c.reserved, c.taken, c.maxLength, c.includesPrefix, '_'),
-            c.expected)
+                  c.expected)
             << c.name << " / " << c.caseRule << " / " << c.maxLength;
     }
 }
@@ -66,7 +67,7 @@ TEST(NameRulesTest, NumberedNamesGiveUpWhenNoNumberFits)
 
 TEST(NameRulesTest, ScriptNamesCountFromTwoAfterDroppingAnOldNumber)
 {
-    const StringSet taken { "Roads", "Roads_7", "Roads_2", "x_y" };
+    const StringSet taken{"Roads", "Roads_7", "Roads_2", "x_y"};
     EXPECT_EQ(MakeUniqueScriptName("Roads", taken), "Roads_3");
     EXPECT_EQ(MakeUniqueScriptName("Roads_7", taken), "Roads_3");
     EXPECT_EQ(MakeUniqueScriptName("x_y", taken), "x_y_2");
@@ -78,13 +79,21 @@ TEST(NameRulesTest, UnitsOfSeveralBytesAreNeverChanged)
     setNarrowCodePage("UTF-8");
     // "Straße-ä" with ß and ä as two-byte UTF-8 units; the invalid byte list
     // holds a byte of ß.
-    EXPECT_EQ(LegaliseName("stra\xc3\x9f" "e-\xc3\xa4", "-\x9f", "UPPER", {}, {}, 0, false, '_'),
-        "STRA\xc3\x9f" "E_\xc3\xa4");
-    EXPECT_EQ(LegaliseName("\xc3\xa4\xc3\xb6\xc3\xbc\xc3\x9f", "", "", {}, {}, 3, false, '_'), "\xc3\xa4\xc3\xb6\xc3\xbc");
+    EXPECT_EQ(LegaliseName("stra\xc3\x9f"
+                           "e-\xc3\xa4",
+                           "-\x9f", "UPPER", {}, {}, 0, false, '_'),
+              "STRA\xc3\x9f"
+              "E_\xc3\xa4");
+    EXPECT_EQ(LegaliseName("\xc3\xa4\xc3\xb6\xc3\xbc\xc3\x9f", "", "", {}, {}, 3, false, '_'),
+              "\xc3\xa4\xc3\xb6\xc3\xbc");
     EXPECT_EQ(ApplyNameCase("\xc3\xa4x", "FIRST_UPPER", 0), "\xc3\xa4x");
     setNarrowCodePage("CP932");
     // A Shift-JIS character whose second byte is "\\" and "a"-like bytes.
-    EXPECT_EQ(LegaliseName("\x83\x5c" "a\\b", "\\", "UPPER", {}, {}, 0, false, '_'), "\x83\x5c" "A_B");
+    EXPECT_EQ(LegaliseName("\x83\x5c"
+                           "a\\b",
+                           "\\", "UPPER", {}, {}, 0, false, '_'),
+              "\x83\x5c"
+              "A_B");
     resetNarrowCodePage();
 }
 
@@ -138,7 +147,7 @@ TEST(NameRulesTest, ValidationScriptRunsAgainOnAUniqueName)
 {
     ScriptSession session;
     session.feature.script = [](const std::string &name) { return name; };
-    const std::string resolved = RunValidationScript(session, "xlsx_names.tcl", "Roads", { "Roads" });
+    const std::string resolved = RunValidationScript(session, "xlsx_names.tcl", "Roads", {"Roads"});
     EXPECT_EQ(resolved, "Roads_2");
     ASSERT_EQ(session.feature.commands.size(), 3u);
     EXPECT_NE(session.feature.commands[0].find("set LH_Clear yes; source {"), std::string::npos);
@@ -153,7 +162,7 @@ TEST(NameRulesTest, ValidationScriptStopsAfterAThousandPasses)
 {
     ScriptSession session;
     session.feature.script = [](const std::string &) { return std::string("Always"); };
-    EXPECT_EQ(RunValidationScript(session, "s.tcl", "x", { "Always", "Always_2" }), "Always_3");
+    EXPECT_EQ(RunValidationScript(session, "s.tcl", "x", {"Always", "Always_2"}), "Always_3");
     EXPECT_EQ(session.feature.commands.size(), 1001u);
 }
 
@@ -161,12 +170,12 @@ TEST(NameRulesTest, ResolutionByAllowedNamesScriptOrRules)
 {
     const VYRObjFTPropsFormatInfo gpx("ALLOWED_FEAT_TYPES,\"waypoints,routes,tracks\"", nullptr);
     EXPECT_EQ(ResolveFeatureTypeName(gpx, " routes ", {}, nullptr), "routes");
-    EXPECT_EQ(ResolveFeatureTypeName(gpx, "routes", { "routes", "waypoints" }, nullptr), "tracks");
-    EXPECT_EQ(ResolveFeatureTypeName(gpx, "x", { "waypoints", "routes", "tracks" }, nullptr), "");
+    EXPECT_EQ(ResolveFeatureTypeName(gpx, "routes", {"routes", "waypoints"}, nullptr), "tracks");
+    EXPECT_EQ(ResolveFeatureTypeName(gpx, "x", {"waypoints", "routes", "tracks"}, nullptr), "");
 
     const VYRObjFTPropsFormatInfo dbase("FEATURE_TYPE_CASE,UPPER,FEATURE_TYPE_LENGTH,8,"
                                         "FEATURE_TYPE_INVALID_CHARS,\" -\",FEATURE_TYPE_RESERVED_WORDS,TABLE",
-        nullptr);
+                                        nullptr);
     EXPECT_EQ(ResolveFeatureTypeName(dbase, "  my road-network  ", {}, nullptr), "MY_ROAD_");
     EXPECT_EQ(ResolveFeatureTypeName(dbase, "table", {}, nullptr), "TABLE00");
     EXPECT_EQ(ResolveFeatureTypeName(dbase, "   ", {}, nullptr), "");
@@ -174,26 +183,23 @@ TEST(NameRulesTest, ResolutionByAllowedNamesScriptOrRules)
     ScriptSession session;
     session.feature.script = [](const std::string &name) { return name.substr(0, 3); };
     const VYRObjFTPropsFormatInfo scripted("FEAT_TYPE_VALIDATION_SCRIPT,x.tcl", nullptr);
-    EXPECT_EQ(ResolveFeatureTypeName(scripted, "Roads", { "Roa" }, &session), "Roa_2");
+    EXPECT_EQ(ResolveFeatureTypeName(scripted, "Roads", {"Roa"}, &session), "Roa_2");
 }
 
 TEST(NameRulesTest, AttributeNamesKeepListBracketsAndFitTheFormat)
 {
     const VYRObjFTPropsFormatInfo dbase("ATTR_CASE,UPPER,MAX_ATTR_LENGTH,10,ATTR_NAME_INVALID_CHARS,\"{} .\","
                                         "DEST_ILLEGAL_ATTR_LIST,\"SHAPE,FID\"",
-        nullptr);
-    struct Case {
+                                        nullptr);
+    struct Case
+    {
         const char *name;
         StringSet taken;
         const char *expected;
     };
     const Case cases[] = {
-        { "road name", {}, "ROAD_NAME" },
-        { "parts{}.x", {}, "PARTS{}_X" },
-        { "averyverylongname", {}, "AVERYVERYL" },
-        { "shape", {}, "SHAPE00" },
-        { "width", { "WIDTH" }, "WIDTH00" },
-        { "abcdefghij", { "ABCDEFGHIJ" }, "ABCDEFGH00" },
+        {"road name", {}, "ROAD_NAME"}, {"parts{}.x", {}, "PARTS{}_X"},  {"averyverylongname", {}, "AVERYVERYL"},
+        {"shape", {}, "SHAPE00"},       {"width", {"WIDTH"}, "WIDTH00"}, {"abcdefghij", {"ABCDEFGHIJ"}, "ABCDEFGH00"},
     };
     for (const Case &c : cases)
         EXPECT_EQ(LegaliseAttributeName(dbase, c.name, c.taken), c.expected) << c.name;

@@ -18,17 +18,15 @@ namespace {
 // format's capability file quotes them.
 std::string formatCapabilities()
 {
-    return csvJoin({ "FORMAT", "SQLDB", "SOURCE", "no", "SUPPORTS_MULTI_GEOM", "yes", "DATA_TYPE_MAPPINGS",
-                       csvJoin({ "char(width)", "vyr_char", "number(width,decimal)", "vyr_decimal", "logical",
-                                   "vyr_boolean" },
-                           ','),
-                       "GEOM_TYPE_MAPPINGS", "line,vyr_line,arc,vyr_line,point,vyr_point", "FORMAT_ATTRS",
-                       csvJoin({ "shape_type", "char(20)", "part{}.x", "number(10,2)", "record_id", "number(10,0)" },
-                           ','),
-                       "DEFLINE_PARMS",
-                       csvJoin({ "GUI CHOICE MODE fast%slow Mode", "fast", "GUI WHOLE_LINE TEXT LINE Line", "",
-                                   "GUI DISABLE ENABLE Enable", "Yes" },
-                           ',') },
+    return csvJoin(
+        {"FORMAT", "SQLDB", "SOURCE", "no", "SUPPORTS_MULTI_GEOM", "yes", "DATA_TYPE_MAPPINGS",
+         csvJoin({"char(width)", "vyr_char", "number(width,decimal)", "vyr_decimal", "logical", "vyr_boolean"}, ','),
+         "GEOM_TYPE_MAPPINGS", "line,vyr_line,arc,vyr_line,point,vyr_point", "FORMAT_ATTRS",
+         csvJoin({"shape_type", "char(20)", "part{}.x", "number(10,2)", "record_id", "number(10,0)"}, ','),
+         "DEFLINE_PARMS",
+         csvJoin({"GUI CHOICE MODE fast%slow Mode", "fast", "GUI WHOLE_LINE TEXT LINE Line", "",
+                  "GUI DISABLE ENABLE Enable", "Yes"},
+                 ',')},
         ',');
 }
 
@@ -41,8 +39,7 @@ protected:
         , m_feature(m_session->createFeature())
         , m_format(std::make_unique<VYRObjFTPropsFormatInfo>(formatCapabilities(), m_session))
         , m_schema(std::make_unique<VYRObjFTPropsSchemaInfo>(*m_session, *m_feature, *m_format))
-    {
-    }
+    {}
     ~SchemaInfoTest() override
     {
         m_schema.reset();
@@ -101,8 +98,8 @@ TEST_F(SchemaInfoTest, SetAttributesReplacesTheUserAttributesInOrder)
 {
     m_feature->setAttribute("old", "vyr_boolean");
     m_feature->setAttribute("vyr_keep", "x");
-    m_schema->setAttributes({ "zeta", "logical", "alpha", "char(5)", "mystery", "blob", "dangling" });
-    EXPECT_EQ(m_schema->getAttributeNames(true, false), (StringList { "zeta", "alpha", "mystery" }));
+    m_schema->setAttributes({"zeta", "logical", "alpha", "char(5)", "mystery", "blob", "dangling"});
+    EXPECT_EQ(m_schema->getAttributeNames(true, false), (StringList{"zeta", "alpha", "mystery"}));
     EXPECT_EQ(attribute("old"), "(absent)");
     EXPECT_EQ(attribute("vyr_keep"), "x");
     EXPECT_EQ(attribute("alpha"), "vyr_char(5)");
@@ -112,17 +109,17 @@ TEST_F(SchemaInfoTest, SetAttributesReplacesTheUserAttributesInOrder)
 
 TEST_F(SchemaInfoTest, NamesListUserAttributesThenExposedFormatAttributes)
 {
-    m_schema->setAttributes({ "b", "logical", "a", "logical" });
+    m_schema->setAttributes({"b", "logical", "a", "logical"});
     m_feature->setAttribute("c", "vyr_boolean");
     m_schema->setGeometry("line");
     m_schema->storeAttribute("shape_type", "char(20)", true);
     m_schema->storeAttribute("b", "char(1)", true);
-    EXPECT_EQ(m_schema->getAttributeNames(true, false), (StringList { "b", "a", "c" }));
-    EXPECT_EQ(m_schema->getAttributeNames(false, true), (StringList { "shape_type", "b" }));
-    EXPECT_EQ(m_schema->getAttributeNames(true, true), (StringList { "b", "a", "c", "shape_type" }));
+    EXPECT_EQ(m_schema->getAttributeNames(true, false), (StringList{"b", "a", "c"}));
+    EXPECT_EQ(m_schema->getAttributeNames(false, true), (StringList{"shape_type", "b"}));
+    EXPECT_EQ(m_schema->getAttributeNames(true, true), (StringList{"b", "a", "c", "shape_type"}));
 
     m_schema->removeAttribute("shape_type");
-    EXPECT_EQ(list("*vyr_format_attr_name"), StringList { "b" });
+    EXPECT_EQ(list("*vyr_format_attr_name"), StringList{"b"});
     m_schema->removeAttribute("a");
     EXPECT_EQ(attribute("a"), "(absent)");
     EXPECT_EQ(attribute("*a"), "logical") << "the written type stays";
@@ -134,21 +131,21 @@ TEST_F(SchemaInfoTest, ParametersKeepOnePairAtTheEnd)
     m_schema->setParameter("MODE", "slow");
     m_schema->setParameter("OTHER", "1");
     m_schema->setParameter("MODE", "medium");
-    EXPECT_EQ(list("*vyr_parameter_name"), (StringList { "OTHER", "MODE" }));
-    EXPECT_EQ(list("*vyr_parameter_value"), (StringList { "1", "medium" }));
+    EXPECT_EQ(list("*vyr_parameter_name"), (StringList{"OTHER", "MODE"}));
+    EXPECT_EQ(list("*vyr_parameter_value"), (StringList{"1", "medium"}));
     EXPECT_EQ(m_schema->getParameter("MODE"), "medium");
 
     m_schema->setParameter("LINE", "x");
     m_schema->setParameter("ENABLE", "No");
-    EXPECT_EQ(list("*vyr_parameter_name"), (StringList { "OTHER", "MODE" })) << "whole-line and DISABLE are not kept";
+    EXPECT_EQ(list("*vyr_parameter_name"), (StringList{"OTHER", "MODE"})) << "whole-line and DISABLE are not kept";
 
-    setList("*vyr_parameter_name", { "P", "Q", "P" });
-    setList("*vyr_parameter_value", { "first", "q", "second" });
+    setList("*vyr_parameter_name", {"P", "Q", "P"});
+    setList("*vyr_parameter_value", {"first", "q", "second"});
     EXPECT_EQ(m_schema->getParameter("P"), "second");
-    setList("*vyr_parameter_value", { "first" });
+    setList("*vyr_parameter_value", {"first"});
     EXPECT_EQ(m_schema->getParameter("P"), "") << "inconsistent lists give the default";
     m_schema->setParameter("Q", "new");
-    EXPECT_EQ(list("*vyr_parameter_name"), (StringList { "P", "Q", "P", "Q" })) << "appended to the lists as they are";
+    EXPECT_EQ(list("*vyr_parameter_name"), (StringList{"P", "Q", "P", "Q"})) << "appended to the lists as they are";
 }
 
 TEST_F(SchemaInfoTest, GeometriesInBothVocabularies)
@@ -180,7 +177,7 @@ TEST_F(SchemaInfoTest, ListAttributesExpandAndShrinkToTheCount)
         m_schema->storeAttribute("part{" + std::to_string(i) + "}.x", "number(10,2)", true);
     m_schema->storeAttribute("partXy{1}.x", "number(10,2)", true);
     m_schema->expandListAttribute("part{}.x", 2);
-    EXPECT_EQ(m_schema->getAttributeNames(false, true), (StringList { "part{0}.x", "part{1}.x", "partXy{1}.x" }));
+    EXPECT_EQ(m_schema->getAttributeNames(false, true), (StringList{"part{0}.x", "part{1}.x", "partXy{1}.x"}));
 
     m_schema->expandListAttribute("part{}.x", 3);
     EXPECT_EQ(list("*vyr_format_attr_name").back(), "part{2}.x");

@@ -36,7 +36,7 @@ VYR_ENGINE_API bool VYR_FeatureSaveJson(const IVYRFeature *feature, const char *
 /* As VYR_FeatureLoadJson from JSON text in memory; `origin` names it in
  * messages. */
 VYR_ENGINE_API bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size_t length, const char *origin,
-    IVYRString *error);
+                                        IVYRString *error);
 }
 
 #endif /* VYR_FEATUREFILE_H */

@@ -1,0 +1,137 @@
+#include "grid/cugmem.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace vyr {
+
+CUGMem::CUGMem() = default;
+CUGMem::~CUGMem() = default;
+
+CUGMem::Row *CUGMem::row(long number) const
+{
+    if (number >= 0) {
+        if (number != m_cursorNumber || !m_cursor) {
+            m_cursor = m_rows.find(number);
+            m_cursorNumber = number;
+        }
+        return m_cursor;
+    }
+    const auto found = m_headingRows.find(number);
+    return found == m_headingRows.end() ? nullptr : const_cast<Row *>(&found->second);
+}
+
+CUGMem::Row &CUGMem::rowForWriting(long number)
+{
+    if (number < 0)
+        return m_headingRows[number];
+    if (Row *stored = row(number))
+        return *stored;
+    m_cursor = &m_rows.findOrCreate(number);
+    m_cursorNumber = number;
+    return *m_cursor;
+}
+
+const CUGCell *CUGMem::cellOf(const Row &row, int column)
+{
+    const auto found
+        = std::lower_bound(row.begin(), row.end(), column,
+                           [](const std::pair<int, CUGCell> &entry, int wanted) { return entry.first < wanted; });
+    return found != row.end() && found->first == column ? &found->second : nullptr;
+}
+
+int CUGMem::InsertRow(long number)
+{
+    if (number < 0)
+        return 1;
+    m_rows.insertRow(number);
+    m_cursor = nullptr;
+    return 0;
+}
+
+int CUGMem::DeleteRow(long number)
+{
+    if (number < 0)
+        return 1;
+    m_rows.removeRow(number);
+    m_cursor = nullptr;
+    return 0;
+}
+
+int CUGMem::GetCell(int column, long number, CUGCell &cell)
+{
+    const Row *stored = row(number);
+    const CUGCell *found = stored ? cellOf(*stored, column) : nullptr;
+    if (!found)
+        return 1;
+    cell.addInfoFrom(*found);
+    return 0;
+}
+
+int CUGMem::SetCell(int column, long number, const CUGCell &cell)
+{
+    Row &stored = rowForWriting(number);
+    auto at = std::lower_bound(stored.begin(), stored.end(), column,
+                               [](const std::pair<int, CUGCell> &entry, int wanted) { return entry.first < wanted; });
+    if (at == stored.end() || at->first != column)
+        at = stored.emplace(at, column, CUGCell());
+    at->second.addInfoFrom(cell);
+    return 0;
+}
+
+int CUGMem::DeleteCell(int column, long number)
+{
+    if (Row *stored = row(number)) {
+        stored->erase(std::remove_if(stored->begin(), stored->end(),
+                                     [column](const std::pair<int, CUGCell> &entry) { return entry.first == column; }),
+                      stored->end());
+    }
+    return 0;
+}
+
+bool findMatches(const QString &text, const QString &wanted, int flags)
+{
+    const Qt::CaseSensitivity sensitivity
+        = flags & CUGDataSource::FindIgnoreCase ? Qt::CaseInsensitive : Qt::CaseSensitive;
+    return flags & CUGDataSource::FindPartial ? text.contains(wanted, sensitivity)
+                                              : text.compare(wanted, sensitivity) == 0;
+}
+
+int CUGMem::FindNext(const QString &text, int &column, long &number, int flags)
+{
+    // Stored rows in order, with their cell of the column.
+    std::vector<std::pair<long, const CUGCell *>> cells;
+    for (const auto &[heading, stored] : m_headingRows) {
+        if (const CUGCell *found = cellOf(stored, column))
+            cells.emplace_back(heading, found);
+    }
+    m_rows.forEach([&](long rowNumber, Row &stored) {
+        if (const CUGCell *found = cellOf(stored, column))
+            cells.emplace_back(rowNumber, found);
+    });
+    const auto matches
+        = [&](const std::pair<long, const CUGCell *> &entry) { return findMatches(entry.second->text(), text, flags); };
+    if (flags & FindUp) {
+        for (auto it = cells.rbegin(); it != cells.rend(); ++it) {
+            if (it->first < number && matches(*it)) {
+                number = it->first;
+                return 0;
+            }
+        }
+        return 1;
+    }
+    for (const auto &entry : cells) {
+        if (entry.first > number && matches(entry)) {
+            number = entry.first;
+            return 0;
+        }
+    }
+    return 1;
+}
+
+std::size_t CUGMem::storedRows() const
+{
+    return m_rows.storedRows() + m_headingRows.size();
+}
+
+} // namespace vyr

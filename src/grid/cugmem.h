@@ -1,0 +1,56 @@
+// CUGMem: the in-memory data store. Sparse: a cell exists once something
+// was written to it. Rows open and close in time that does not grow with
+// their position, so a 100,000-row grid edits its middle as fast as its top.
+// Heading rows (negative numbers) are kept apart and never shift.
+#ifndef VYR_GRID_CUGMEM_H
+#define VYR_GRID_CUGMEM_H
+
+#include "grid/cugcell.h"
+#include "grid/cugdatasource.h"
+#include "grid/sparserows.h"
+
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace vyr {
+
+class CUGMem final : public CUGDataSource
+{
+public:
+    CUGMem();
+    ~CUGMem() override;
+
+    int InsertRow(long row) override;
+    int DeleteRow(long row) override;
+    int GetCell(int column, long row, CUGCell &cell) override;
+    int SetCell(int column, long row, const CUGCell &cell) override;
+    int DeleteCell(int column, long row) override;
+    int FindNext(const QString &text, int &column, long &row, int flags) override;
+
+    // Rows with at least one stored cell, heading rows included.
+    std::size_t storedRows() const;
+
+private:
+    // The cells of a row by column, sorted: rows hold a few cells each.
+    using Row = std::vector<std::pair<int, CUGCell>>;
+
+    Row *row(long number) const;
+    Row &rowForWriting(long number);
+    static const CUGCell *cellOf(const Row &row, int column);
+
+    SparseRows<Row> m_rows;
+    std::map<long, Row> m_headingRows;
+    // The last row visited, so reading or writing a row cell after cell
+    // looks it up once. Stored rows never move in memory; only opening or
+    // closing rows renumbers them.
+    mutable long m_cursorNumber = -1;
+    mutable Row *m_cursor = nullptr;
+};
+
+// Whether `text` is what a find for `wanted` with `flags` looks for.
+bool findMatches(const QString &text, const QString &wanted, int flags);
+
+} // namespace vyr
+
+#endif // VYR_GRID_CUGMEM_H

@@ -1,0 +1,140 @@
+#include "grid/cugmem.h"
+#include "grid/sparserows.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <random>
+#include <vector>
+
+namespace vyr {
+namespace {
+
+// Random row operations against a plain vector that holds every row.
+TEST(SparseRowsTest, AgreesWithAPlainListOfRows)
+{
+    std::mt19937 random(7);
+    SparseRows<int> rows;
+    std::vector<std::optional<int>> reference;
+    for (int step = 0; step < 20000; ++step) {
+        const long row = static_cast<long>(random() % 300);
+        switch (random() % 4) {
+        case 0:
+            rows.findOrCreate(row) = step;
+            if (reference.size() <= static_cast<std::size_t>(row))
+                reference.resize(row + 1);
+            reference[row] = step;
+            break;
+        case 1:
+            rows.insertRow(row);
+            if (static_cast<std::size_t>(row) < reference.size())
+                reference.insert(reference.begin() + row, std::nullopt);
+            break;
+        case 2:
+            rows.removeRow(row);
+            if (static_cast<std::size_t>(row) < reference.size())
+                reference.erase(reference.begin() + row);
+            break;
+        default: {
+            const int *found = rows.find(row);
+            const bool expected = static_cast<std::size_t>(row) < reference.size() && reference[row].has_value();
+            ASSERT_EQ(found != nullptr, expected) << "step " << step << " row " << row;
+            if (found) {
+                ASSERT_EQ(*found, *reference[row]) << "step " << step;
+            }
+        }
+        }
+    }
+    std::size_t stored = 0;
+    rows.forEach([&](long row, int &value) {
+        ASSERT_TRUE(reference[row].has_value());
+        EXPECT_EQ(value, *reference[row]);
+        ++stored;
+    });
+    EXPECT_EQ(stored, rows.storedRows());
+}
+
+CUGCell textCell(const char *text)
+{
+    CUGCell cell;
+    cell.setText(text);
+    return cell;
+}
+
+TEST(CUGMemTest, CellsExistOnlyOnceWrittenAndAddUp)
+{
+    CUGMem store;
+    CUGCell cell;
+    cell.setBackColor(Qt::yellow);
+    EXPECT_EQ(store.GetCell(2, 50000, cell), 1);
+    EXPECT_EQ(cell.backColor(), QColor(Qt::yellow)) << "left as it was";
+
+    store.SetCell(2, 50000, textCell("a"));
+    CUGCell colour;
+    colour.setTextColor(Qt::red);
+    store.SetCell(2, 50000, colour);
+    EXPECT_EQ(store.GetCell(2, 50000, cell), 0);
+    EXPECT_EQ(cell.text(), "a");
+    EXPECT_EQ(cell.textColor(), QColor(Qt::red));
+    EXPECT_EQ(cell.backColor(), QColor(Qt::yellow));
+    EXPECT_EQ(store.storedRows(), 1u);
+
+    store.SetCell(0, -1, textCell("heading"));
+    store.DeleteCell(2, 50000);
+    CUGCell fresh;
+    EXPECT_EQ(store.GetCell(2, 50000, fresh), 1);
+    EXPECT_EQ(store.GetCell(0, -1, fresh), 0);
+}
+
+TEST(CUGMemTest, RowsShiftOnInsertAndDeleteButHeadingsStay)
+{
+    CUGMem store;
+    for (long row : {0L, 5L, 99999L})
+        store.SetCell(0, row, textCell(std::to_string(row).c_str()));
+    store.SetCell(0, -1, textCell("heading"));
+    store.InsertRow(3);
+    store.DeleteRow(0);
+    EXPECT_EQ(store.InsertRow(-1), 1);
+    const auto text = [&store](long row) {
+        CUGCell cell;
+        return store.GetCell(0, row, cell) == 0 ? cell.text().toStdString() : std::string("(none)");
+    };
+    EXPECT_EQ(text(0), "(none)");
+    EXPECT_EQ(text(5), "5");
+    EXPECT_EQ(text(99999), "99999");
+    EXPECT_EQ(text(-1), "heading");
+}
+
+TEST(CUGMemTest, FindWithTheStoreFlags)
+{
+    CUGMem store;
+    store.SetCell(1, 2, textCell("Main Road"));
+    store.SetCell(1, 7, textCell("main road"));
+    store.SetCell(1, 9, textCell("Road"));
+    store.SetCell(0, 4, textCell("Main Road"));
+    struct Case
+    {
+        const char *text;
+        long from;
+        int flags;
+        long found; // -99: none
+    };
+    const Case cases[] = {
+        {"Main Road", -1, 0, 2},
+        {"Main Road", 2, 0, -99},
+        {"Main Road", 2, CUGDataSource::FindIgnoreCase, 7},
+        {"road", -1, CUGDataSource::FindPartial, 7},
+        {"road", -1, CUGDataSource::FindPartial | CUGDataSource::FindIgnoreCase, 2},
+        {"Road", 100, CUGDataSource::FindUp, 9},
+        {"Main Road", 7, CUGDataSource::FindUp, 2},
+    };
+    for (const Case &c : cases) {
+        int column = 1;
+        long row = c.from;
+        const int result = store.FindNext(c.text, column, row, c.flags);
+        EXPECT_EQ(result == 0 ? row : -99, c.found) << c.text << " from " << c.from << " flags " << c.flags;
+    }
+}
+
+} // namespace
+} // namespace vyr
