@@ -31,46 +31,30 @@ void CUGCell::setPropertyFlag(std::uint32_t property, bool set)
 void CUGCell::addInfoFrom(const CUGCell &source)
 {
     const std::uint32_t set = source.m_mask;
-    if (set & Text)
-        m_text = source.m_text;
-    if (set & Mask)
-        m_maskText = source.m_maskText;
-    if (set & Label)
-        m_label = source.m_label;
-    if (set & DataType)
-        m_dataType = source.m_dataType;
-    if (set & UserValue)
-        m_userValue = source.m_userValue;
-    if (set & CellType)
-        m_cellType = source.m_cellType;
-    if (set & CellTypeParam)
-        m_cellTypeParam = source.m_cellTypeParam;
-    if (set & TextColor)
-        m_textColor = source.m_textColor;
-    if (set & BackColor)
-        m_backColor = source.m_backColor;
-    if (set & HighlightTextColor)
-        m_highlightText = source.m_highlightText;
-    if (set & HighlightBackColor)
-        m_highlightBack = source.m_highlightBack;
-    if (set & BorderStyle)
-        m_borderStyle = source.m_borderStyle;
-    if (set & BorderColor)
-        m_borderColor = source.m_borderColor;
-    if (set & Font)
-        m_font = source.m_font;
-    if (set & Bitmap)
-        m_bitmap = source.m_bitmap;
-    if (set & Alignment)
-        m_alignment = source.m_alignment;
-    if (set & ExtraData)
-        m_extraData = source.m_extraData;
-    if (set & Join)
-        m_join = source.m_join;
-    if (set & ReadOnly)
-        m_readOnly = source.m_readOnly;
-    if (set & Decimals)
-        m_decimals = source.m_decimals;
+    const auto take = [set](auto &field, const auto &from, Property property) {
+        if (set & property)
+            field = from;
+    };
+    take(m_text, source.m_text, Text);
+    take(m_maskText, source.m_maskText, Mask);
+    take(m_label, source.m_label, Label);
+    take(m_dataType, source.m_dataType, DataType);
+    take(m_userValue, source.m_userValue, UserValue);
+    take(m_cellType, source.m_cellType, CellType);
+    take(m_cellTypeParam, source.m_cellTypeParam, CellTypeParam);
+    take(m_textColor, source.m_textColor, TextColor);
+    take(m_backColor, source.m_backColor, BackColor);
+    take(m_highlightText, source.m_highlightText, HighlightTextColor);
+    take(m_highlightBack, source.m_highlightBack, HighlightBackColor);
+    take(m_borderStyle, source.m_borderStyle, BorderStyle);
+    take(m_borderColor, source.m_borderColor, BorderColor);
+    take(m_font, source.m_font, Font);
+    take(m_bitmap, source.m_bitmap, Bitmap);
+    take(m_alignment, source.m_alignment, Alignment);
+    take(m_extraData, source.m_extraData, ExtraData);
+    take(m_join, source.m_join, Join);
+    take(m_readOnly, source.m_readOnly, ReadOnly);
+    take(m_decimals, source.m_decimals, Decimals);
     m_mask |= set;
 }
 
@@ -93,122 +77,102 @@ void CUGCell::clearAll()
 
 void CUGCell::setText(const QString &text)
 {
-    m_text = text;
-    m_mask |= Text;
+    store(m_text, text, Text);
 }
 
 void CUGCell::setMask(const QString &mask)
 {
-    m_maskText = mask;
-    m_mask |= Mask;
+    store(m_maskText, mask, Mask);
 }
 
 void CUGCell::setLabel(const QString &label)
 {
-    m_label = label;
-    m_mask |= Label;
+    store(m_label, label, Label);
 }
 
 void CUGCell::setDataType(std::int16_t type)
 {
-    m_dataType = type;
-    m_mask |= DataType;
+    store(m_dataType, type, DataType);
 }
 
 void CUGCell::setUserValue(std::intptr_t value)
 {
-    m_userValue = value;
-    m_mask |= UserValue;
+    store(m_userValue, value, UserValue);
 }
 
 void CUGCell::setCellType(int index)
 {
-    m_cellType = index;
-    m_mask |= CellType;
+    store(m_cellType, index, CellType);
 }
 
 void CUGCell::setCellTypeParam(int parameter)
 {
-    m_cellTypeParam = parameter;
-    m_mask |= CellTypeParam;
+    store(m_cellTypeParam, parameter, CellTypeParam);
 }
 
 void CUGCell::setTextColor(const QColor &color)
 {
-    m_textColor = color;
-    m_mask |= TextColor;
+    store(m_textColor, color, TextColor);
 }
 
 void CUGCell::setBackColor(const QColor &color)
 {
-    m_backColor = color;
-    m_mask |= BackColor;
+    store(m_backColor, color, BackColor);
 }
 
 void CUGCell::setHighlightTextColor(const QColor &color)
 {
-    m_highlightText = color;
-    m_mask |= HighlightTextColor;
+    store(m_highlightText, color, HighlightTextColor);
 }
 
 void CUGCell::setHighlightBackColor(const QColor &color)
 {
-    m_highlightBack = color;
-    m_mask |= HighlightBackColor;
+    store(m_highlightBack, color, HighlightBackColor);
 }
 
 void CUGCell::setBorderStyle(std::int16_t style)
 {
-    m_borderStyle = style;
-    m_mask |= BorderStyle;
+    store(m_borderStyle, style, BorderStyle);
 }
 
 void CUGCell::setBorderColor(const QColor &color)
 {
-    m_borderColor = color;
-    m_mask |= BorderColor;
+    store(m_borderColor, color, BorderColor);
 }
 
 void CUGCell::setFont(const QFont &font)
 {
-    m_font = font;
-    m_mask |= Font;
+    store(m_font, font, Font);
 }
 
 void CUGCell::setBitmap(const QImage &bitmap)
 {
-    m_bitmap = bitmap;
-    m_mask |= Bitmap;
+    store(m_bitmap, bitmap, Bitmap);
 }
 
 void CUGCell::setAlignment(std::int16_t alignment)
 {
-    m_alignment = alignment;
-    m_mask |= Alignment;
+    store(m_alignment, alignment, Alignment);
 }
 
 void CUGCell::setExtraData(const QByteArray &data)
 {
-    m_extraData = data;
-    m_mask |= ExtraData;
+    store(m_extraData, data, ExtraData);
 }
 
 void CUGCell::setJoin(const JoinBlock &block)
 {
-    m_join = block;
-    m_mask |= Join;
+    store(m_join, block, Join);
 }
 
 void CUGCell::setReadOnly(bool readOnly)
 {
-    m_readOnly = readOnly;
-    m_mask |= ReadOnly;
+    store(m_readOnly, readOnly, ReadOnly);
 }
 
 void CUGCell::setDecimals(int decimals)
 {
-    m_decimals = decimals;
-    m_mask |= Decimals;
+    store(m_decimals, decimals, Decimals);
 }
 
 void CUGCell::setNumber(double value)

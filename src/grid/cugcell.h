@@ -120,6 +120,13 @@ public:
     double number() const;
 
 private:
+    template <class Field, class Value>
+    void store(Field &field, const Value &value, Property property)
+    {
+        field = value;
+        m_mask |= property;
+    }
+
     std::uint32_t m_mask = 0;
     QString m_text;
     QString m_maskText;
