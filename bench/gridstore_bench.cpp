@@ -68,7 +68,7 @@ void storeRead(benchmark::State &state)
             for (int column = 0; column < kColumns; ++column) {
                 cell.clearAll();
                 store.GetCell(column, row, cell);
-                length += cell.text().size();
+                length += cell.textRef().size();
             }
         }
         benchmark::DoNotOptimize(length);

@@ -28,33 +28,94 @@ void CUGCell::setPropertyFlag(std::uint32_t property, bool set)
     m_mask = set ? (m_mask | property) : (m_mask & ~property);
 }
 
+CUGCell::CUGCell() = default;
+CUGCell::~CUGCell() = default;
+CUGCell::CUGCell(CUGCell &&other) noexcept = default;
+CUGCell &CUGCell::operator=(CUGCell &&other) noexcept = default;
+
+CUGCell::CUGCell(const CUGCell &other)
+    : m_mask(other.m_mask)
+    , m_dataType(other.m_dataType)
+    , m_alignment(other.m_alignment)
+    , m_readOnly(other.m_readOnly)
+    , m_cellType(other.m_cellType)
+    , m_cellTypeParam(other.m_cellTypeParam)
+    , m_decimals(other.m_decimals)
+    , m_userValue(other.m_userValue)
+    , m_text(other.m_text)
+    , m_rare(other.m_rare ? std::make_unique<Rare>(*other.m_rare) : nullptr)
+{
+}
+
+CUGCell &CUGCell::operator=(const CUGCell &other)
+{
+    if (this != &other) {
+        CUGCell copy(other);
+        *this = std::move(copy);
+    }
+    return *this;
+}
+
+const CUGCell::Rare &CUGCell::rare() const
+{
+    static const Rare nothing;
+    return m_rare ? *m_rare : nothing;
+}
+
+CUGCell::Rare &CUGCell::rareForWriting()
+{
+    if (!m_rare)
+        m_rare = std::make_unique<Rare>();
+    return *m_rare;
+}
+
+const QString &CUGCell::textRef() const
+{
+    static const QString nothing;
+    return isSet(Text) ? m_text : nothing;
+}
+
+namespace {
+
+template <class Field>
+void takeIfSet(std::uint32_t set, Field &field, const Field &from, std::uint32_t property)
+{
+    if (set & property)
+        field = from;
+}
+
+} // namespace
+
+void CUGCell::addRareFrom(const Rare &source, std::uint32_t set)
+{
+    Rare &target = rareForWriting();
+    takeIfSet(set, target.maskText, source.maskText, Mask);
+    takeIfSet(set, target.label, source.label, Label);
+    takeIfSet(set, target.textColor, source.textColor, TextColor);
+    takeIfSet(set, target.backColor, source.backColor, BackColor);
+    takeIfSet(set, target.highlightText, source.highlightText, HighlightTextColor);
+    takeIfSet(set, target.highlightBack, source.highlightBack, HighlightBackColor);
+    takeIfSet(set, target.borderStyle, source.borderStyle, BorderStyle);
+    takeIfSet(set, target.borderColor, source.borderColor, BorderColor);
+    takeIfSet(set, target.font, source.font, Font);
+    takeIfSet(set, target.bitmap, source.bitmap, Bitmap);
+    takeIfSet(set, target.extraData, source.extraData, ExtraData);
+    takeIfSet(set, target.join, source.join, Join);
+}
+
 void CUGCell::addInfoFrom(const CUGCell &source)
 {
     const std::uint32_t set = source.m_mask;
-    const auto take = [set](auto &field, const auto &from, Property property) {
-        if (set & property)
-            field = from;
-    };
-    take(m_text, source.m_text, Text);
-    take(m_maskText, source.m_maskText, Mask);
-    take(m_label, source.m_label, Label);
-    take(m_dataType, source.m_dataType, DataType);
-    take(m_userValue, source.m_userValue, UserValue);
-    take(m_cellType, source.m_cellType, CellType);
-    take(m_cellTypeParam, source.m_cellTypeParam, CellTypeParam);
-    take(m_textColor, source.m_textColor, TextColor);
-    take(m_backColor, source.m_backColor, BackColor);
-    take(m_highlightText, source.m_highlightText, HighlightTextColor);
-    take(m_highlightBack, source.m_highlightBack, HighlightBackColor);
-    take(m_borderStyle, source.m_borderStyle, BorderStyle);
-    take(m_borderColor, source.m_borderColor, BorderColor);
-    take(m_font, source.m_font, Font);
-    take(m_bitmap, source.m_bitmap, Bitmap);
-    take(m_alignment, source.m_alignment, Alignment);
-    take(m_extraData, source.m_extraData, ExtraData);
-    take(m_join, source.m_join, Join);
-    take(m_readOnly, source.m_readOnly, ReadOnly);
-    take(m_decimals, source.m_decimals, Decimals);
+    takeIfSet(set, m_text, source.m_text, Text);
+    takeIfSet(set, m_dataType, source.m_dataType, DataType);
+    takeIfSet(set, m_userValue, source.m_userValue, UserValue);
+    takeIfSet(set, m_cellType, source.m_cellType, CellType);
+    takeIfSet(set, m_cellTypeParam, source.m_cellTypeParam, CellTypeParam);
+    takeIfSet(set, m_alignment, source.m_alignment, Alignment);
+    takeIfSet(set, m_readOnly, source.m_readOnly, ReadOnly);
+    takeIfSet(set, m_decimals, source.m_decimals, Decimals);
+    if ((set & kRareProperties) && source.m_rare)
+        addRareFrom(*source.m_rare, set);
     m_mask |= set;
 }
 
@@ -67,12 +128,15 @@ void CUGCell::copyInfoFrom(const CUGCell &source)
 void CUGCell::clearAll()
 {
     m_mask = 0;
-    m_text.clear();
-    m_label.clear();
+    if (!m_text.isNull())
+        m_text.clear();
+    if (m_rare) {
+        m_rare->label.clear();
+        m_rare->extraData.clear();
+    }
     m_userValue = -1;
     m_cellType = -1;
     m_cellTypeParam = -1;
-    m_extraData.clear();
 }
 
 void CUGCell::setText(const QString &text)
@@ -82,12 +146,12 @@ void CUGCell::setText(const QString &text)
 
 void CUGCell::setMask(const QString &mask)
 {
-    store(m_maskText, mask, Mask);
+    store(rareForWriting().maskText, mask, Mask);
 }
 
 void CUGCell::setLabel(const QString &label)
 {
-    store(m_label, label, Label);
+    store(rareForWriting().label, label, Label);
 }
 
 void CUGCell::setDataType(std::int16_t type)
@@ -112,42 +176,42 @@ void CUGCell::setCellTypeParam(int parameter)
 
 void CUGCell::setTextColor(const QColor &color)
 {
-    store(m_textColor, color, TextColor);
+    store(rareForWriting().textColor, color, TextColor);
 }
 
 void CUGCell::setBackColor(const QColor &color)
 {
-    store(m_backColor, color, BackColor);
+    store(rareForWriting().backColor, color, BackColor);
 }
 
 void CUGCell::setHighlightTextColor(const QColor &color)
 {
-    store(m_highlightText, color, HighlightTextColor);
+    store(rareForWriting().highlightText, color, HighlightTextColor);
 }
 
 void CUGCell::setHighlightBackColor(const QColor &color)
 {
-    store(m_highlightBack, color, HighlightBackColor);
+    store(rareForWriting().highlightBack, color, HighlightBackColor);
 }
 
 void CUGCell::setBorderStyle(std::int16_t style)
 {
-    store(m_borderStyle, style, BorderStyle);
+    store(rareForWriting().borderStyle, style, BorderStyle);
 }
 
 void CUGCell::setBorderColor(const QColor &color)
 {
-    store(m_borderColor, color, BorderColor);
+    store(rareForWriting().borderColor, color, BorderColor);
 }
 
 void CUGCell::setFont(const QFont &font)
 {
-    store(m_font, font, Font);
+    store(rareForWriting().font, font, Font);
 }
 
 void CUGCell::setBitmap(const QImage &bitmap)
 {
-    store(m_bitmap, bitmap, Bitmap);
+    store(rareForWriting().bitmap, bitmap, Bitmap);
 }
 
 void CUGCell::setAlignment(std::int16_t alignment)
@@ -157,12 +221,12 @@ void CUGCell::setAlignment(std::int16_t alignment)
 
 void CUGCell::setExtraData(const QByteArray &data)
 {
-    store(m_extraData, data, ExtraData);
+    store(rareForWriting().extraData, data, ExtraData);
 }
 
 void CUGCell::setJoin(const JoinBlock &block)
 {
-    store(m_join, block, Join);
+    store(rareForWriting().join, block, Join);
 }
 
 void CUGCell::setReadOnly(bool readOnly)

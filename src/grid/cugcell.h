@@ -14,6 +14,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 
 namespace vyr {
@@ -21,6 +22,13 @@ namespace vyr {
 class CUGCell
 {
 public:
+    CUGCell();
+    ~CUGCell();
+    CUGCell(const CUGCell &other);
+    CUGCell &operator=(const CUGCell &other);
+    CUGCell(CUGCell &&other) noexcept;
+    CUGCell &operator=(CUGCell &&other) noexcept;
+
     enum Property : std::uint32_t {
         Text = 0x1,
         Mask = 0x2,
@@ -70,10 +78,12 @@ public:
     void clearAll();
 
     QString text() const { return isSet(Text) ? m_text : QString(); }
+    // The stored text without a copy; empty when not set.
+    const QString &textRef() const;
     void setText(const QString &text);
-    QString mask() const { return isSet(Mask) ? m_maskText : QString(); }
+    QString mask() const { return isSet(Mask) ? rare().maskText : QString(); }
     void setMask(const QString &mask);
-    QString label() const { return isSet(Label) ? m_label : QString(); }
+    QString label() const { return isSet(Label) ? rare().label : QString(); }
     void setLabel(const QString &label);
     std::int16_t dataType() const { return isSet(DataType) ? m_dataType : std::int16_t(TextData); }
     void setDataType(std::int16_t type);
@@ -84,27 +94,27 @@ public:
     int cellTypeParam() const { return isSet(CellTypeParam) ? m_cellTypeParam : 0; }
     void setCellTypeParam(int parameter);
     // Colours: an invalid QColor when not set (the palette decides).
-    QColor textColor() const { return isSet(TextColor) ? m_textColor : QColor(); }
+    QColor textColor() const { return isSet(TextColor) ? rare().textColor : QColor(); }
     void setTextColor(const QColor &color);
-    QColor backColor() const { return isSet(BackColor) ? m_backColor : QColor(); }
+    QColor backColor() const { return isSet(BackColor) ? rare().backColor : QColor(); }
     void setBackColor(const QColor &color);
-    QColor highlightTextColor() const { return isSet(HighlightTextColor) ? m_highlightText : QColor(); }
+    QColor highlightTextColor() const { return isSet(HighlightTextColor) ? rare().highlightText : QColor(); }
     void setHighlightTextColor(const QColor &color);
-    QColor highlightBackColor() const { return isSet(HighlightBackColor) ? m_highlightBack : QColor(); }
+    QColor highlightBackColor() const { return isSet(HighlightBackColor) ? rare().highlightBack : QColor(); }
     void setHighlightBackColor(const QColor &color);
-    std::int16_t borderStyle() const { return isSet(BorderStyle) ? m_borderStyle : 0; }
+    std::int16_t borderStyle() const { return isSet(BorderStyle) ? rare().borderStyle : std::int16_t(0); }
     void setBorderStyle(std::int16_t style);
-    QColor borderColor() const { return isSet(BorderColor) ? m_borderColor : QColor(); }
+    QColor borderColor() const { return isSet(BorderColor) ? rare().borderColor : QColor(); }
     void setBorderColor(const QColor &color);
-    std::optional<QFont> font() const { return isSet(Font) ? m_font : std::nullopt; }
+    std::optional<QFont> font() const { return isSet(Font) ? rare().font : std::nullopt; }
     void setFont(const QFont &font);
-    QImage bitmap() const { return isSet(Bitmap) ? m_bitmap : QImage(); }
+    QImage bitmap() const { return isSet(Bitmap) ? rare().bitmap : QImage(); }
     void setBitmap(const QImage &bitmap);
-    std::int16_t alignment() const { return isSet(Alignment) ? m_alignment : 0; }
+    std::int16_t alignment() const { return isSet(Alignment) ? m_alignment : std::int16_t(0); }
     void setAlignment(std::int16_t alignment);
-    QByteArray extraData() const { return isSet(ExtraData) ? m_extraData : QByteArray(); }
+    QByteArray extraData() const { return isSet(ExtraData) ? rare().extraData : QByteArray(); }
     void setExtraData(const QByteArray &data);
-    std::optional<JoinBlock> join() const { return isSet(Join) ? std::optional<JoinBlock>(m_join) : std::nullopt; }
+    std::optional<JoinBlock> join() const { return isSet(Join) ? std::optional<JoinBlock>(rare().join) : std::nullopt; }
     void setJoin(const JoinBlock &block);
     bool isReadOnly() const { return isSet(ReadOnly) && m_readOnly; }
     void setReadOnly(bool readOnly);
@@ -120,6 +130,31 @@ public:
     double number() const;
 
 private:
+    // Properties most cells never set live apart, made on first use, so
+    // that the common cell - text and a few numbers - is small and cheap to
+    // copy, clear and lay over another.
+    struct Rare
+    {
+        QString maskText;
+        QString label;
+        QColor textColor;
+        QColor backColor;
+        QColor highlightText;
+        QColor highlightBack;
+        std::int16_t borderStyle = 0;
+        QColor borderColor;
+        std::optional<QFont> font;
+        QImage bitmap;
+        QByteArray extraData;
+        JoinBlock join{};
+    };
+    static constexpr std::uint32_t kRareProperties = Mask | Label | TextColor | BackColor | HighlightTextColor
+        | HighlightBackColor | BorderStyle | BorderColor | Font | Bitmap | ExtraData | Join;
+
+    const Rare &rare() const;
+    Rare &rareForWriting();
+    void addRareFrom(const Rare &source, std::uint32_t set);
+
     template <class Field, class Value>
     void store(Field &field, const Value &value, Property property)
     {
@@ -128,27 +163,15 @@ private:
     }
 
     std::uint32_t m_mask = 0;
-    QString m_text;
-    QString m_maskText;
-    QString m_label;
     std::int16_t m_dataType = TextData;
-    std::intptr_t m_userValue = 0;
+    std::int16_t m_alignment = 0;
+    bool m_readOnly = false;
     int m_cellType = 0;
     int m_cellTypeParam = 0;
-    QColor m_textColor;
-    QColor m_backColor;
-    QColor m_highlightText;
-    QColor m_highlightBack;
-    std::int16_t m_borderStyle = 0;
-    QColor m_borderColor;
-    // Made only when set: most cells use the grid's font.
-    std::optional<QFont> m_font;
-    QImage m_bitmap;
-    std::int16_t m_alignment = 0;
-    QByteArray m_extraData;
-    JoinBlock m_join{};
-    bool m_readOnly = false;
     int m_decimals = -1;
+    std::intptr_t m_userValue = 0;
+    QString m_text;
+    std::unique_ptr<Rare> m_rare;
 };
 
 } // namespace vyr

@@ -10,13 +10,8 @@ CUGMem::~CUGMem() = default;
 
 CUGMem::Row *CUGMem::row(long number) const
 {
-    if (number >= 0) {
-        if (number != m_cursorNumber || !m_cursor) {
-            m_cursor = m_rows.find(number);
-            m_cursorNumber = number;
-        }
-        return m_cursor;
-    }
+    if (number >= 0)
+        return m_rows.find(number);
     const auto found = m_headingRows.find(number);
     return found == m_headingRows.end() ? nullptr : const_cast<Row *>(&found->second);
 }
@@ -27,13 +22,14 @@ CUGMem::Row &CUGMem::rowForWriting(long number)
         return m_headingRows[number];
     if (Row *stored = row(number))
         return *stored;
-    m_cursor = &m_rows.findOrCreate(number);
-    m_cursorNumber = number;
-    return *m_cursor;
+    return m_rows.findOrCreate(number);
 }
 
 const CUGCell *CUGMem::cellOf(const Row &row, int column)
 {
+    // A row written in every column up to this one holds it at its index.
+    if (column >= 0 && column < row.size() && row[column].first == column)
+        return &row[column].second;
     const auto found
         = std::lower_bound(row.begin(), row.end(), column,
                            [](const std::pair<int, CUGCell> &entry, int wanted) { return entry.first < wanted; });
@@ -45,7 +41,6 @@ int CUGMem::InsertRow(long number)
     if (number < 0)
         return 1;
     m_rows.insertRow(number);
-    m_cursor = nullptr;
     return 0;
 }
 
@@ -54,7 +49,6 @@ int CUGMem::DeleteRow(long number)
     if (number < 0)
         return 1;
     m_rows.removeRow(number);
-    m_cursor = nullptr;
     return 0;
 }
 

@@ -9,6 +9,8 @@
 #include "grid/cugdatasource.h"
 #include "grid/sparserows.h"
 
+#include <QVarLengthArray>
+
 #include <map>
 #include <utility>
 #include <vector>
@@ -32,8 +34,9 @@ public:
     std::size_t storedRows() const;
 
 private:
-    // The cells of a row by column, sorted: rows hold a few cells each.
-    using Row = std::vector<std::pair<int, CUGCell>>;
+    // The cells of a row by column, sorted. Rows hold a few cells each,
+    // kept inside the row itself up to a handful of columns.
+    using Row = QVarLengthArray<std::pair<int, CUGCell>, 6>;
 
     Row *row(long number) const;
     Row &rowForWriting(long number);
@@ -41,11 +44,6 @@ private:
 
     SparseRows<Row> m_rows;
     std::map<long, Row> m_headingRows;
-    // The last row visited, so reading or writing a row cell after cell
-    // looks it up once. Stored rows never move in memory; only opening or
-    // closing rows renumbers them.
-    mutable long m_cursorNumber = -1;
-    mutable Row *m_cursor = nullptr;
 };
 
 // Whether `text` is what a find for `wanted` with `flags` looks for.

@@ -10,8 +10,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <new>
 #include <random>
 #include <utility>
+#include <vector>
 
 namespace vyr {
 
@@ -20,28 +22,25 @@ class SparseRows
 {
 public:
     SparseRows() = default;
-    ~SparseRows() { destroy(m_root); }
+    ~SparseRows() { release(m_root); }
     SparseRows(const SparseRows &) = delete;
     SparseRows &operator=(const SparseRows &) = delete;
 
-    // The value stored at `row`, or null.
+    // The value stored at `row`, or null. Reading rows in order costs
+    // amortised constant time: the last row found is remembered with its
+    // path, and the next stored rows are reached from there.
     Value *find(long row) const
     {
-        Node *node = m_root;
-        while (node) {
-            const long position = span(node->left) + node->gap;
-            if (row < span(node->left)) {
-                node = node->left;
-            } else if (row == position) {
-                return &node->value;
-            } else if (row < position) {
-                return nullptr;
-            } else {
-                row -= position + 1;
-                node = node->right;
+        if (m_cursor.node && row >= m_cursor.number) {
+            for (int step = 0; step < kCursorSteps; ++step) {
+                if (row == m_cursor.number)
+                    return &m_cursor.node->value;
+                if (!peekSuccessor() || nextNumber() > row)
+                    return nullptr;
+                advance();
             }
         }
-        return nullptr;
+        return seek(row);
     }
 
     // The value at `row`, made empty-valued first when there is none.
@@ -52,8 +51,9 @@ public:
         Node *before = nullptr;
         Node *after = nullptr;
         split(m_root, row, before, after);
+        forgetCursor();
         const long gap = row - span(before);
-        Node *node = new Node(gap, m_random());
+        Node *node = m_nodes.make(gap, m_random());
         if (after)
             addToFirstGap(after, -(gap + 1));
         m_root = merge(merge(before, node), after);
@@ -64,6 +64,7 @@ public:
     // An empty row opens at `row`: the rows from it on move down one.
     void insertRow(long row)
     {
+        forgetCursor();
         Node *before = nullptr;
         Node *after = nullptr;
         split(m_root, row, before, after);
@@ -75,6 +76,7 @@ public:
     // The row goes, stored or not: the rows after it move up one.
     void removeRow(long row)
     {
+        forgetCursor();
         Node *before = nullptr;
         Node *after = nullptr;
         split(m_root, row, before, after);
@@ -82,8 +84,7 @@ public:
             Node *gone = popFirst(after);
             if (after)
                 addToFirstGap(after, gone->gap);
-            gone->left = gone->right = nullptr;
-            destroy(gone);
+            m_nodes.recycle(gone);
             --m_count;
         } else if (after) {
             addToFirstGap(after, -1);
@@ -116,6 +117,87 @@ private:
         Node *left = nullptr;
         Node *right = nullptr;
     };
+
+    // A stored row with the path to it: the ancestors whose left subtree
+    // holds it, each with the first row its subtree covers.
+    struct Cursor
+    {
+        Node *node = nullptr;
+        long number = 0;
+        long start = 0;
+        std::vector<std::pair<Node *, long>> pending;
+    };
+    static constexpr int kCursorSteps = 8;
+
+    void forgetCursor()
+    {
+        m_cursor.node = nullptr;
+        m_cursor.pending.clear();
+    }
+
+    Value *seek(long row) const
+    {
+        Cursor &cursor = m_cursor;
+        cursor.node = nullptr;
+        cursor.pending.clear();
+        Node *node = m_root;
+        long start = 0;
+        while (node) {
+            const long leftEnd = start + span(node->left);
+            const long position = leftEnd + node->gap;
+            if (row < leftEnd) {
+                cursor.pending.emplace_back(node, start);
+                node = node->left;
+            } else if (row == position) {
+                cursor.node = node;
+                cursor.number = position;
+                cursor.start = start;
+                return &node->value;
+            } else if (row < position) {
+                break;
+            } else {
+                start = position + 1;
+                node = node->right;
+            }
+        }
+        cursor.pending.clear();
+        return nullptr;
+    }
+
+    bool peekSuccessor() const { return m_cursor.node->right || !m_cursor.pending.empty(); }
+
+    // The row number of the stored row after the cursor's; there must be one.
+    long nextNumber() const
+    {
+        if (Node *node = m_cursor.node->right) {
+            while (node->left)
+                node = node->left;
+            return m_cursor.number + 1 + node->gap;
+        }
+        const auto &[node, start] = m_cursor.pending.back();
+        return start + span(node->left) + node->gap;
+    }
+
+    void advance() const
+    {
+        Cursor &cursor = m_cursor;
+        if (Node *node = cursor.node->right) {
+            const long start = cursor.number + 1;
+            while (node->left) {
+                cursor.pending.emplace_back(node, start);
+                node = node->left;
+            }
+            cursor.node = node;
+            cursor.start = start;
+            cursor.number = start + node->gap;
+            return;
+        }
+        const auto [node, start] = cursor.pending.back();
+        cursor.pending.pop_back();
+        cursor.node = node;
+        cursor.start = start;
+        cursor.number = start + span(node->left) + node->gap;
+    }
 
     static long span(const Node *node) { return node ? node->span : 0; }
     static void update(Node *node) { node->span = span(node->left) + node->gap + 1 + span(node->right); }
@@ -192,17 +274,66 @@ private:
         walk(node->right, next, visit);
     }
 
-    static void destroy(Node *node)
+    // Nodes come from blocks of their own, handed out in order, so a store
+    // filled row by row lies in memory row by row whatever state the heap is
+    // in, and reading it in order stays cache friendly.
+    class NodePool
     {
-        if (!node)
-            return;
-        destroy(node->left);
-        destroy(node->right);
-        delete node;
+    public:
+        NodePool() = default;
+        ~NodePool()
+        {
+            for (unsigned char *block : m_blocks)
+                ::operator delete(block, std::align_val_t(alignof(Node)));
+        }
+        NodePool(const NodePool &) = delete;
+        NodePool &operator=(const NodePool &) = delete;
+
+        Node *make(long gap, std::uint32_t priority)
+        {
+            void *place;
+            if (!m_free.empty()) {
+                place = m_free.back();
+                m_free.pop_back();
+            } else {
+                if (m_blocks.empty() || m_used == kBlockNodes) {
+                    m_blocks.push_back(static_cast<unsigned char *>(
+                        ::operator new(sizeof(Node) * kBlockNodes, std::align_val_t(alignof(Node)))));
+                    m_used = 0;
+                }
+                place = m_blocks.back() + sizeof(Node) * m_used++;
+            }
+            return new (place) Node(gap, priority);
+        }
+
+        void recycle(Node *node)
+        {
+            node->~Node();
+            m_free.push_back(node);
+        }
+
+    private:
+        static constexpr std::size_t kBlockNodes = 256;
+        std::vector<unsigned char *> m_blocks;
+        std::size_t m_used = 0;
+        std::vector<Node *> m_free;
+    };
+
+    // Ends the values' lives; the pool frees the memory.
+    static void release(Node *node)
+    {
+        while (node) {
+            release(node->left);
+            Node *right = node->right;
+            node->~Node();
+            node = right;
+        }
     }
 
+    NodePool m_nodes;
     Node *m_root = nullptr;
     std::size_t m_count = 0;
+    mutable Cursor m_cursor;
     std::minstd_rand m_random{20261123};
 };
 
