@@ -17,7 +17,7 @@
 
 namespace vyr {
 
-class CUGMem final : public CUGDataSource
+class CUGMem : public CUGDataSource
 {
 public:
     CUGMem();

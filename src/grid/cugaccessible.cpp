@@ -1,0 +1,294 @@
+#include "grid/cugaccessible.h"
+
+#include "grid/cugctrl.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QHash>
+
+#include <algorithm>
+
+namespace vyr {
+
+class CUGAccessibleGrid;
+
+namespace {
+
+// One cell, heading cells included (negative positions).
+class CUGAccessibleCell final : public QAccessibleInterface, public QAccessibleTableCellInterface
+{
+public:
+    CUGAccessibleCell(CUGCtrl *grid, int column, long row)
+        : m_grid(grid)
+        , m_column(column)
+        , m_row(row)
+    {
+    }
+
+    bool isValid() const override
+    {
+        return m_grid && m_column >= -m_grid->GetSideHeadingColumns() && m_column < m_grid->GetColumnCount()
+            && m_row >= -m_grid->GetTopHeadingRows() && m_row < m_grid->GetRowCount();
+    }
+    QObject *object() const override { return nullptr; }
+    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
+    QAccessibleInterface *parent() const override { return QAccessible::queryAccessibleInterface(m_grid); }
+    QAccessibleInterface *child(int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        if (!isValid() || (kind != QAccessible::Name && kind != QAccessible::Value))
+            return QString();
+        return m_grid->GetCellText(m_column, m_row);
+    }
+    void setText(QAccessible::Text, const QString &text) override
+    {
+        if (isValid() && m_row >= 0 && m_column >= 0)
+            m_grid->SetCellText(m_column, m_row, text);
+    }
+    QRect rect() const override
+    {
+        QRect cell;
+        if (!isValid() || m_grid->GetCellRect(m_column, m_row, cell) != ug::Success)
+            return QRect();
+        const QWidget *shownIn = m_grid->widgetShowing(m_row, m_column);
+        return QRect(shownIn->mapToGlobal(cell.topLeft()), cell.size());
+    }
+    QAccessible::Role role() const override
+    {
+        if (m_row < 0)
+            return QAccessible::ColumnHeader;
+        if (m_column < 0)
+            return QAccessible::RowHeader;
+        return QAccessible::Cell;
+    }
+    QAccessible::State state() const override
+    {
+        QAccessible::State state;
+        if (!isValid()) {
+            state.invalid = true;
+            return state;
+        }
+        if (m_row >= 0 && m_column >= 0) {
+            state.selectable = true;
+            state.focusable = true;
+            state.selected = m_grid->IsSelected(m_column, m_row);
+            state.focused = m_grid->GetCurrentCol() == m_column && m_grid->GetCurrentRow() == m_row
+                && m_grid->hasFocus();
+            CUGCell cell;
+            m_grid->GetCellResolved(m_column, m_row, cell);
+            state.readOnly = cell.isReadOnly();
+        }
+        QRect cell;
+        state.invisible = m_grid->GetCellRect(m_column, m_row, cell) != ug::Success;
+        return state;
+    }
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::TableCellInterface ? static_cast<QAccessibleTableCellInterface *>(this)
+                                                       : nullptr;
+    }
+
+    bool isSelected() const override { return m_grid->IsSelected(m_column, m_row); }
+    QList<QAccessibleInterface *> columnHeaderCells() const override;
+    QList<QAccessibleInterface *> rowHeaderCells() const override;
+    int columnIndex() const override { return m_column; }
+    int rowIndex() const override { return int(m_row); }
+    int columnExtent() const override { return 1; }
+    int rowExtent() const override { return 1; }
+    QAccessibleInterface *table() const override { return QAccessible::queryAccessibleInterface(m_grid); }
+
+private:
+    CUGCtrl *m_grid;
+    int m_column;
+    long m_row;
+};
+
+} // namespace
+
+// The grid: children are the cells row by row.
+class CUGAccessibleGrid final : public QAccessibleWidget, public QAccessibleTableInterface
+{
+public:
+    explicit CUGAccessibleGrid(CUGCtrl *grid)
+        : QAccessibleWidget(grid, QAccessible::Table)
+    {
+    }
+    ~CUGAccessibleGrid() override { forgetCells(); }
+
+    CUGCtrl *grid() const { return static_cast<CUGCtrl *>(object()); }
+
+    // Cells are made once per position and kept until the shape changes.
+    QAccessibleInterface *cell(int column, long row) const
+    {
+        if (column < -grid()->GetSideHeadingColumns() || column >= grid()->GetColumnCount()
+            || row < -grid()->GetTopHeadingRows() || row >= grid()->GetRowCount())
+            return nullptr;
+        const qint64 key = (qint64(row) << 20) ^ qint64(column + 64);
+        if (const auto found = m_cells.constFind(key); found != m_cells.constEnd())
+            return QAccessible::accessibleInterface(*found);
+        auto *made = new CUGAccessibleCell(grid(), column, row);
+        m_cells.insert(key, QAccessible::registerAccessibleInterface(made));
+        return made;
+    }
+
+    void forgetCells()
+    {
+        for (const QAccessible::Id id : std::as_const(m_cells))
+            QAccessible::deleteAccessibleInterface(id);
+        m_cells.clear();
+    }
+
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::TableInterface ? static_cast<QAccessibleTableInterface *>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
+    }
+
+    // Children: the cells, row by row.
+    int childCount() const override
+    {
+        const qint64 count = qint64(grid()->GetColumnCount()) * grid()->GetRowCount();
+        return int(std::min<qint64>(count, INT32_MAX));
+    }
+    QAccessibleInterface *child(int index) const override
+    {
+        const int columns = grid()->GetColumnCount();
+        if (index < 0 || columns == 0)
+            return nullptr;
+        return cell(index % columns, index / columns);
+    }
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        if (!child || child->parent() != this)
+            return -1;
+        auto *asCell = const_cast<QAccessibleInterface *>(child)->tableCellInterface();
+        if (!asCell || asCell->rowIndex() < 0 || asCell->columnIndex() < 0)
+            return -1;
+        return asCell->rowIndex() * grid()->GetColumnCount() + asCell->columnIndex();
+    }
+    QAccessibleInterface *focusChild() const override
+    {
+        return cell(grid()->GetCurrentCol(), grid()->GetCurrentRow());
+    }
+    QAccessibleInterface *childAt(int x, int y) const override
+    {
+        const QPoint local = grid()->GetGridWidget()->mapFromGlobal(QPoint(x, y));
+        int column = -1;
+        long row = -1;
+        if (grid()->GetCellFromPoint(local, column, row) != ug::Success)
+            return nullptr;
+        return cell(column, row);
+    }
+
+    QAccessibleInterface *caption() const override { return nullptr; }
+    QAccessibleInterface *summary() const override { return nullptr; }
+    QAccessibleInterface *cellAt(int row, int column) const override { return cell(column, row); }
+    int columnCount() const override { return grid()->GetColumnCount(); }
+    int rowCount() const override { return int(std::min<long>(grid()->GetRowCount(), INT32_MAX)); }
+    QString columnDescription(int column) const override { return grid()->GetCellText(column, -1); }
+    QString rowDescription(int row) const override { return grid()->GetCellText(-1, row); }
+
+    int selectedCellCount() const override { return int(selectedCells().size()); }
+    QList<QAccessibleInterface *> selectedCells() const override
+    {
+        QList<QAccessibleInterface *> cells;
+        int column = -1;
+        long row = -1;
+        for (int found = grid()->FirstSelected(column, row); found == ug::Success && cells.size() < 10000;
+             found = grid()->NextSelected(column, row))
+            cells.append(cell(column, row));
+        return cells;
+    }
+    // Whole rows and columns are not a selection unit of the grid.
+    int selectedColumnCount() const override { return 0; }
+    int selectedRowCount() const override { return 0; }
+    QList<int> selectedColumns() const override { return {}; }
+    QList<int> selectedRows() const override { return {}; }
+    bool isColumnSelected(int) const override { return false; }
+    bool isRowSelected(int) const override { return false; }
+    bool selectRow(int row) override { return grid()->MoveToCell(std::max(0, grid()->GetCurrentCol()), row) == 0; }
+    bool selectColumn(int column) override
+    {
+        return grid()->MoveToCell(column, std::max(0L, grid()->GetCurrentRow())) == 0;
+    }
+    bool unselectRow(int) override { return false; }
+    bool unselectColumn(int) override { return false; }
+    void modelChange(QAccessibleTableModelChangeEvent *) override { forgetCells(); }
+
+private:
+    mutable QHash<qint64, QAccessible::Id> m_cells;
+};
+
+namespace {
+
+QList<QAccessibleInterface *> headings(const CUGAccessibleGrid *table, int count, bool columnHeadings, int index)
+{
+    QList<QAccessibleInterface *> cells;
+    if (!table)
+        return cells;
+    for (int heading = -count; heading < 0; ++heading) {
+        if (QAccessibleInterface *found
+            = columnHeadings ? table->cell(index, heading) : table->cell(heading, index))
+            cells.append(found);
+    }
+    return cells;
+}
+
+const CUGAccessibleGrid *tableOf(CUGCtrl *grid)
+{
+    return dynamic_cast<const CUGAccessibleGrid *>(QAccessible::queryAccessibleInterface(grid));
+}
+
+QList<QAccessibleInterface *> CUGAccessibleCell::columnHeaderCells() const
+{
+    if (m_row < 0)
+        return {};
+    return headings(tableOf(m_grid), m_grid->GetTopHeadingRows(), true, m_column);
+}
+
+QList<QAccessibleInterface *> CUGAccessibleCell::rowHeaderCells() const
+{
+    if (m_column < 0)
+        return {};
+    return headings(tableOf(m_grid), m_grid->GetSideHeadingColumns(), false, int(m_row));
+}
+
+QAccessibleInterface *gridFactory(const QString &, QObject *object)
+{
+    if (auto *grid = qobject_cast<CUGCtrl *>(object))
+        return new CUGAccessibleGrid(grid);
+    return nullptr;
+}
+
+} // namespace
+
+void installGridAccessibility()
+{
+    static const bool installed = [] {
+        QAccessible::installFactory(gridFactory);
+        return true;
+    }();
+    Q_UNUSED(installed);
+}
+
+void notifyGridFocus(CUGCtrl *grid, int column, long row)
+{
+    if (!QAccessible::isActive() || column < 0 || row < 0)
+        return;
+    QAccessibleEvent event(grid, QAccessible::Focus);
+    event.setChild(int(row) * grid->GetColumnCount() + column);
+    QAccessible::updateAccessibility(&event);
+}
+
+void notifyGridReset(CUGCtrl *grid)
+{
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleTableModelChangeEvent event(grid, QAccessibleTableModelChangeEvent::ModelReset);
+    QAccessible::updateAccessibility(&event);
+}
+
+} // namespace vyr

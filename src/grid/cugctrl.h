@@ -1,0 +1,394 @@
+// CUGCtrl: a spreadsheet-like grid window.
+//
+// Cells are addressed by column (int) and row (long): 0 .. count - 1 in the
+// cell area, negative numbers for heading rows above (-1 next to the cells)
+// and heading columns to the left. Cells come from a data store (a CUGMem by
+// default) laid over column defaults; cell types draw them and take mouse and
+// keys; in-place editors change their text. A derived grid steers everything
+// through the virtual hooks below, whose base behaviour is stated with each.
+//
+// Operations return ug::Result codes: 0 done, 1 out of range or not found,
+// 2 refused by a hook or the store, 3 an inverted range.
+//
+// The cell area is the scroll area's viewport; headings and the corner sit
+// in its margins, as Qt's own item views place their headers.
+#ifndef VYR_GRID_CUGCTRL_H
+#define VYR_GRID_CUGCTRL_H
+
+#include "grid/cugcell.h"
+#include "grid/cugcelltype.h"
+#include "grid/cugfinddialog.h"
+#include "grid/cuggridinfo.h"
+#include "grid/ugdefs.h"
+
+#include <QAbstractScrollArea>
+#include <QElapsedTimer>
+#include <QFont>
+#include <QPointer>
+
+#include <array>
+#include <memory>
+#include <vector>
+
+class QHelpEvent;
+
+namespace vyr {
+
+class CUGCnrBtn;
+class CUGEdit;
+class CUGEditBase;
+class CUGGrid;
+class CUGMaskedEdit;
+class CUGSideHdg;
+class CUGTopHdg;
+
+class CUGCtrl : public QAbstractScrollArea
+{
+    Q_OBJECT
+
+public:
+    explicit CUGCtrl(QWidget *parent = nullptr);
+    ~CUGCtrl() override;
+
+    // --- Dimensions
+    int GetColumnCount() const;
+    int SetColumnCount(int count, bool redraw = true);
+    long GetRowCount() const;
+    int SetRowCount(long count, bool redraw = true);
+    // Through the data store, then one row more (less).
+    int InsertRow(long row);
+    int DeleteRow(long row);
+    int AppendRow();
+    int GetTopHeadingRows() const;
+    int SetTopHeadingRows(int count);
+    int GetSideHeadingColumns() const;
+    int SetSideHeadingColumns(int count);
+
+    // --- Cells
+    // The data store's properties only.
+    int GetCell(int column, long row, CUGCell &cell) const;
+    // Column default (the grid default for heading cells and columns out of
+    // range), then the store, then OnCellRead.
+    int GetCellResolved(int column, long row, CUGCell &cell);
+    // OnCellWrite, then into the column's store (a heading column's goes
+    // to the sheet's store).
+    int SetCell(int column, long row, const CUGCell &cell);
+    QString GetCellText(int column, long row);
+    int SetCellText(int column, long row, const QString &text);
+    int DeleteCell(int column, long row);
+
+    // --- Defaults, each a whole cell copied
+    int GetDefaultCell(CUGCell &cell) const;
+    int SetDefaultCell(const CUGCell &cell);
+    int GetHeadingDefaultCell(CUGCell &cell) const;
+    int SetHeadingDefaultCell(const CUGCell &cell);
+    int GetColumnDefault(int column, CUGCell &cell) const;
+    int SetColumnDefault(int column, const CUGCell &cell);
+
+    // --- Data stores
+    // The sheet's store; the grid does not own it. Null restores its own.
+    int SetDefDataSource(CUGDataSource *store);
+    CUGDataSource *GetDataSource(int column) const;
+    int SetColumnDataSource(int column, CUGDataSource *store, int storeColumn);
+
+    // --- Sizes (in device-independent pixels; Qt scales them to the screen)
+    int SetColumnWidth(int column, int width);
+    int GetColumnWidth(int column) const;
+    int SetDefColumnWidth(int width);
+    int SetRowHeight(long row, int height);
+    int GetRowHeight(long row) const;
+    int SetDefRowHeight(int height);
+    int SetSideHeadingWidth(int width);
+    int SetSideHeadingColumnWidth(int column, int width);
+    int GetSideHeadingWidth() const;
+    int SetTopHeadingHeight(int height);
+    int SetTopHeadingRowHeight(int row, int height);
+    int GetTopHeadingHeight() const;
+    int SetVScrollWidth(int width);
+    int SetHScrollHeight(int height);
+    // flags: 1 measures the heading rows too.
+    int FitColumnWidths(int firstColumn, int lastColumn, long rowsToScan, int flags);
+    void SetUserSizingMode(bool allowed);
+
+    // --- Current cell
+    int GetCurrentCol() const;
+    long GetCurrentRow() const;
+    int MoveToCell(int column, long row);
+    enum StepMove { StepUp = 0, StepDown = 1, StepPageUp = 2, StepPageDown = 3, StepFirst = 4, StepLast = 5 };
+    int StepCurrentRow(int move);
+    int GetLeftCol() const;
+    long GetTopRow() const;
+    int SetLeftCol(int column);
+    int SetTopRow(long row);
+
+    // --- Selection
+    int SetMultiSelect(bool multiSelect);
+    bool GetMultiSelect() const;
+    int SetCurrentCellStyle(int style);
+    int SetVScrollMode(int mode);
+    int SelectCell(int column, long row);
+    int SelectRange(int startColumn, long startRow, int endColumn, long endRow);
+    int ClearSelection();
+    bool IsSelected(int column, long row) const;
+    int FirstSelected(int &column, long &row);
+    int NextSelected(int &column, long &row);
+
+    // --- Editing
+    // firstKey (a character) goes to the editor; 0 for none.
+    int BeginEdit(int firstKey = 0);
+    // 1 when the edit ended, 0 when the store or OnEndEdit kept it open.
+    int EndEdit(const QString &text, bool cancelled, bool continueEditing, int nextColumn, long nextRow);
+    bool IsEditing() const { return m_editing; }
+    QWidget *GetEditor() const { return m_activeEditor; }
+    CUGEdit *GetStandardEditor() const { return m_edit; }
+    CUGMaskedEdit *GetMaskedEditor() const { return m_maskedEdit; }
+    // Ends an edit in progress as cancelled.
+    void CancelEdit();
+
+    // --- Fonts and cell types
+    int RegisterFont(const QFont &font);
+    QFont GetFont(int index) const;
+    // The font cells without their own use.
+    void SetDefFont(const QFont &font);
+    QFont GetDefFont() const { return m_defaultFont; }
+    // The grid does not own added types; -1 when the type cannot be added.
+    int RegisterCellType(CUGCellType *type);
+    CUGCellType *GetCellType(int index) const;
+    CUGCellType *GetCellType(const CUGCell &cell) const;
+
+    // --- Drawing and geometry
+    int RepaintCell(int column, long row);
+    void RepaintAll();
+    // The cell's rectangle in the coordinates of the widget that shows it
+    // (the cell area or a heading); 1 when it is not on screen.
+    int GetCellRect(int column, long row, QRect &rect) const;
+    // The cell at a point of the cell area; 1 when there is none.
+    int GetCellFromPoint(const QPoint &point, int &column, long &row) const;
+    // Rows that fit from the top row down.
+    long GetPageRows() const;
+    QWidget *GetGridWidget() const;
+    QWidget *GetTopHeadingWidget() const;
+    QWidget *GetSideHeadingWidget() const;
+    QWidget *GetCornerButton() const;
+    // The rectangles OnLayoutComponents receives, in control coordinates.
+    struct Layout
+    {
+        QRect grid, topHeading, sideHeading, corner, vScroll, hScroll, tabs;
+    };
+    Layout ComponentLayout() const;
+
+    // --- Find and replace
+    // Opens the find (or find and replace) dialog, owned by the grid.
+    void FindDialog();
+    void ReplaceDialog();
+    CUGFindDialog *GetFindDialog() const { return m_findDialog; }
+    // What the dialog's buttons ask for, callable without it.
+    enum FindRequest { FindNextRequest, ReplaceRequest, ReplaceAllRequest };
+    int FindReplace(const QString &findText, const QString &replaceText, int storeFlags, FindRequest request);
+
+    // --- Attaching to a dialog
+    // Takes the place of the dialog's widget with this control ID: same
+    // geometry, tab order and layout slot; the dialog's font becomes the
+    // grid's, a heavier one the headings'. Non-zero on success.
+    int AttachToDialogItem(QWidget *dialog, int controlId);
+
+    // The palette colour of a cell-colour role, for cell types.
+    QColor paletteColour(QPalette::ColorRole role) const;
+    // The font a cell draws with.
+    QFont cellFont(const CUGCell &cell) const;
+    int cellMargin() const { return m_info.margin; }
+    // Where a cell's cell types and editors place widgets.
+    QWidget *widgetShowing(long row, int column) const;
+
+protected:
+    // --- Hooks, in slot order, with their base behaviour
+    virtual void OnGridInit();
+    // 1 allows.
+    virtual int OnAllowCellMove(int oldColumn, long oldRow, int newColumn, long newRow);
+    virtual int OnAllowScroll(int oldLeftColumn, long oldTopRow, int newLeftColumn, long newTopRow);
+    virtual int OnAllowColumnResize(int column);
+    virtual int OnAllowRowResize(long row);
+    virtual int OnAllowTopHeadingResize();
+    virtual int OnAllowSideHeadingResize();
+    virtual void OnColumnChanged(int oldColumn, int newColumn);
+    virtual void OnRowChanged(long oldRow, long newRow);
+    virtual void OnCellChanged(int oldColumn, int newColumn, long oldRow, long newRow);
+    virtual void OnLeftColumnChanged(int oldColumn, int newColumn);
+    virtual void OnTopRowChanged(long oldRow, long newRow);
+    virtual void OnCellLeftClick(int column, long row, bool pressed, const QRect &rect, const QPoint &point,
+                                 bool handled);
+    virtual void OnCellRightClick(int column, long row, bool pressed, const QRect &rect, const QPoint &point,
+                                  bool handled);
+    virtual void OnCellDoubleClick(int column, long row, const QRect &rect, const QPoint &point, bool handled);
+    virtual void OnTopHeadingClick(int column, long row, bool pressed);
+    virtual void OnSideHeadingClick(int column, long row, bool pressed);
+    virtual void OnCornerButtonClick(bool pressed);
+    virtual void OnCellKey(int &key, bool handled);
+    virtual void OnCellChar(QChar &character, bool handled);
+    virtual void OnCellRead(int column, long row, CUGCell &cell);
+    virtual void OnCellWrite(int column, long row, const CUGCell &cell);
+
+public:
+    // Public so that cell types can raise into it; base answers 1.
+    virtual long OnCellTypeEvent(int typeId, int column, long row, int message, std::intptr_t parameter);
+
+protected:
+    // 1 allows; may hand over another editor.
+    virtual int OnBeginEdit(int column, long row, QWidget *&editor);
+    // 1 lets the character into the editor.
+    virtual int OnEditVerify(int column, long row, QWidget *editor, QChar &character);
+    // 1 accepts the text.
+    virtual int OnEndEdit(int column, long row, QWidget *editor, const QString &text, bool cancelled);
+    // 1 allows editing to go on at the (changeable) next cell.
+    virtual int OnEditNextCell(int oldColumn, long oldRow, int &newColumn, long &newRow);
+    virtual void OnMenuCommand(int column, long row, int section, int command);
+    // 1 shows the tip. Base: "Col:%d Row:%ld".
+    virtual int OnCellTipText(int column, long row, int section, QString &text);
+
+public:
+    // Sort comparison; flags bit 2 sorts descending. Public for sorting code.
+    virtual int OnCompareCells(const CUGCell *first, const CUGCell *second, int flags);
+
+protected:
+    virtual void OnLayoutComponents(Layout &layout);
+    virtual QColor OnDefaultBackColour(int section);
+    virtual void OnPaintFocusFrame(QPainter &painter, const QRect &rect);
+    virtual int OnAllowTopHeadingPress(int column);
+    virtual int OnAllowTopHeadingCellPress(int column, long row);
+    // A context menu was asked for; the base offers none.
+    virtual void OnContextMenu(int column, long row, int section, const QPoint &globalPoint);
+
+    // --- Qt events
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    bool viewportEvent(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+
+    // Gives the command to OnMenuCommand with the last context menu's cell.
+    void RunMenuCommand(int command);
+
+    // The sheet's settings, for derived grids that need more than the
+    // operations give.
+    CUGGridInfo &gridInfo() { return m_info; }
+    const CUGGridInfo &gridInfo() const { return m_info; }
+
+private:
+    friend class CUGGrid;
+    friend class CUGTopHdg;
+    friend class CUGSideHdg;
+    friend class CUGCnrBtn;
+    friend class CUGEditBase;
+    friend class CUGAccessibleGrid;
+
+    enum class DragMode { None, Control, Shift, Mouse };
+
+    bool isColumn(int column) const;
+    bool isRow(long row) const;
+    bool isCellPosition(int column, long row) const;
+    CUGDataSource *storeFor(int column, int &storeColumn) const;
+    CUGCellType *typeOf(const CUGCell &cell) const;
+
+    // After every move of the current cell or of the view.
+    void afterPositionChange(DragMode mode);
+    int moveCurrentTo(int column, long row, DragMode mode);
+    bool scrollToShow(int column, long row);
+    int setView(int leftColumn, long topRow);
+    void updateScrollBars();
+    void updateGeometries();
+    int visibleColumnsFrom(int leftColumn) const;
+    long visibleRowsFrom(long topRow, int height) const;
+    int lastLeftColumn() const;
+    long lastTopRow() const;
+
+    // Painting of the parts.
+    void paintCellArea(QPainter &painter, const QRect &dirty);
+    void paintTopHeading(QPainter &painter, const QRect &dirty);
+    void paintSideHeading(QPainter &painter, const QRect &dirty);
+    void paintCorner(QPainter &painter);
+    void paintOneCell(QPainter &painter, int column, long row, const QRect &rect, bool headingCell);
+
+    // Geometry of columns and rows in their widgets.
+    int columnX(int column) const;
+    long rowY(long row) const;
+    int columnAt(int x) const;
+    long rowAt(int y) const;
+    int headingColumnX(int headingColumn) const;
+    int headingRowY(int headingRow) const;
+    int headingColumnAt(int x) const;
+    int headingRowAt(int y) const;
+
+    // Mouse in the parts.
+    void cellAreaMouse(QMouseEvent *event);
+    void cellAreaDoubleClick(QMouseEvent *event);
+    void topHeadingMouse(QMouseEvent *event);
+    void sideHeadingMouse(QMouseEvent *event);
+    void cornerMouse(QMouseEvent *event);
+    bool cellAreaToolTip(QHelpEvent *event);
+    void contextMenuAt(int section, const QPoint &local, const QPoint &global);
+
+    // Keys in the cell area; true when consumed.
+    bool handleCellKey(QKeyEvent *event);
+    int repeatedSteps(QKeyEvent *event);
+
+    // Editors report here.
+    void editorFinished(CUGEditBase *editor, bool refocus);
+    bool editorVerify(QChar &character);
+
+    void notifyAccessibility(int column, long row);
+
+    CUGGridInfo m_info;
+    QFont m_defaultFont;
+    std::vector<QFont> m_fonts;
+    // Added types by index; the first four are the grid's own.
+    std::vector<CUGCellType *> m_cellTypes;
+    std::vector<std::unique_ptr<CUGCellType>> m_standardTypes;
+
+    CUGGrid *m_grid = nullptr;
+    CUGTopHdg *m_topHeading = nullptr;
+    CUGSideHdg *m_sideHeading = nullptr;
+    CUGCnrBtn *m_corner = nullptr;
+    CUGEdit *m_edit = nullptr;
+    CUGMaskedEdit *m_maskedEdit = nullptr;
+    QPointer<CUGFindDialog> m_findDialog;
+
+    // Position last told to the hooks.
+    int m_lastColumn = -1;
+    long m_lastRow = -1;
+    int m_lastLeftColumn = 0;
+    long m_lastTopRow = 0;
+
+    // Editing.
+    bool m_editing = false;
+    QWidget *m_activeEditor = nullptr;
+    int m_editColumn = -1;
+    long m_editRow = -1;
+    CUGCell m_editCell;
+    bool m_endingEdit = false;
+
+    // Mouse sizing of a column, row or heading.
+    enum class Sizing { None, Column, Row, SideHeadingColumn, TopHeadingRow };
+    Sizing m_sizing = Sizing::None;
+    int m_sizingIndex = 0;
+    int m_sizingStart = 0;
+    int m_sizingOriginal = 0;
+    bool m_mouseSelecting = false;
+
+    // Held-down key acceleration.
+    int m_repeatCount = 0;
+    QElapsedTimer m_repeatClock;
+
+    // Last context menu's cell.
+    int m_menuColumn = -1;
+    long m_menuRow = -1;
+    int m_menuSection = 0;
+
+    bool m_updatingScrollBars = false;
+};
+
+} // namespace vyr
+
+#endif // VYR_GRID_CUGCTRL_H

@@ -1,0 +1,90 @@
+#include "grid/cuglstbox.h"
+
+#include "grid/cugstandardtypes.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace vyr {
+
+CUGLstBox::CUGLstBox(CUGDropListType *type, QWidget *parent)
+    : QListWidget(parent)
+    , m_type(type)
+{
+    setObjectName(QStringLiteral("CUGLstBox"));
+    setWindowFlags(Qt::Popup);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setMouseTracking(true);
+    // Hovering moves the current entry, as pop-up lists do.
+    connect(this, &QListWidget::itemEntered, this, [this](QListWidgetItem *item) { setCurrentItem(item); });
+}
+
+void CUGLstBox::chooseCurrent()
+{
+    const int index = currentRow();
+    if (index < 0 || m_done)
+        return;
+    m_done = true;
+    const QString text = item(index)->text();
+    CUGDropListType *type = m_type;
+    close();
+    type->choose(index, text);
+}
+
+void CUGLstBox::dismiss()
+{
+    m_done = true;
+    close();
+}
+
+void CUGLstBox::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (currentRow() >= 0)
+            chooseCurrent();
+        return;
+    case Qt::Key_Escape:
+        m_done = true;
+        close();
+        m_type->closedWithoutChoice(false);
+        return;
+    default:
+        QListWidget::keyPressEvent(event);
+    }
+}
+
+void CUGLstBox::mouseReleaseEvent(QMouseEvent *event)
+{
+    QListWidget::mouseReleaseEvent(event);
+    if (QListWidgetItem *under = itemAt(event->position().toPoint())) {
+        setCurrentItem(under);
+        chooseCurrent();
+    }
+}
+
+void CUGLstBox::focusInEvent(QFocusEvent *event)
+{
+    // Item views make the first entry current on focus; a drop list opens
+    // with nothing chosen.
+    const int before = currentRow();
+    QListWidget::focusInEvent(event);
+    if (before < 0 && currentRow() >= 0)
+        setCurrentRow(-1);
+}
+
+void CUGLstBox::hideEvent(QHideEvent *event)
+{
+    QListWidget::hideEvent(event);
+    if (!m_done) {
+        // A click elsewhere took the list away.
+        m_done = true;
+        m_type->closedWithoutChoice(true);
+        close();
+    }
+}
+
+} // namespace vyr

@@ -1,0 +1,357 @@
+// The standard cell types, best fit, find and replace, and what assistive
+// technology sees of a grid.
+#include "recordinggrid.h"
+
+#include "grid/cugstandardtypes.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+
+using namespace vyr;
+using vyr::test::RecordingGrid;
+
+namespace {
+
+// Closes the next message box and reports its texts.
+void answerNextMessageBox(QString *caption, QString *text)
+{
+    QTimer::singleShot(0, [caption, text] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        *caption = box->windowTitle();
+        *text = box->text();
+        box->accept();
+    });
+}
+
+} // namespace
+
+class tst_CUGCellTypes : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void standardTypesHaveTheirIndices();
+    void checkBoxCycles_data();
+    void checkBoxCycles();
+    void dropListOpensChoosesAndCloses();
+    void dropListRefusals();
+    void dropListEntriesNeedALineFeed();
+    void fitColumnWidthsMeasuresTheCells();
+    void findAndReplace();
+    void findDialogFlags();
+    void accessibleTable();
+
+private:
+    static void showActive(QWidget &widget)
+    {
+        widget.show();
+        widget.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&widget));
+    }
+};
+
+void tst_CUGCellTypes::standardTypesHaveTheirIndices()
+{
+    RecordingGrid grid;
+    QCOMPARE(grid.GetCellType(0)->TypeName(), QString("Normal Cell Type (default)"));
+    QCOMPARE(grid.GetCellType(1)->TypeName(), QString("DropList"));
+    QCOMPARE(grid.GetCellType(2)->TypeName(), QString("CheckBox"));
+    QCOMPARE(grid.GetCellType(3)->TypeName(), QString("Side Arrows"));
+    // Unknown indices fall back to the normal type.
+    QCOMPARE(grid.GetCellType(-3), grid.GetCellType(0));
+    QCOMPARE(grid.GetCellType(99), grid.GetCellType(0));
+    CUGCheckBoxType added;
+    QCOMPARE(grid.RegisterCellType(&added), 4);
+    QCOMPARE(grid.RegisterCellType(&added), 4);
+    QCOMPARE(grid.RegisterCellType(nullptr), -1);
+    QCOMPARE(added.RaiseEvent(0, 0, 77, 5), 1L);
+    QCOMPARE(grid.log.last(), QString("event 77"));
+}
+
+void tst_CUGCellTypes::checkBoxCycles_data()
+{
+    QTest::addColumn<int>("parameter");
+    QTest::addColumn<bool>("readOnly");
+    QTest::addColumn<QList<int>>("values");
+    QTest::newRow("two states") << 0 << false << QList<int>{1, 0, 1};
+    QTest::newRow("three states") << int(ug::ParamCheckTriState) << false << QList<int>{1, 2, 0};
+    QTest::newRow("read-only") << 0 << true << QList<int>{0, 0, 0};
+}
+
+void tst_CUGCellTypes::checkBoxCycles()
+{
+    QFETCH(int, parameter);
+    QFETCH(bool, readOnly);
+    QFETCH(QList<int>, values);
+    RecordingGrid grid;
+    showActive(grid);
+    CUGCell cell;
+    cell.setCellType(2);
+    cell.setCellTypeParam(parameter);
+    cell.setReadOnly(readOnly);
+    grid.SetColumnDefault(1, cell);
+    grid.MoveToCell(1, 2);
+    QRect rect;
+    grid.GetCellRect(1, 2, rect);
+    const QRect box = CUGCheckBoxType::BoxRect(rect.adjusted(0, 0, -1, -1), cell);
+
+    // A press in the box, a double click, then Space: one step each.
+    QTest::mouseClick(grid.GetGridWidget(), Qt::LeftButton, {}, box.center());
+    grid.GetCellResolved(1, 2, cell);
+    QCOMPARE(int(cell.number()), values[0]);
+    QTest::mouseDClick(grid.GetGridWidget(), Qt::LeftButton, {}, QPoint(box.right() + 20, box.center().y()));
+    grid.GetCellResolved(1, 2, cell);
+    QCOMPARE(int(cell.number()), values[1]);
+    QTest::keyClick(&grid, Qt::Key_Space);
+    grid.GetCellResolved(1, 2, cell);
+    QCOMPARE(int(cell.number()), values[2]);
+    if (!readOnly) {
+        QCOMPARE(cell.dataType(), CUGCell::NumberData);
+        QCOMPARE(grid.log.count("event 53"), 3);
+        QCOMPARE(grid.writes, 3);
+    } else {
+        QCOMPARE(grid.log.count("event 53"), 0);
+    }
+    // A press beside the box does nothing.
+    const int before = int(cell.number());
+    QTest::mouseClick(grid.GetGridWidget(), Qt::LeftButton, {}, QPoint(box.right() + 20, box.center().y()));
+    grid.GetCellResolved(1, 2, cell);
+    QCOMPARE(int(cell.number()), before);
+}
+
+void tst_CUGCellTypes::dropListOpensChoosesAndCloses()
+{
+    RecordingGrid grid;
+    showActive(grid);
+    CUGCell cell;
+    cell.setCellType(1);
+    cell.setLabel("Red\nGreen\nBlue\n");
+    grid.SetColumnDefault(0, cell);
+    auto *type = static_cast<CUGDropListType *>(grid.GetCellType(1));
+
+    QRect rect;
+    grid.GetCellRect(0, 3, rect);
+    grid.log.clear();
+    QTest::mouseClick(grid.GetGridWidget(), Qt::LeftButton, {}, QPoint(rect.right() - 3, rect.center().y()));
+    QVERIFY(type->IsListOpen());
+    QCOMPARE(grid.GetCurrentRow(), 3L);
+    CUGLstBox *list = type->ListBox();
+    QCOMPARE(list->count(), 3);
+    QCOMPARE(list->item(2)->text(), QString("Blue"));
+    QCOMPARE(list->currentRow(), -1);
+    QVERIFY(grid.log.contains("event 100"));
+
+    grid.log.clear();
+    grid.writes = 0;
+    list->setCurrentRow(1);
+    QTest::keyClick(list, Qt::Key_Return);
+    QCOMPARE(grid.log.filter("event"), QStringList({"event 102", "event 101", "event 103"}));
+    QCOMPARE(grid.GetCellText(0, 3), QString("Green"));
+    QCOMPARE(grid.writes, 1);
+    QTRY_VERIFY(!type->IsListOpen());
+
+    // Enter on the cell opens it again; Escape closes it without a choice.
+    QTest::keyClick(&grid, Qt::Key_Return);
+    QVERIFY(type->IsListOpen());
+    grid.log.clear();
+    QTest::keyClick(type->ListBox(), Qt::Key_Escape);
+    QTRY_VERIFY(!type->IsListOpen());
+    QVERIFY(grid.log.filter("event 10").isEmpty());
+    QCOMPARE(grid.GetCellText(0, 3), QString("Green"));
+
+    // Moving elsewhere closes an open list.
+    QVERIFY(type->OpenList(0, 3));
+    grid.MoveToCell(1, 1);
+    QTRY_VERIFY(!type->IsListOpen());
+}
+
+void tst_CUGCellTypes::dropListRefusals()
+{
+    RecordingGrid grid;
+    showActive(grid);
+    CUGCell cell;
+    cell.setCellType(1);
+    cell.setLabel("a\nb\n");
+    grid.SetColumnDefault(0, cell);
+    auto *type = static_cast<CUGDropListType *>(grid.GetCellType(1));
+    grid.MoveToCell(0, 0);
+
+    grid.typeEvent = [](int, long, int message, std::intptr_t) { return message == ug::DropListStart ? 0L : 1L; };
+    QVERIFY(!type->OpenList(0, 0));
+    QVERIFY(!type->IsListOpen());
+
+    // The list to fill can be changed before it opens.
+    grid.typeEvent = [](int, long, int message, std::intptr_t parameter) {
+        if (message == ug::DropListStart)
+            reinterpret_cast<QStringList *>(parameter)->append("added");
+        return message == ug::DropListSelect ? 0L : 1L;
+    };
+    QVERIFY(type->OpenList(0, 0));
+    QCOMPARE(type->ListBox()->count(), 3);
+    type->ListBox()->setCurrentRow(2);
+    type->ListBox()->chooseCurrent();
+    QVERIFY(grid.GetCellText(0, 0).isNull());
+    QTRY_VERIFY(!type->IsListOpen());
+
+    cell.setReadOnly(true);
+    grid.SetCell(0, 1, cell);
+    QVERIFY(!type->OpenList(0, 1));
+}
+
+void tst_CUGCellTypes::dropListEntriesNeedALineFeed()
+{
+    QCOMPARE(CUGDropListType::EntriesOf("a\nb\n"), QStringList({"a", "b"}));
+    QCOMPARE(CUGDropListType::EntriesOf("a\nb"), QStringList({"a"}));
+    QCOMPARE(CUGDropListType::EntriesOf(""), QStringList());
+    QCOMPARE(CUGDropListType::EntriesOf("\n"), QStringList({""}));
+}
+
+void tst_CUGCellTypes::fitColumnWidthsMeasuresTheCells()
+{
+    RecordingGrid grid(3, 10);
+    showActive(grid);
+    grid.SetCellText(0, 4, "a rather long text in one cell");
+    grid.SetCellText(0, 9, QString(200, QChar('w')));
+    grid.SetCellText(0, -1, "Heading that is longer still than the rest");
+    grid.SetCellText(1, 0, "");
+    QCOMPARE(grid.FitColumnWidths(0, 1, 5, 0), 0);
+    CUGCell cell;
+    grid.GetCellResolved(0, 4, cell);
+    QSize size;
+    grid.GetCellType(0)->MeasureCell(size, cell);
+    QCOMPARE(grid.GetColumnWidth(0), size.width() + 2);
+    QVERIFY(grid.GetColumnWidth(1) >= 3);
+    // Flag 1 measures the headings too; a width never passes the area.
+    QCOMPARE(grid.FitColumnWidths(0, 0, 5, 1), 0);
+    QVERIFY(grid.GetColumnWidth(0) > size.width() + 2);
+    QCOMPARE(grid.FitColumnWidths(0, 0, 10, 0), 0);
+    QCOMPARE(grid.GetColumnWidth(0), grid.GetGridWidget()->width());
+    // A heading column may take up to 1,024 pixels.
+    grid.SetCellText(-1, 2, QString(400, QChar('w')));
+    QCOMPARE(grid.FitColumnWidths(-1, -1, 10, 0), 0);
+    QCOMPARE(grid.GetColumnWidth(-1), 1024);
+}
+
+void tst_CUGCellTypes::findAndReplace()
+{
+    RecordingGrid grid(2, 20);
+    showActive(grid);
+    grid.SetCellText(0, 2, "Alpha");
+    grid.SetCellText(0, 7, "alphabet");
+    grid.SetCellText(0, 12, "beta");
+    grid.SetCellText(1, 15, "alpha in column 1");
+    grid.MoveToCell(0, 0);
+
+    const int partialAnyCase = ug::FindPartial | ug::FindIgnoreCase;
+    QCOMPARE(grid.FindReplace("alpha", {}, partialAnyCase, CUGCtrl::FindNextRequest), 0);
+    QCOMPARE(grid.GetCurrentRow(), 2L);
+    QCOMPARE(grid.FindReplace("alpha", {}, partialAnyCase, CUGCtrl::FindNextRequest), 0);
+    QCOMPARE(grid.GetCurrentRow(), 7L);
+    QCOMPARE(grid.FindReplace("alpha", {}, partialAnyCase | ug::FindUp, CUGCtrl::FindNextRequest), 0);
+    QCOMPARE(grid.GetCurrentRow(), 2L);
+
+    // Whole and case-sensitive: only "Alpha"; nothing below it.
+    QString caption;
+    QString text;
+    answerNextMessageBox(&caption, &text);
+    QCOMPARE(grid.FindReplace("Alpha", {}, 0, CUGCtrl::FindNextRequest), 1);
+    QCOMPARE(caption, QString("Not Found"));
+    QCOMPARE(text, QString("Item not found"));
+    QCOMPARE(grid.GetCurrentRow(), 2L);
+
+    // Replace writes over the current cell, then finds the next one.
+    QCOMPARE(grid.FindReplace("alpha", "omega", partialAnyCase | ug::FindReplace, CUGCtrl::ReplaceRequest), 0);
+    QCOMPARE(grid.GetCellText(0, 2), QString("omega"));
+    QCOMPARE(grid.GetCurrentRow(), 7L);
+    // A replacement holding what is searched for stops after one write.
+    QCOMPARE(grid.FindReplace("alpha", "alphas", partialAnyCase | ug::FindReplace, CUGCtrl::ReplaceRequest), 0);
+    QCOMPARE(grid.GetCellText(0, 7), QString("alphas"));
+    QCOMPARE(grid.GetCurrentRow(), 7L);
+
+    grid.SetCellText(0, 9, "x");
+    grid.SetCellText(0, 11, "x");
+    grid.MoveToCell(0, 0);
+    grid.SetCellText(0, 0, "x");
+    QCOMPARE(grid.FindReplace("x", "y", ug::FindReplace, CUGCtrl::ReplaceAllRequest), 0);
+    QCOMPARE(grid.GetCellText(0, 0), QString("y"));
+    QCOMPARE(grid.GetCellText(0, 9), QString("y"));
+    QCOMPARE(grid.GetCellText(0, 11), QString("y"));
+    QCOMPARE(grid.GetCellText(1, 15), QString("alpha in column 1"));
+}
+
+void tst_CUGCellTypes::findDialogFlags()
+{
+    RecordingGrid grid(1, 10);
+    showActive(grid);
+    grid.SetCellText(0, 5, "needle");
+    grid.MoveToCell(0, 0);
+    QTest::keyClick(&grid, Qt::Key_F, Qt::ControlModifier);
+    CUGFindDialog *dialog = grid.GetFindDialog();
+    QVERIFY(dialog);
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(dialog->storeFlags(), ug::FindPartial | ug::FindIgnoreCase);
+    dialog->wholeWordBox()->setChecked(true);
+    dialog->matchCaseBox()->setChecked(true);
+    dialog->upButton()->setChecked(true);
+    QCOMPARE(dialog->storeFlags(), int(ug::FindUp));
+    dialog->setReplaceDialog(true);
+    QCOMPARE(dialog->storeFlags(), int(ug::FindReplace));
+
+    dialog->setReplaceDialog(false);
+    dialog->downButton()->setChecked(true);
+    QTest::keyClicks(dialog->findEdit(), "needle");
+    QTest::mouseClick(dialog->findNextButton(), Qt::LeftButton);
+    QCOMPARE(grid.GetCurrentRow(), 5L);
+}
+
+void tst_CUGCellTypes::accessibleTable()
+{
+    RecordingGrid grid(3, 4);
+    showActive(grid);
+    grid.SetCellText(1, -1, "Heading");
+    grid.SetCellText(1, 2, "value");
+    grid.MoveToCell(1, 2);
+    QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(&grid);
+    QVERIFY(iface);
+    QCOMPARE(iface->role(), QAccessible::Table);
+    QAccessibleTableInterface *table = iface->tableInterface();
+    QVERIFY(table);
+    QCOMPARE(table->rowCount(), 4);
+    QCOMPARE(table->columnCount(), 3);
+    QCOMPARE(iface->childCount(), 12);
+    QAccessibleInterface *cell = table->cellAt(2, 1);
+    QVERIFY(cell);
+    QCOMPARE(cell->text(QAccessible::Name), QString("value"));
+    QCOMPARE(iface->indexOfChild(cell), 7);
+    QCOMPARE(iface->child(7), cell);
+    QCOMPARE(iface->focusChild(), cell);
+    QVERIFY(cell->state().selected);
+    QAccessibleTableCellInterface *asCell = cell->tableCellInterface();
+    QVERIFY(asCell);
+    const QList<QAccessibleInterface *> headers = asCell->columnHeaderCells();
+    QCOMPARE(headers.size(), 1);
+    QCOMPARE(headers[0]->role(), QAccessible::ColumnHeader);
+    QCOMPARE(headers[0]->text(QAccessible::Name), QString("Heading"));
+    QCOMPARE(table->columnDescription(1), QString("Heading"));
+    QCOMPARE(table->selectedCellCount(), 1);
+    QVERIFY(table->selectRow(3));
+    QCOMPARE(grid.GetCurrentRow(), 3L);
+
+    // The cells go when the shape changes, and come back for the new one.
+    QAccessibleTableModelChangeEvent reset(&grid, QAccessibleTableModelChangeEvent::ModelReset);
+    table->modelChange(&reset);
+    grid.SetRowCount(2);
+    QVERIFY(!table->cellAt(3, 1));
+    QCOMPARE(table->cellAt(1, 1)->text(QAccessible::Name), QString());
+}
+
+QTEST_MAIN(tst_CUGCellTypes)
+#include "tst_cugcelltypes.moc"
