@@ -3,6 +3,7 @@
 #include <QLocale>
 
 #include <cstdio>
+#include <utility>
 
 namespace vyr {
 
@@ -106,6 +107,15 @@ void CUGCell::addRareFrom(const Rare &source, std::uint32_t set)
 void CUGCell::addInfoFrom(const CUGCell &source)
 {
     const std::uint32_t set = source.m_mask;
+    // The common stored cell: a text, maybe with its data type.
+    if ((set & ~std::uint32_t(Text | DataType)) == 0) {
+        if (set & Text)
+            m_text = source.m_text;
+        if (set & DataType)
+            m_dataType = source.m_dataType;
+        m_mask |= set;
+        return;
+    }
     takeIfSet(set, m_text, source.m_text, Text);
     takeIfSet(set, m_dataType, source.m_dataType, DataType);
     takeIfSet(set, m_userValue, source.m_userValue, UserValue);
@@ -142,6 +152,14 @@ void CUGCell::clearAll()
 void CUGCell::setText(const QString &text)
 {
     store(m_text, text, Text);
+}
+
+QString CUGCell::takeText()
+{
+    if (!isSet(Text))
+        return QString();
+    m_mask &= ~std::uint32_t(Text);
+    return std::exchange(m_text, QString());
 }
 
 void CUGCell::setMask(const QString &mask)

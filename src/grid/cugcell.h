@@ -81,6 +81,8 @@ public:
     // The stored text without a copy; empty when not set.
     const QString &textRef() const;
     void setText(const QString &text);
+    // Moves the text out; the cell is left without text.
+    QString takeText();
     QString mask() const { return isSet(Mask) ? rare().maskText : QString(); }
     void setMask(const QString &mask);
     QString label() const { return isSet(Label) ? rare().label : QString(); }

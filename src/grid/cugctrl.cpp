@@ -252,18 +252,23 @@ int CUGCtrl::GetCell(int column, long row, CUGCell &cell) const
 int CUGCtrl::GetCellResolved(int column, long row, CUGCell &cell)
 {
     cell.clearAll();
+    const bool inside = isCellPosition(column, row);
     // Heading rows are not the column's cells: they start from the grid
     // default, as heading columns do.
-    if (column >= 0 && column < m_info.numberOfColumns && row >= 0)
-        cell.copyInfoFrom(m_info.columns[std::size_t(column)].defaults);
-    else
+    if (inside && column >= 0 && row >= 0) {
+        const CUGColumnInfo &info = m_info.columns[std::size_t(column)];
+        if (info.defaults.propertyMask() != 0)
+            cell.copyInfoFrom(info.defaults);
+        (info.dataSource ? info.dataSource : m_info.dataSource)->GetCell(info.dataSourceColumn, row, cell);
+    } else {
         cell.copyInfoFrom(m_info.gridDefault);
-    if (row < m_info.numberOfRows && isCellPosition(column, row)) {
-        int storeColumn = 0;
-        storeFor(column, storeColumn)->GetCell(storeColumn, row, cell);
+        if (inside) {
+            int storeColumn = 0;
+            storeFor(column, storeColumn)->GetCell(storeColumn, row, cell);
+        }
     }
     OnCellRead(column, row, cell);
-    return isCellPosition(column, row) ? ug::Success : ug::OutOfRange;
+    return inside ? ug::Success : ug::OutOfRange;
 }
 
 int CUGCtrl::SetCell(int column, long row, const CUGCell &cell)
@@ -281,7 +286,7 @@ QString CUGCtrl::GetCellText(int column, long row)
     CUGCell cell;
     if (GetCellResolved(column, row, cell) != ug::Success)
         return QString();
-    return cell.text();
+    return cell.takeText();
 }
 
 int CUGCtrl::SetCellText(int column, long row, const QString &text)

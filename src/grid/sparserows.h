@@ -35,9 +35,8 @@ public:
             for (int step = 0; step < kCursorSteps; ++step) {
                 if (row == m_cursor.number)
                     return &m_cursor.node->value;
-                if (!peekSuccessor() || nextNumber() > row)
+                if (!advanceUpTo(row))
                     return nullptr;
-                advance();
             }
         }
         return seek(row);
@@ -110,12 +109,14 @@ private:
         {
             span = gap + 1;
         }
-        Value value{};
+        // The links first: a walk reads them before the value, and memory
+        // read upwards is what the processor fetches ahead.
         long gap; // empty rows between the previous stored row and this one
         long span; // rows this subtree covers, its gaps included
-        std::uint32_t priority;
         Node *left = nullptr;
         Node *right = nullptr;
+        std::uint32_t priority;
+        Value value{};
     };
 
     // A stored row with the path to it: the ancestors whose left subtree
@@ -164,25 +165,18 @@ private:
         return nullptr;
     }
 
-    bool peekSuccessor() const { return m_cursor.node->right || !m_cursor.pending.empty(); }
-
-    // The row number of the stored row after the cursor's; there must be one.
-    long nextNumber() const
-    {
-        if (Node *node = m_cursor.node->right) {
-            while (node->left)
-                node = node->left;
-            return m_cursor.number + 1 + node->gap;
-        }
-        const auto &[node, start] = m_cursor.pending.back();
-        return start + span(node->left) + node->gap;
-    }
-
-    void advance() const
+    // Moves the cursor to the next stored row unless that row comes after
+    // `row`; false when it does, or when there is none.
+    bool advanceUpTo(long row) const
     {
         Cursor &cursor = m_cursor;
         if (Node *node = cursor.node->right) {
             const long start = cursor.number + 1;
+            Node *first = node;
+            while (first->left)
+                first = first->left;
+            if (start + first->gap > row)
+                return false;
             while (node->left) {
                 cursor.pending.emplace_back(node, start);
                 node = node->left;
@@ -190,13 +184,19 @@ private:
             cursor.node = node;
             cursor.start = start;
             cursor.number = start + node->gap;
-            return;
+            return true;
         }
+        if (cursor.pending.empty())
+            return false;
         const auto [node, start] = cursor.pending.back();
+        const long number = start + span(node->left) + node->gap;
+        if (number > row)
+            return false;
         cursor.pending.pop_back();
         cursor.node = node;
         cursor.start = start;
-        cursor.number = start + span(node->left) + node->gap;
+        cursor.number = number;
+        return true;
     }
 
     static long span(const Node *node) { return node ? node->span : 0; }
