@@ -12,7 +12,7 @@ shift || true
 "$root/scripts/build.sh" fuzz >/dev/null
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
-    targets=(decode_wwjd decode_user csv_split split_words numbers pattern ini gui_definition attr_types format_info feature_json name_rules)
+    targets=(decode_wwjd decode_user csv_split split_words numbers pattern ini gui_definition attr_types format_info feature_json name_rules edit_mask)
 fi
 status=0
 for target in "${targets[@]}"; do

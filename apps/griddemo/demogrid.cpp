@@ -39,7 +39,7 @@ DemoGrid::DemoGrid(long rows, QWidget *parent)
     SetColumnWidth(ColourColumn, 100);
     SetColumnWidth(PhoneColumn, 120);
     SetColumnWidth(AmountColumn, 100);
-    SetColumnWidth(MarkerColumn, 50);
+    SetColumnWidth(MarkerColumn, 70);
 
     static const char *const colours[] = {"Red", "Green", "Blue", "Yellow"};
     SetRowCount(rows, false);

@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QGuiApplication>
+#include <QImage>
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -57,7 +58,14 @@ bool saveScreenshot(QMainWindow &window, const QString &file)
     }
     if (shot.isNull())
         shot = window.grab();
-    return shot.save(file, "PNG");
+    // A picture of one colour means nothing was drawn.
+    const QImage image = shot.toImage();
+    bool drawn = false;
+    for (int y = 0; y < image.height() && !drawn; y += 7) {
+        for (int x = 0; x < image.width() && !drawn; x += 7)
+            drawn = image.pixel(x, y) != image.pixel(0, 0);
+    }
+    return drawn && shot.save(file, "PNG");
 }
 
 } // namespace

@@ -46,8 +46,16 @@ CUGCtrl::CUGCtrl(QWidget *parent)
 
 CUGCtrl::~CUGCtrl()
 {
-    for (CUGCellType *type : m_cellTypes)
+    // Added cell types belong to the derived grid and are gone by now; only
+    // the grid's own may still close their pop-ups.
+    for (const auto &type : m_standardTypes)
         type->OnClosePopups();
+    // The editors go first, so that no focus change reaches a half
+    // destroyed grid.
+    m_editing = false;
+    m_endingEdit = true;
+    delete m_edit;
+    delete m_maskedEdit;
     if (m_findDialog)
         delete m_findDialog.data();
 }

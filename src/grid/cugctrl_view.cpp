@@ -1231,7 +1231,7 @@ int CUGCtrl::AttachToDialogItem(QWidget *dialog, int controlId)
     setSizePolicy(placeholder->sizePolicy());
     setMinimumSize(placeholder->minimumSize());
     if (QLayout *layout = parent->layout())
-        layout->replaceWidget(placeholder, this, Qt::FindChildrenRecursively);
+        delete layout->replaceWidget(placeholder, this, Qt::FindChildrenRecursively);
     QWidget::setTabOrder(placeholder, this);
     placeholder->setProperty("controlId", QVariant());
     placeholder->hide();

@@ -28,6 +28,7 @@ public:
     int writes = 0;
     bool refuseMoves = false;
     bool refuseScroll = false;
+    bool refuseColumnResize = false;
     std::function<int(const QString &, bool)> endEdit;
     std::function<bool(QChar &)> verify;
     std::function<long(int, int, long, std::intptr_t)> typeEvent;
@@ -45,6 +46,7 @@ protected:
         return refuseMoves ? 0 : 1;
     }
     int OnAllowScroll(int, long, int, long) override { return refuseScroll ? 0 : 1; }
+    int OnAllowColumnResize(int) override { return refuseColumnResize ? 0 : 1; }
     void OnColumnChanged(int oldColumn, int newColumn) override
     {
         log << QStringLiteral("column %1>%2").arg(oldColumn).arg(newColumn);

@@ -9,6 +9,7 @@
 
 #include <QDialog>
 #include <QHelpEvent>
+#include <QScrollBar>
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <QtTest>
@@ -29,6 +30,8 @@ private slots:
     void rowsOpenAndCloseThroughTheStore();
     void movingNotifiesInOrder();
     void refusedMovesKeepTheCurrentCell();
+    void scrollBarsMoveTheViewUnlessRefused();
+    void headingEdgesResizeColumns();
     void keyboardNavigation_data();
     void keyboardNavigation();
     void selectionFollowsControlAndShift();
@@ -230,6 +233,63 @@ void tst_CUGCtrl::refusedMovesKeepTheCurrentCell()
     QCOMPARE(grid.MoveToCell(3, 3), 2);
     QVERIFY(grid.log.isEmpty());
     grid.SetDefDataSource(nullptr);
+}
+
+void tst_CUGCtrl::scrollBarsMoveTheViewUnlessRefused()
+{
+    RecordingGrid grid(20, 500);
+    showActive(grid);
+    grid.log.clear();
+    grid.verticalScrollBar()->setValue(100);
+    QCOMPARE(grid.GetTopRow(), 100L);
+    QVERIFY(grid.log.contains("top 100"));
+    grid.horizontalScrollBar()->setValue(3);
+    QCOMPARE(grid.GetLeftCol(), 3);
+    QVERIFY(grid.log.contains("left 3"));
+
+    grid.refuseScroll = true;
+    grid.verticalScrollBar()->setValue(200);
+    QCOMPARE(grid.GetTopRow(), 100L);
+    QCOMPARE(grid.verticalScrollBar()->value(), 100);
+    QCOMPARE(grid.SetTopRow(300), 2);
+    grid.refuseScroll = false;
+
+    // Page Down moves by the rows that fit and keeps the current row shown.
+    grid.MoveToCell(0, 100);
+    const long page = grid.GetPageRows();
+    QTest::keyClick(&grid, Qt::Key_PageDown);
+    QCOMPARE(grid.GetCurrentRow(), 100 + page);
+    QRect rect;
+    QCOMPARE(grid.GetCellRect(0, grid.GetCurrentRow(), rect), 0);
+    QVERIFY(grid.GetGridWidget()->rect().contains(rect));
+}
+
+void tst_CUGCtrl::headingEdgesResizeColumns()
+{
+    RecordingGrid grid;
+    showActive(grid);
+    QWidget *heading = grid.GetTopHeadingWidget();
+    const int edge = grid.GetColumnWidth(0);
+    const int y = heading->height() / 2;
+    QTest::mousePress(heading, Qt::LeftButton, {}, QPoint(edge - 1, y));
+    QMouseEvent move(QEvent::MouseMove, QPointF(edge + 29, y), heading->mapToGlobal(QPointF(edge + 29, y)),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(heading, &move);
+    QTest::mouseRelease(heading, Qt::LeftButton, {}, QPoint(edge + 29, y));
+    QCOMPARE(grid.GetColumnWidth(0), edge + 30);
+
+    grid.refuseColumnResize = true;
+    const int second = grid.GetColumnWidth(0) + grid.GetColumnWidth(1);
+    QTest::mousePress(heading, Qt::LeftButton, {}, QPoint(second, y));
+    QApplication::sendEvent(heading, &move);
+    QTest::mouseRelease(heading, Qt::LeftButton, {}, QPoint(second + 30, y));
+    QCOMPARE(grid.GetColumnWidth(1), 75);
+
+    grid.SetUserSizingMode(false);
+    grid.refuseColumnResize = false;
+    QTest::mousePress(heading, Qt::LeftButton, {}, QPoint(edge + 30, y));
+    QApplication::sendEvent(heading, &move);
+    QCOMPARE(grid.GetColumnWidth(0), edge + 30);
 }
 
 void tst_CUGCtrl::keyboardNavigation_data()
