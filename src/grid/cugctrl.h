@@ -277,10 +277,7 @@ protected:
     const CUGGridInfo &gridInfo() const { return m_info; }
 
 private:
-    friend class CUGGrid;
-    friend class CUGTopHdg;
-    friend class CUGSideHdg;
-    friend class CUGCnrBtn;
+    friend class CUGSection;
     friend class CUGEditBase;
     friend class CUGAccessibleGrid;
 
@@ -303,6 +300,10 @@ private:
     long visibleRowsFrom(long topRow, int height) const;
     int lastLeftColumn() const;
     long lastTopRow() const;
+
+    // The parts draw and take the mouse here.
+    void paintSection(int section, QPainter &painter, const QRect &dirty);
+    void sectionMouse(int section, QMouseEvent *event);
 
     // Painting of the parts.
     void paintCellArea(QPainter &painter, const QRect &dirty);

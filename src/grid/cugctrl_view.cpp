@@ -637,6 +637,42 @@ void CUGCtrl::RepaintAll()
     m_corner->update();
 }
 
+void CUGCtrl::paintSection(int section, QPainter &painter, const QRect &dirty)
+{
+    switch (section) {
+    case ug::CellArea:
+        paintCellArea(painter, dirty);
+        break;
+    case ug::TopHeading:
+        paintTopHeading(painter, dirty);
+        break;
+    case ug::SideHeading:
+        paintSideHeading(painter, dirty);
+        break;
+    default:
+        paintCorner(painter);
+        break;
+    }
+}
+
+void CUGCtrl::sectionMouse(int section, QMouseEvent *event)
+{
+    switch (section) {
+    case ug::CellArea:
+        cellAreaMouse(event);
+        break;
+    case ug::TopHeading:
+        topHeadingMouse(event);
+        break;
+    case ug::SideHeading:
+        sideHeadingMouse(event);
+        break;
+    default:
+        cornerMouse(event);
+        break;
+    }
+}
+
 void CUGCtrl::paintOneCell(QPainter &painter, int column, long row, const QRect &rect, bool headingCell)
 {
     CUGCell cell;
@@ -1036,7 +1072,7 @@ bool CUGCtrl::viewportEvent(QEvent *event)
     switch (event->type()) {
     case QEvent::Paint: {
         QPainter painter(m_grid);
-        paintCellArea(painter, static_cast<QPaintEvent *>(event)->rect());
+        paintSection(ug::CellArea, painter, static_cast<QPaintEvent *>(event)->rect());
         return true;
     }
     case QEvent::MouseButtonPress:

@@ -9,105 +9,61 @@
 
 namespace vyr {
 
-CUGSection::CUGSection(CUGCtrl *ctrl, QWidget *parent, int controlId)
-    : QWidget(parent)
+CUGSection::CUGSection(CUGCtrl *ctrl, ug::Section section, int controlId, const char *name)
+    : QWidget(ctrl)
     , m_ctrl(ctrl)
+    , m_section(section)
 {
+    setObjectName(QLatin1String(name));
     setProperty("controlId", controlId);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
 }
 
-CUGGrid::CUGGrid(CUGCtrl *ctrl)
-    : CUGSection(ctrl, ctrl, ug::GridId)
+void CUGSection::paintEvent(QPaintEvent *event)
 {
-    setObjectName(QStringLiteral("CUGGrid"));
+    QPainter painter(this);
+    m_ctrl->paintSection(m_section, painter, event->rect());
+}
+
+void CUGSection::mousePressEvent(QMouseEvent *event)
+{
+    m_ctrl->sectionMouse(m_section, event);
+}
+
+void CUGSection::mouseMoveEvent(QMouseEvent *event)
+{
+    m_ctrl->sectionMouse(m_section, event);
+}
+
+void CUGSection::mouseReleaseEvent(QMouseEvent *event)
+{
+    m_ctrl->sectionMouse(m_section, event);
+}
+
+void CUGSection::contextMenuEvent(QContextMenuEvent *event)
+{
+    m_ctrl->contextMenuAt(m_section, event->pos(), event->globalPos());
+}
+
+CUGGrid::CUGGrid(CUGCtrl *ctrl)
+    : CUGSection(ctrl, ug::CellArea, ug::GridId, "CUGGrid")
+{
 }
 
 CUGTopHdg::CUGTopHdg(CUGCtrl *ctrl)
-    : CUGSection(ctrl, ctrl, ug::TopHeadingId)
+    : CUGSection(ctrl, ug::TopHeading, ug::TopHeadingId, "CUGTopHdg")
 {
-    setObjectName(QStringLiteral("CUGTopHdg"));
-}
-
-void CUGTopHdg::paintEvent(QPaintEvent *event)
-{
-    QPainter painter(this);
-    ctrl()->paintTopHeading(painter, event->rect());
-}
-
-void CUGTopHdg::mousePressEvent(QMouseEvent *event)
-{
-    ctrl()->topHeadingMouse(event);
-}
-
-void CUGTopHdg::mouseMoveEvent(QMouseEvent *event)
-{
-    ctrl()->topHeadingMouse(event);
-}
-
-void CUGTopHdg::mouseReleaseEvent(QMouseEvent *event)
-{
-    ctrl()->topHeadingMouse(event);
-}
-
-void CUGTopHdg::contextMenuEvent(QContextMenuEvent *event)
-{
-    ctrl()->contextMenuAt(ug::TopHeading, event->pos(), event->globalPos());
 }
 
 CUGSideHdg::CUGSideHdg(CUGCtrl *ctrl)
-    : CUGSection(ctrl, ctrl, ug::SideHeadingId)
+    : CUGSection(ctrl, ug::SideHeading, ug::SideHeadingId, "CUGSideHdg")
 {
-    setObjectName(QStringLiteral("CUGSideHdg"));
-}
-
-void CUGSideHdg::paintEvent(QPaintEvent *event)
-{
-    QPainter painter(this);
-    ctrl()->paintSideHeading(painter, event->rect());
-}
-
-void CUGSideHdg::mousePressEvent(QMouseEvent *event)
-{
-    ctrl()->sideHeadingMouse(event);
-}
-
-void CUGSideHdg::mouseMoveEvent(QMouseEvent *event)
-{
-    ctrl()->sideHeadingMouse(event);
-}
-
-void CUGSideHdg::mouseReleaseEvent(QMouseEvent *event)
-{
-    ctrl()->sideHeadingMouse(event);
-}
-
-void CUGSideHdg::contextMenuEvent(QContextMenuEvent *event)
-{
-    ctrl()->contextMenuAt(ug::SideHeading, event->pos(), event->globalPos());
 }
 
 CUGCnrBtn::CUGCnrBtn(CUGCtrl *ctrl)
-    : CUGSection(ctrl, ctrl, ug::CornerButtonId)
+    : CUGSection(ctrl, ug::CornerButton, ug::CornerButtonId, "CUGCnrBtn")
 {
-    setObjectName(QStringLiteral("CUGCnrBtn"));
-}
-
-void CUGCnrBtn::paintEvent(QPaintEvent *)
-{
-    QPainter painter(this);
-    ctrl()->paintCorner(painter);
-}
-
-void CUGCnrBtn::mousePressEvent(QMouseEvent *event)
-{
-    ctrl()->cornerMouse(event);
-}
-
-void CUGCnrBtn::mouseReleaseEvent(QMouseEvent *event)
-{
-    ctrl()->cornerMouse(event);
 }
 
 } // namespace vyr

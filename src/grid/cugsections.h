@@ -1,8 +1,11 @@
 // The parts of a grid window: the cell area, the heading rows, the heading
 // columns and the corner button. Each draws and takes the mouse through its
-// CUGCtrl, which holds every piece of state; the parts only say where.
+// CUGCtrl, which holds every piece of state; the parts only say which part
+// they are.
 #ifndef VYR_GRID_CUGSECTIONS_H
 #define VYR_GRID_CUGSECTIONS_H
+
+#include "grid/ugdefs.h"
 
 #include <QWidget>
 
@@ -15,17 +18,24 @@ class CUGSection : public QWidget
     Q_OBJECT
 
 public:
-    CUGSection(CUGCtrl *ctrl, QWidget *parent, int controlId);
+    CUGSection(CUGCtrl *ctrl, ug::Section section, int controlId, const char *name);
+
+    ug::Section section() const { return m_section; }
 
 protected:
-    CUGCtrl *ctrl() const { return m_ctrl; }
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
     CUGCtrl *m_ctrl;
+    ug::Section m_section;
 };
 
-// The cell area, the scroll area's viewport: it gets its events through
-// CUGCtrl::viewportEvent, so it only needs to exist.
+// The cell area, the scroll area's viewport: its events come through
+// CUGCtrl::viewportEvent.
 class CUGGrid final : public CUGSection
 {
     Q_OBJECT
@@ -40,13 +50,6 @@ class CUGTopHdg final : public CUGSection
 
 public:
     explicit CUGTopHdg(CUGCtrl *ctrl);
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-    void contextMenuEvent(QContextMenuEvent *event) override;
 };
 
 class CUGSideHdg final : public CUGSection
@@ -55,13 +58,6 @@ class CUGSideHdg final : public CUGSection
 
 public:
     explicit CUGSideHdg(CUGCtrl *ctrl);
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-    void contextMenuEvent(QContextMenuEvent *event) override;
 };
 
 class CUGCnrBtn final : public CUGSection
@@ -70,11 +66,6 @@ class CUGCnrBtn final : public CUGSection
 
 public:
     explicit CUGCnrBtn(CUGCtrl *ctrl);
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
 };
 
 } // namespace vyr
