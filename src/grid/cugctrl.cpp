@@ -558,7 +558,7 @@ int CUGCtrl::FitColumnWidths(int firstColumn, int lastColumn, long rowsToScan, i
         for (long row = firstRow; row < endRow; ++row) {
             GetCellResolved(column, row, cell);
             QSize size;
-            typeOf(cell)->MeasureCell(size, cell);
+            GetCellType(cell)->MeasureCell(size, cell);
             widest = std::max(widest, size.width());
         }
         const int limit = column < 0 ? ug::kMaxHeadingSize : areaWidth;
@@ -627,11 +627,6 @@ CUGCellType *CUGCtrl::GetCellType(int index) const
 }
 
 CUGCellType *CUGCtrl::GetCellType(const CUGCell &cell) const
-{
-    return GetCellType(cell.cellType());
-}
-
-CUGCellType *CUGCtrl::typeOf(const CUGCell &cell) const
 {
     return GetCellType(cell.cellType());
 }

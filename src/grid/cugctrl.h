@@ -287,7 +287,6 @@ private:
     bool isRow(long row) const;
     bool isCellPosition(int column, long row) const;
     CUGDataSource *storeFor(int column, int &storeColumn) const;
-    CUGCellType *typeOf(const CUGCell &cell) const;
 
     // After every move of the current cell or of the view.
     void afterPositionChange(DragMode mode);

@@ -24,7 +24,7 @@ int CUGCtrl::BeginEdit(int firstKey)
     m_info.selection.collapseTo(column, row);
 
     GetCellResolved(column, row, m_editCell);
-    CUGCellType *type = typeOf(m_editCell);
+    CUGCellType *type = GetCellType(m_editCell);
     if (!type->allowsEditing() || m_editCell.isReadOnly()) {
         m_editing = false;
         return ug::OutOfRange;

@@ -327,7 +327,7 @@ int CUGCtrl::setView(int leftColumn, long topRow)
         QRect rect;
         if (GetCellRect(m_editColumn, m_editRow, rect) == ug::Success) {
             rect.adjust(0, 0, -1, -1);
-            typeOf(m_editCell)->EditRect(rect);
+            GetCellType(m_editCell)->EditRect(rect);
             m_activeEditor->setGeometry(rect);
         }
     }
@@ -476,16 +476,16 @@ void CUGCtrl::afterPositionChange(DragMode mode)
     if (cellChanged) {
         if (m_lastColumn >= 0 && m_lastRow >= 0 && isCellPosition(m_lastColumn, m_lastRow)) {
             GetCellResolved(m_lastColumn, m_lastRow, cell);
-            typeOf(cell)->OnKillFocus(m_lastColumn, m_lastRow);
+            GetCellType(cell)->OnKillFocus(m_lastColumn, m_lastRow);
         }
         if (column >= 0 && row >= 0) {
             GetCellResolved(column, row, cell);
-            typeOf(cell)->OnSetFocus(column, row);
+            GetCellType(cell)->OnSetFocus(column, row);
         }
     }
     if (scrolled && column >= 0 && row >= 0) {
         GetCellResolved(column, row, cell);
-        typeOf(cell)->OnScrolled();
+        GetCellType(cell)->OnScrolled();
     }
     RepaintAll();
     updateScrollBars();
@@ -686,14 +686,14 @@ void CUGCtrl::paintOneCell(QPainter &painter, int column, long row, const QRect 
             shown.setBackColor(OnDefaultBackColour(row < 0 ? ug::TopHeading : ug::SideHeading));
         if (!shown.isSet(CUGCell::TextColor))
             shown.setTextColor(paletteColour(QPalette::ButtonText));
-        typeOf(shown)->Paint(painter, rect, column, row, shown, false, false);
+        GetCellType(shown)->Paint(painter, rect, column, row, shown, false, false);
         return;
     }
     const bool current = column == m_info.currentColumn && row == m_info.currentRow;
     const bool selected = IsSelected(column, row) && (!current || m_info.selection.isMultiple());
     painter.save();
     painter.setClipRect(inner);
-    typeOf(cell)->Paint(painter, inner, column, row, cell, selected, current);
+    GetCellType(cell)->Paint(painter, inner, column, row, cell, selected, current);
     painter.restore();
     if (current && !m_editing && m_info.currentCellStyle != 0)
         OnPaintFocusFrame(painter, inner);
@@ -703,7 +703,7 @@ void CUGCtrl::OnPaintFocusFrame(QPainter &painter, const QRect &rect)
 {
     CUGCell cell;
     GetCellResolved(m_info.currentColumn, m_info.currentRow, cell);
-    if (typeOf(cell)->OnPaintFocusFrame(painter, rect))
+    if (GetCellType(cell)->OnPaintFocusFrame(painter, rect))
         return;
     if (m_info.currentCellStyle == 1) {
         QStyleOptionFocusRect option;
@@ -827,7 +827,7 @@ void CUGCtrl::cellAreaMouse(QMouseEvent *event)
         else if (onCell) {
             CUGCell cell;
             GetCellResolved(column, row, cell);
-            typeOf(cell)->OnMouseOver(column, row, point, event->modifiers());
+            GetCellType(cell)->OnMouseOver(column, row, point, event->modifiers());
         }
         return;
     }
@@ -841,7 +841,7 @@ void CUGCtrl::cellAreaMouse(QMouseEvent *event)
     }
     CUGCell cell;
     GetCellResolved(column, row, cell);
-    CUGCellType *type = typeOf(cell);
+    CUGCellType *type = GetCellType(cell);
     if (event->button() == Qt::LeftButton) {
         bool handled = false;
         if (pressed) {
@@ -879,7 +879,7 @@ void CUGCtrl::cellAreaDoubleClick(QMouseEvent *event)
     GetCellRect(column, row, rect);
     CUGCell cell;
     GetCellResolved(column, row, cell);
-    const bool handled = typeOf(cell)->OnDoubleClick(column, row, rect, point) != 0;
+    const bool handled = GetCellType(cell)->OnDoubleClick(column, row, rect, point) != 0;
     OnCellDoubleClick(column, row, rect, point, handled);
 }
 
@@ -1146,7 +1146,7 @@ bool CUGCtrl::handleCellKey(QKeyEvent *event)
     if (column >= 0 && row >= 0) {
         CUGCell cell;
         GetCellResolved(column, row, cell);
-        handled = typeOf(cell)->OnKey(column, row, key) != 0;
+        handled = GetCellType(cell)->OnKey(column, row, key) != 0;
     }
     OnCellKey(key, handled);
     if (key == 0)
@@ -1225,7 +1225,7 @@ bool CUGCtrl::handleCellKey(QKeyEvent *event)
     if (column >= 0 && row >= 0) {
         CUGCell cell;
         GetCellResolved(column, row, cell);
-        charHandled = typeOf(cell)->OnCharDown(column, row, character) != 0;
+        charHandled = GetCellType(cell)->OnCharDown(column, row, character) != 0;
     }
     OnCellChar(character, charHandled);
     return true;
