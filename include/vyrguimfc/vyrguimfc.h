@@ -9,6 +9,7 @@
 #define VYRGUIMFC_H
 
 #include <stdbool.h>
+#include <stddef.h>
 
 #include "vyr/vyr_string.h"
 
@@ -19,7 +20,12 @@
 #endif
 
 #ifdef __cplusplus
+class IVYRFeature;
+class IVYRSession;
 extern "C" {
+#else
+typedef struct IVYRFeature IVYRFeature; /* engine objects: C++ classes */
+typedef struct IVYRSession IVYRSession;
 #endif
 
 /*
@@ -37,6 +43,56 @@ VYRGUIMFC_API bool VYREncodeUserString(VYRStringHandle text); /* always true */
 VYRGUIMFC_API void VYRDecodeUserString(VYRStringHandle text);
 VYRGUIMFC_API void VYRWWJDEncode(VYRStringHandle text);
 VYRGUIMFC_API void VYRWWJDDecode(VYRStringHandle text);
+
+/*
+ * The feature type properties dialog.
+ *
+ * Lets the user edit the schema of one feature type: `schemaFeature` is an
+ * engine feature whose feature type is the feature type's name and whose
+ * attributes hold its schema; `formatCapabilities` describes what its
+ * format allows (comma-separated KEY,VALUE pairs, double quotes around a
+ * value holding a comma; empty: every key takes its default). `parentWindow`
+ * is the owner, a QWidget pointer, or null.
+ *
+ * Runs the dialog modally. On OK the edited schema is written into
+ * `schemaFeature` and the result is true (also when nothing was changed).
+ * On Cancel, on closing the window, and when the dialog cannot be shown, the
+ * feature is left exactly as it was and the result is false. The session and
+ * the feature stay the caller's; nothing of them is kept after the call.
+ */
+VYRGUIMFC_API bool VYRFeatTypeProperties(IVYRSession *session, IVYRFeature *schemaFeature,
+                                         const char *formatCapabilities, void *parentWindow);
+
+/* One other feature type of the workspace: its schema feature (read, and
+ * written when the user applies properties to it) and its format. */
+typedef struct VYRWorkspaceFeatureType {
+    IVYRFeature *schemaFeature;
+    const char *formatCapabilities;
+} VYRWorkspaceFeatureType;
+
+/*
+ * VYRFeatTypeProperties within a workspace: as above, and the dialog also
+ * knows the workspace's other feature types and its schema sources.
+ *
+ * - `others` (`otherCount` entries, may be null when 0): the other feature
+ *   types, in the order the user should see them. Their names are the names
+ *   the edited feature type must not take in the same format, and "Apply to
+ *   Others" writes the chosen properties into the ones the user picks. Pass
+ *   feature types of the edited one's role (all readers or all writers).
+ * - The datasets a writer's feature type can be moved to are its own format
+ *   and the formats of the others (one per format name).
+ * - `schemaSourceFormats` (`schemaSourceCount` capability strings, may be
+ *   null when 0): the readers that can serve as schema sources for dynamic
+ *   schema.
+ *
+ * The result is that of VYRFeatTypeProperties; on Cancel no feature is
+ * changed.
+ */
+VYRGUIMFC_API bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFeature *schemaFeature,
+                                                    const char *formatCapabilities,
+                                                    const VYRWorkspaceFeatureType *others, size_t otherCount,
+                                                    const char *const *schemaSourceFormats, size_t schemaSourceCount,
+                                                    void *parentWindow);
 
 #ifdef __cplusplus
 }

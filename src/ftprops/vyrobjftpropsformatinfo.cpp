@@ -7,6 +7,7 @@
 #include "vyr/IVYRSession.h"
 
 #include <climits>
+#include <utility>
 
 namespace vyr {
 
@@ -37,8 +38,9 @@ int leadingInteger(std::string_view text)
     return static_cast<int>(std::max<long long>(value, INT_MIN));
 }
 
-VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, IVYRSession *session)
+VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, IVYRSession *session, std::string id)
     : m_session(session)
+    , m_id(std::move(id))
 {
     forEachPair(csvSplit(capabilities, ','),
                 [this](const std::string &key, const std::string &value) { m_capabilities[key] = value; });
@@ -84,7 +86,7 @@ StringList VYRObjFTPropsFormatInfo::list(const std::string &key) const
 
 std::string VYRObjFTPropsFormatInfo::getId() const
 {
-    return "FRMT";
+    return m_id;
 }
 
 std::string VYRObjFTPropsFormatInfo::getFormatName() const

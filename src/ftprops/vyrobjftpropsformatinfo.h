@@ -31,8 +31,13 @@ namespace vyr {
 class VYRObjFTPropsFormatInfo final : public FTPropsFormatInfo
 {
 public:
-    // `session` (not owned, may be null) is asked only by isDatabase.
-    VYRObjFTPropsFormatInfo(std::string_view capabilities, IVYRSession *session);
+    // The id every engine format record answers; schema records over engine
+    // features pair with it.
+    static constexpr char kEngineFormatId[] = "FRMT";
+
+    // `session` (not owned, may be null) is asked only by isDatabase. A host
+    // that holds several formats at once gives each its own `id`.
+    VYRObjFTPropsFormatInfo(std::string_view capabilities, IVYRSession *session, std::string id = kEngineFormatId);
     ~VYRObjFTPropsFormatInfo() override;
 
     VYRObjFTPropsFormatInfo(const VYRObjFTPropsFormatInfo &) = delete;
@@ -76,6 +81,7 @@ private:
     StringList list(const std::string &key) const;
 
     IVYRSession *m_session;
+    std::string m_id;
     std::unordered_map<std::string, std::string> m_capabilities;
     StringList m_parameterNames;
     std::unordered_map<std::string, std::string> m_parameterLines;

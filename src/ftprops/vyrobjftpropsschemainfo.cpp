@@ -81,7 +81,7 @@ std::string VYRObjFTPropsSchemaInfo::getLongName() const
 
 std::string VYRObjFTPropsSchemaInfo::getFormatId() const
 {
-    return "FRMT";
+    return m_format.getId();
 }
 
 StringList VYRObjFTPropsSchemaInfo::readList(const char *name) const

@@ -1,6 +1,7 @@
 #include "uikit/cvyrdialog.h"
 
 #include "uikit/helpevents.h"
+#include "uikit/templateloader.h"
 #include "uikit/tooltipctrl.h"
 #include "util/resourcelibrary.h"
 
@@ -12,7 +13,6 @@
 #include <QJsonObject>
 #include <QLoggingCategory>
 #include <QShortcut>
-#include <QUiLoader>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -64,13 +64,11 @@ bool CVyrDialog::Create()
         return false;
     QBuffer buffer(&m_template);
     buffer.open(QIODevice::ReadOnly);
-    // One loader for the process: making one scans the widget plugins, which
-    // costs more than building the dialog itself.
-    static QUiLoader *loader = new QUiLoader;
-    m_root = loader->load(&buffer, this);
+    TemplateLoader &loader = TemplateLoader::instance();
+    m_root = loader.load(&buffer, this);
     if (!m_root) {
         qCWarning(lcDialog) << "CVyrDialog::Create: template" << m_templateId
-                            << "cannot be read:" << loader->errorString();
+                            << "cannot be read:" << loader.errorString();
         return false;
     }
     m_root->setObjectName(QStringLiteral("templateRoot"));

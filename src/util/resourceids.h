@@ -23,6 +23,54 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 134, AboutLanguage)                                                                                      \
     X(String, 135, AboutNoResourceLibrary)                                                                             \
     X(Accelerators, 136, AboutAccelerators)                                                                            \
+    X(Template, 337, FeatTypePropsDialog)                                                                               \
+    X(Template, 338, GeneralPageSource)                                                                                 \
+    X(Template, 514, GeneralPageDest)                                                                                   \
+    X(Bitmap, 196, GeneralSourceTab)                                                                                    \
+    X(Bitmap, 197, GeneralDestTab)                                                                                      \
+    X(Bitmap, 202, ParametersTab)                                                                                       \
+    X(Bitmap, 302, AttributesTab)                                                                                       \
+    X(Bitmap, 483, GeneralDestTabPlain)                                                                                 \
+    X(Bitmap, 484, GeneralSourceTabPlain)                                                                               \
+    X(Bitmap, 647, GeneralDestTabFanout)                                                                                \
+    X(Bitmap, 649, GeneralSourceTabMerged)                                                                              \
+    X(Bitmap, 654, GeneralDestTabPlainFanout)                                                                           \
+    X(Bitmap, 655, GeneralSourceTabPlainMerged)                                                                         \
+    X(String, 33050, MultipleGeometries)                                                                                \
+    X(String, 33051, NameRequired)                                                                                      \
+    X(String, 33052, DatasetRequired)                                                                                   \
+    X(String, 33053, GeometryRequired)                                                                                  \
+    X(String, 33054, FanoutAttributeRequired)                                                                           \
+    X(String, 33055, MergeFilterRequired)                                                                               \
+    X(String, 33056, MergeKindRequired)                                                                                 \
+    X(String, 33057, MergeKindWildcard)                                                                                 \
+    X(String, 33058, MergeKindRegularExpression)                                                                        \
+    X(String, 33059, MergeKindExact)                                                                                    \
+    X(String, 33257, SchemaSourceRequired)                                                                              \
+    X(String, 33258, SchemaSourcesTitle)                                                                                \
+    X(String, 33263, DynamicSettingsDefault)                                                                            \
+    X(String, 33264, DynamicSettingsCustom)                                                                             \
+    X(String, 33265, NoSchemaSourceFormats)                                                                             \
+    X(String, 59398, Yes)                                                                                               \
+    X(String, 59399, No)                                                                                                \
+    X(String, 59419, ApplyTitle)                                                                                        \
+    X(String, 59420, ApplyFeatureTypes)                                                                                 \
+    X(String, 59421, ApplyDataset)                                                                                      \
+    X(String, 59422, ApplyGeometry)                                                                                     \
+    X(String, 59423, ApplyDatabaseUser)                                                                                 \
+    X(String, 59424, ApplyFanout)                                                                                       \
+    X(String, 59425, ApplyMerge)                                                                                        \
+    X(String, 59426, ApplyAttributes)                                                                                   \
+    X(String, 59427, ApplyDeleteAttributes)                                                                             \
+    X(String, 59428, ApplyFormatAttributes)                                                                             \
+    X(String, 59429, ApplyDeleteFormatAttributes)                                                                       \
+    X(String, 59430, ApplyParameters)                                                                                   \
+    X(String, 59431, ApplyConfirm)                                                                                      \
+    X(String, 59446, GeneralTabTitle)                                                                                   \
+    X(String, 59447, AttributesTabTitle)                                                                                \
+    X(String, 59448, FormatAttributesTabTitle)                                                                          \
+    X(String, 59449, ParametersTabTitle)                                                                                \
+    X(String, 59690, ApplyDynamicSettings)                                                                              \
     X(String, 59534, DomainRequired)
 
 namespace res {

@@ -1,0 +1,124 @@
+// vyr-ftprops: the authoring application's part on this platform - a
+// workspace of feature types, and the feature type properties dialog of the
+// dialog library on the one the user picks.
+//
+//   vyr-ftprops WORKSPACE.json [--edit NAME] [--screenshot FILE] [--accept]
+//
+// Without --edit a window lists the workspace's feature types; Enter, a
+// double click or "Properties..." opens the dialog. --edit opens the dialog
+// on the named feature type at once and ends with it. --screenshot saves the
+// dialog as a PNG once it shows; --accept then presses OK (otherwise Cancel,
+// when a screenshot was asked for), so that it runs without a person. With
+// no display it runs on the offscreen platform.
+#include "workspace.h"
+#include "workspacewindow.h"
+
+#include "vyr/vyr_session.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDialog>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+
+using namespace vyr::ftprops;
+
+namespace {
+
+struct Automation
+{
+    QString screenshot;
+    bool accept = false;
+    bool active() const { return accept || !screenshot.isEmpty(); }
+};
+
+// Waits for the dialog to show, then takes the picture and ends it.
+void automateNextDialog(const Automation &automation)
+{
+    auto *poll = new QTimer(qApp);
+    poll->setInterval(50);
+    QObject::connect(poll, &QTimer::timeout, qApp, [poll, automation] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible())
+            return;
+        poll->deleteLater();
+        poll->stop();
+        if (!automation.screenshot.isEmpty() && !dialog->grab().save(automation.screenshot))
+            std::fprintf(stderr, "vyr-ftprops: cannot write %s\n", qPrintable(automation.screenshot));
+        if (automation.accept)
+            dialog->accept();
+        else
+            dialog->reject();
+    });
+    poll->start();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY") && !std::getenv("QT_QPA_PLATFORM"))
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("vyr-ftprops"));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Edit the feature types of a translation workspace."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("workspace"), QStringLiteral("The workspace file (JSON)."));
+    const QCommandLineOption edit(QStringLiteral("edit"), QStringLiteral("Open the dialog on this feature type."),
+                                  QStringLiteral("name"));
+    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                        QStringLiteral("Save the dialog as a PNG once it shows."),
+                                        QStringLiteral("file"));
+    const QCommandLineOption accept(QStringLiteral("accept"), QStringLiteral("Press OK in the dialog."));
+    parser.addOptions({edit, screenshot, accept});
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1)
+        parser.showHelp(2);
+
+    IVYRSession *session = VYR_SessionCreate();
+    std::string error;
+    std::unique_ptr<Workspace> workspace =
+        Workspace::open(parser.positionalArguments().first().toStdString(), *session, error);
+    if (!workspace) {
+        std::fprintf(stderr, "vyr-ftprops: %s\n", error.c_str());
+        VYR_SessionDestroy(session);
+        return 2;
+    }
+
+    const Automation automation{parser.value(screenshot), parser.isSet(accept)};
+    int status = 0;
+    if (parser.isSet(edit) || automation.active()) {
+        const std::string name = parser.isSet(edit) ? parser.value(edit).toStdString()
+                                                    : workspace->featureTypes().empty()
+                                                        ? std::string()
+                                                        : workspace->featureTypes().front().name();
+        const int index = workspace->find(name);
+        if (index < 0) {
+            std::fprintf(stderr, "vyr-ftprops: the workspace has no feature type \"%s\"\n", name.c_str());
+            status = 2;
+        } else {
+            if (automation.active())
+                automateNextDialog(automation);
+            std::string message;
+            const EditResult result = workspace->edit(index, nullptr, message);
+            if (result == EditResult::Cancelled) {
+                std::printf("cancelled, nothing saved\n");
+                status = 1;
+            } else {
+                std::printf("%s\n", message.c_str());
+                status = result == EditResult::Saved ? 0 : 2;
+            }
+        }
+    } else {
+        WorkspaceWindow window(*workspace);
+        window.show();
+        status = QApplication::exec();
+    }
+    workspace.reset();
+    VYR_SessionDestroy(session);
+    return status;
+}

@@ -1,0 +1,179 @@
+#include "workspace.h"
+
+#include "ftprops/vyrobjftpropsformatinfo.h"
+#include "util/capabilityfile.h"
+
+#include "vyr/IVYRFeature.h"
+#include "vyr/IVYRSession.h"
+#include "vyr/vyr_featurefile.h"
+#include "vyrguimfc/vyrguimfc.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace vyr::ftprops {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string readText(const std::string &path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+// The feature as its file would hold it now.
+std::string snapshotOf(const IVYRFeature &feature, const std::string &scratch)
+{
+    if (!VYR_FeatureSaveJson(&feature, scratch.c_str(), nullptr))
+        return {};
+    std::string text = readText(scratch);
+    std::remove(scratch.c_str());
+    return text;
+}
+
+class ErrorText final : public IVYRString
+{
+public:
+    void assign(const char *text) override { value = text ? text : ""; }
+    const char *data() const override { return value.data(); }
+    void assign(const char *bytes, std::size_t length) override { value.assign(bytes, length); }
+    const char *c_str() const override { return value.c_str(); }
+    std::size_t length() const override { return value.size(); }
+    void encodeWWJDInPlace() override {}
+    void decodeWWJDInPlace() override {}
+    std::string value;
+};
+
+} // namespace
+
+std::string WorkspaceFeatureType::name() const
+{
+    return feature ? std::string(feature->getFeatureType()) : std::string();
+}
+
+Workspace::Workspace(std::string path, IVYRSession &session)
+    : m_path(std::move(path))
+    , m_session(session)
+{}
+
+Workspace::~Workspace()
+{
+    for (WorkspaceFeatureType &featureType : m_featureTypes)
+        m_session.destroyFeature(featureType.feature);
+}
+
+std::unique_ptr<Workspace> Workspace::open(const std::string &path, IVYRSession &session, std::string &error)
+{
+    std::unique_ptr<Workspace> workspace(new Workspace(path, session));
+    const fs::path base = fs::path(path).parent_path();
+    nlohmann::json document;
+    try {
+        std::ifstream in(path);
+        if (!in) {
+            error = "cannot read the workspace file " + path;
+            return nullptr;
+        }
+        document = nlohmann::json::parse(in);
+    } catch (const nlohmann::json::exception &problem) {
+        error = path + ": not a workspace: " + problem.what();
+        return nullptr;
+    }
+    const auto relative = [&](const nlohmann::json &value) { return (base / value.get<std::string>()).string(); };
+    try {
+        for (const nlohmann::json &entry : document.at("feature_types")) {
+            WorkspaceFeatureType featureType;
+            featureType.featurePath = relative(entry.at("feature"));
+            featureType.formatPath = relative(entry.at("format"));
+            const auto capabilities = readCapabilityFile(featureType.formatPath);
+            if (!capabilities) {
+                error = "cannot read the capability file " + featureType.formatPath;
+                return nullptr;
+            }
+            featureType.capabilities = *capabilities;
+            const VYRObjFTPropsFormatInfo format(featureType.capabilities, nullptr);
+            featureType.formatName = format.getFormatName();
+            featureType.source = format.isSource();
+            featureType.feature = session.createFeature();
+            workspace->m_featureTypes.push_back(featureType);
+            ErrorText reason;
+            if (!VYR_FeatureLoadJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
+                error = reason.value;
+                return nullptr;
+            }
+        }
+        if (document.contains("schema_sources")) {
+            for (const nlohmann::json &entry : document.at("schema_sources")) {
+                const std::string formatPath = relative(entry);
+                const auto capabilities = readCapabilityFile(formatPath);
+                if (!capabilities) {
+                    error = "cannot read the capability file " + formatPath;
+                    return nullptr;
+                }
+                workspace->m_schemaSources.push_back(*capabilities);
+            }
+        }
+    } catch (const nlohmann::json::exception &problem) {
+        error = path + ": " + problem.what() + " (see the layout in the README)";
+        return nullptr;
+    }
+    return workspace;
+}
+
+int Workspace::find(const std::string &name) const
+{
+    for (std::size_t i = 0; i < m_featureTypes.size(); ++i) {
+        if (m_featureTypes[i].name() == name)
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
+{
+    const WorkspaceFeatureType &edited = m_featureTypes.at(static_cast<std::size_t>(index));
+    const std::string scratch = edited.featurePath + ".vyr-snapshot";
+    std::vector<std::size_t> involved{static_cast<std::size_t>(index)};
+    std::vector<VYRWorkspaceFeatureType> others;
+    for (std::size_t i = 0; i < m_featureTypes.size(); ++i) {
+        const WorkspaceFeatureType &other = m_featureTypes[i];
+        if (static_cast<int>(i) == index || other.source != edited.source)
+            continue;
+        involved.push_back(i);
+        others.push_back({other.feature, other.capabilities.c_str()});
+    }
+    std::vector<std::string> before;
+    for (const std::size_t i : involved)
+        before.push_back(snapshotOf(*m_featureTypes[i].feature, scratch));
+    std::vector<const char *> sources;
+    for (const std::string &capabilities : m_schemaSources)
+        sources.push_back(capabilities.c_str());
+
+    if (!VYRFeatTypePropertiesInWorkspace(&m_session, edited.feature, edited.capabilities.c_str(), others.data(),
+                                          others.size(), sources.data(), sources.size(), parent))
+        return EditResult::Cancelled;
+
+    message.clear();
+    for (std::size_t k = 0; k < involved.size(); ++k) {
+        const WorkspaceFeatureType &featureType = m_featureTypes[involved[k]];
+        if (snapshotOf(*featureType.feature, scratch) == before[k])
+            continue;
+        ErrorText reason;
+        if (!VYR_FeatureSaveJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
+            message = reason.value;
+            return EditResult::SaveFailed;
+        }
+        message += (message.empty() ? "saved " : ", ") + featureType.featurePath;
+    }
+    if (message.empty())
+        message = "nothing changed, nothing saved";
+    return EditResult::Saved;
+}
+
+} // namespace vyr::ftprops

@@ -1,0 +1,75 @@
+// A translation workspace as vyr-ftprops keeps it: feature types, each a
+// schema feature file with its format capability file, and the formats that
+// can serve as schema sources. A JSON file; paths are relative to it:
+//
+//   {
+//     "feature_types": [
+//       { "feature": "schemas/shapefile-roads.json", "format": "formats/shapefile.fmt" },
+//       ...
+//     ],
+//     "schema_sources": [ "formats/csv.fmt" ]
+//   }
+//
+// A feature type's name is the "feature_type" of its feature file, its role
+// (reader or writer) the SOURCE value of its format.
+#ifndef VYR_APPS_FTPROPS_WORKSPACE_H
+#define VYR_APPS_FTPROPS_WORKSPACE_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class IVYRFeature;
+class IVYRSession;
+class QWidget;
+
+namespace vyr::ftprops {
+
+struct WorkspaceFeatureType
+{
+    std::string featurePath;
+    std::string formatPath;
+    std::string capabilities;
+    std::string formatName;
+    bool source = false;
+    IVYRFeature *feature = nullptr;
+
+    std::string name() const;
+};
+
+enum class EditResult { Saved, Cancelled, SaveFailed };
+
+class Workspace
+{
+public:
+    // Null, with the reason in `error`, when the file or one it names cannot
+    // be read.
+    static std::unique_ptr<Workspace> open(const std::string &path, IVYRSession &session, std::string &error);
+    ~Workspace();
+    Workspace(const Workspace &) = delete;
+    Workspace &operator=(const Workspace &) = delete;
+
+    const std::string &path() const { return m_path; }
+    const std::vector<WorkspaceFeatureType> &featureTypes() const { return m_featureTypes; }
+    // The index of the feature type named `name`, or -1.
+    int find(const std::string &name) const;
+
+    // Opens the feature type properties dialog on feature type `index`, with
+    // the other feature types of its role beside it. On OK every feature
+    // file whose feature changed is replaced (written whole, then renamed
+    // over the old one); on Cancel nothing is written. `message` tells what
+    // was saved, or why saving failed.
+    EditResult edit(int index, QWidget *parent, std::string &message);
+
+private:
+    Workspace(std::string path, IVYRSession &session);
+
+    std::string m_path;
+    IVYRSession &m_session;
+    std::vector<WorkspaceFeatureType> m_featureTypes;
+    std::vector<std::string> m_schemaSources;
+};
+
+} // namespace vyr::ftprops
+
+#endif // VYR_APPS_FTPROPS_WORKSPACE_H

@@ -1,0 +1,117 @@
+// The feature type properties exports: the records around the caller's
+// feature and capability strings, the dialog over them, and its result.
+#include "vyrguimfc/vyrguimfc.h"
+
+#include "ftprops/vyrobjftpropsformatinfo.h"
+#include "ftprops/vyrobjftpropsschemainfo.h"
+#include "ftpropsdlg/cfeattypepropsdlg.h"
+#include "uikit/application.h"
+#include "util/resourcelibrary.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace vyr;
+
+// The library's dialogs take their texts and templates from the library of
+// the installation directory; a missing one leaves the dialog unable to
+// open, which the result reports.
+void selectResources()
+{
+    loadResourceLibrary(std::string());
+}
+
+int runDialog(IVYRSession *session, FTPropsSchemaInfo &schema, const SchemaRecordList &others,
+              const FormatRecordList &formats, const FormatRecordList &additionalFormats, void *parentWindow)
+{
+    CFeatTypePropsDlg dialog(session, &schema, others, formats, additionalFormats,
+                             static_cast<QWidget *>(parentWindow));
+    return dialog.DoModal();
+}
+
+} // namespace
+
+extern "C" {
+
+bool VYRFeatTypeProperties(IVYRSession *session, IVYRFeature *schemaFeature, const char *formatCapabilities,
+                           void *parentWindow)
+{
+    if (!session || !schemaFeature || !ensureApplication())
+        return false;
+    selectResources();
+    try {
+        const std::string capabilities(formatCapabilities ? formatCapabilities : "");
+        VYRObjFTPropsFormatInfo format(capabilities, session);
+        FormatRecordList otherFormats;
+        otherFormats.reserve(16);
+        SchemaRecordList otherSchemas;
+        otherSchemas.reserve(16);
+        FormatRecordList formats;
+        formats.reserve(16);
+        formats.insert(formats.begin(), &format);
+        VYRObjFTPropsSchemaInfo schema(*session, *schemaFeature, format);
+        const int endCode = runDialog(session, schema, otherSchemas, formats, otherFormats, parentWindow);
+        return endCode == kEndOk;
+    } catch (...) {
+        return false;
+    }
+}
+
+bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFeature *schemaFeature,
+                                      const char *formatCapabilities, const VYRWorkspaceFeatureType *others,
+                                      size_t otherCount, const char *const *schemaSourceFormats,
+                                      size_t schemaSourceCount, void *parentWindow)
+{
+    if (!session || !schemaFeature || !ensureApplication())
+        return false;
+    selectResources();
+    try {
+        // Each format of the workspace is told apart by its name, so that a
+        // feature type can move between them.
+        std::vector<std::unique_ptr<VYRObjFTPropsFormatInfo>> formatRecords;
+        const auto makeFormat = [&](const char *capabilities) {
+            const std::string text(capabilities ? capabilities : "");
+            const std::string name = VYRObjFTPropsFormatInfo(text, nullptr).getFormatName();
+            formatRecords.push_back(std::make_unique<VYRObjFTPropsFormatInfo>(text, session, name));
+            return formatRecords.back().get();
+        };
+        const VYRObjFTPropsFormatInfo *format = makeFormat(formatCapabilities);
+        FormatRecordList formats{format};
+        const auto formatWithId = [&](const std::string &id) -> const FTPropsFormatInfo * {
+            for (const FTPropsFormatInfo *known : formats) {
+                if (known->getId() == id)
+                    return known;
+            }
+            return nullptr;
+        };
+
+        std::vector<std::unique_ptr<VYRObjFTPropsSchemaInfo>> otherRecords;
+        SchemaRecordList otherSchemas;
+        for (size_t i = 0; others && i < otherCount; ++i) {
+            if (!others[i].schemaFeature)
+                continue;
+            const VYRObjFTPropsFormatInfo *candidate = makeFormat(others[i].formatCapabilities);
+            const FTPropsFormatInfo *otherFormat = formatWithId(candidate->getId());
+            if (!otherFormat) {
+                formats.push_back(candidate);
+                otherFormat = candidate;
+            }
+            otherRecords.push_back(std::make_unique<VYRObjFTPropsSchemaInfo>(*session, *others[i].schemaFeature,
+                                                                             *otherFormat));
+            otherSchemas.push_back(otherRecords.back().get());
+        }
+        FormatRecordList additionalFormats;
+        for (size_t i = 0; schemaSourceFormats && i < schemaSourceCount; ++i)
+            additionalFormats.push_back(makeFormat(schemaSourceFormats[i]));
+
+        VYRObjFTPropsSchemaInfo schema(*session, *schemaFeature, *format);
+        return runDialog(session, schema, otherSchemas, formats, additionalFormats, parentWindow) == kEndOk;
+    } catch (...) {
+        return false;
+    }
+}
+
+} // extern "C"

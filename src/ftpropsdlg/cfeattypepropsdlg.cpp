@@ -1,0 +1,357 @@
+#include "ftpropsdlg/cfeattypepropsdlg.h"
+
+#include "ftpropsdlg/cfeattypepropsgeneraldest.h"
+#include "ftpropsdlg/cfeattypepropsgeneralsource.h"
+#include "uikit/dialogutils.h"
+#include "uikit/narrowtext.h"
+#include "uikit/outsideservices.h"
+#include "util/installdir.h"
+#include "util/resourcelibrary.h"
+
+#include "vyr/IGuiPrompter.h"
+#include "vyr/IVYRSession.h"
+
+#include <QAbstractButton>
+#include <QBitmap>
+#include <QLayout>
+#include <QPainter>
+#include <QPixmap>
+#include <QTabBar>
+
+#include <algorithm>
+
+namespace vyr {
+namespace {
+
+constexpr char kHelpTopic[] = "Editing_Feature_Type_Properties.htm";
+// Behind the transparent parts of a tab's bitmap.
+const QColor kMaskColour(128, 0, 128);
+
+std::string narrowResource(unsigned id)
+{
+    return toNarrow(loadResourceString(id));
+}
+
+} // namespace
+
+CFeatTypePropsDlg::CFeatTypePropsDlg(IVYRSession *session, FTPropsSchemaInfo *schema, const SchemaRecordList &others,
+                                     const FormatRecordList &formats, const FormatRecordList &additionalFormats,
+                                     QWidget *parent)
+    : CVyrDialog(337, 0, false, kHelpTopic, parent, DialogMode::ModeModal)
+    , m_session(session)
+    , m_schema(schema)
+    , m_others(others)
+{
+    if (session)
+        m_prompter = session->getGuiPrompter();
+    for (const FTPropsFormatInfo *format : formats) {
+        m_formats.insert(format->getId(), format);
+        m_formatsByLongName.insert(format->getFormatLongName(), format);
+    }
+    for (const FTPropsFormatInfo *format : additionalFormats) {
+        m_additionalFormats.insert(format->getId(), format);
+        m_formatsByLongName.insert(format->getFormatLongName(), format);
+    }
+    m_currentFormat = m_formats.find(schema->getFormatId());
+    updateFormatFlags();
+}
+
+CFeatTypePropsDlg::~CFeatTypePropsDlg() = default;
+
+void CFeatTypePropsDlg::updateFormatFlags()
+{
+    m_hasParameters = m_currentFormat && !m_currentFormat->getDeflineParmNames().empty();
+    m_hasUserAttributes = m_currentFormat && m_currentFormat->hasDeflineAttrs();
+}
+
+StringSet CFeatTypePropsDlg::namesTakenIn(const FTPropsFormatInfo &format) const
+{
+    StringSet taken;
+    const std::string id = format.getId();
+    for (const FTPropsSchemaInfo *other : m_others) {
+        if (other->getFormatId() == id)
+            taken.insert(other->getName());
+    }
+    return taken;
+}
+
+bool CFeatTypePropsDlg::OnInitDialog()
+{
+    CVyrDialog::OnInitDialog();
+    if (!m_currentFormat)
+        return false;
+    // The frame places its controls itself, on the whole client area.
+    if (layout())
+        layout()->setContentsMargins(0, 0, 0, 0);
+    m_tabControl = qobject_cast<QTabBar *>(GetDlgItem(kIdTabControl));
+    if (m_tabControl) {
+        m_tabControl->setIconSize(QSize(16, 16));
+        m_tabControl->setDrawBase(false);
+        m_tabControl->setExpanding(false);
+        connect(m_tabControl, &QTabBar::currentChanged, this, [this](int index) { OnTabChanged(index); });
+    }
+    for (const unsigned id : {kIdHelpCommand, kIdApplyToOthers, kIdOk, kIdCancel}) {
+        if (QWidget *button = GetDlgItem(id))
+            button->resize(button->size().expandedTo(button->sizeHint()));
+    }
+    if (auto *apply = qobject_cast<QAbstractButton *>(GetDlgItem(kIdApplyToOthers)))
+        connect(apply, &QAbstractButton::clicked, this, [this] { ApplyToOthers(); });
+
+    if (m_currentFormat->isSource())
+        m_general = std::make_unique<CFeatTypePropsGeneralSource>(m_schema, m_currentFormat, this);
+    else
+        m_general = std::make_unique<CFeatTypePropsGeneralDest>(m_schema, m_currentFormat, this);
+
+    AddPage(m_general.get(), TabRule::Always, res::GeneralTabTitle, GeneralBitmap(), kMaskColour, 0);
+    for (const PageEntry &entry : std::vector<PageEntry>(m_pages))
+        ShowPageTab(entry.page, tabWanted(entry.rule));
+    m_initialised = true;
+    SelectPage(m_general.get());
+    m_minimumSize = size();
+    setMinimumSize(m_minimumSize);
+    return true;
+}
+
+unsigned CFeatTypePropsDlg::GeneralBitmap() const
+{
+    const bool plain = !(m_schema->iconFlagA() && m_schema->iconFlagB());
+    if (m_currentFormat->isSource()) {
+        const bool merged = m_schema->isMerged();
+        if (!plain)
+            return merged ? res::GeneralSourceTabMerged : res::GeneralSourceTab;
+        return merged ? res::GeneralSourceTabPlainMerged : res::GeneralSourceTabPlain;
+    }
+    const bool fanout = m_schema->isFanout();
+    if (!plain)
+        return fanout ? res::GeneralDestTabFanout : res::GeneralDestTab;
+    return fanout ? res::GeneralDestTabPlainFanout : res::GeneralDestTabPlain;
+}
+
+bool CFeatTypePropsDlg::tabWanted(TabRule rule) const
+{
+    switch (rule) {
+    case TabRule::WithUserAttributes: return m_hasUserAttributes;
+    case TabRule::WithParameters: return m_hasParameters;
+    case TabRule::Always: break;
+    }
+    return true;
+}
+
+CFeatTypePropsDlg::PageEntry *CFeatTypePropsDlg::entryOf(const QWidget *page)
+{
+    for (PageEntry &entry : m_pages) {
+        if (entry.page == page)
+            return &entry;
+    }
+    return nullptr;
+}
+
+void CFeatTypePropsDlg::AddPage(CVyrDialog *page, TabRule rule, unsigned titleId, unsigned bitmapId, QColor mask,
+                                int helpKind)
+{
+    PageEntry entry;
+    entry.page = page;
+    entry.rule = rule;
+    entry.title = loadResourceString(titleId);
+    entry.bitmap = bitmapId;
+    entry.mask = mask;
+    entry.helpKind = helpKind;
+    entry.creationIndex = static_cast<int>(m_pages.size());
+    m_pages.push_back(entry);
+    page->Create();
+    page->hide();
+}
+
+void CFeatTypePropsDlg::ShowPageTab(CVyrDialog *page, bool show)
+{
+    PageEntry *entry = entryOf(page);
+    if (!entry || !m_tabControl)
+        return;
+    if (show && !entry->tabShown) {
+        QPixmap bitmap(resourceImagePath(ResourceKind::Bitmap, entry->bitmap));
+        if (!bitmap.isNull())
+            bitmap.setMask(bitmap.createMaskFromColor(entry->mask));
+        const int index = std::min(entry->creationIndex, m_tabControl->count());
+        {
+            const QSignalBlocker quiet(m_tabControl);
+            m_tabControl->insertTab(index, QIcon(bitmap), entry->title);
+        }
+        entry->tabShown = true;
+        if (!m_currentPage)
+            SelectPage(page);
+    } else if (!show && entry->tabShown) {
+        const QSignalBlocker quiet(m_tabControl);
+        for (int i = m_tabControl->count() - 1; i >= 0; --i) {
+            if (m_tabControl->tabText(i) == entry->title)
+                m_tabControl->removeTab(i);
+        }
+        entry->tabShown = false;
+    }
+}
+
+void CFeatTypePropsDlg::SelectPage(CVyrDialog *page)
+{
+    if (m_currentPage)
+        m_currentPage->hide();
+    m_currentPage = page;
+    page->raise();
+    page->show();
+    LayoutControls();
+    LayoutControls();
+    update();
+    page->update();
+    const PageEntry *entry = entryOf(page);
+    if (!entry || !m_tabControl)
+        return;
+    const QSignalBlocker quiet(m_tabControl);
+    for (int i = 0; i < m_tabControl->count(); ++i) {
+        if (m_tabControl->tabText(i) == entry->title) {
+            m_tabControl->setCurrentIndex(i);
+            break;
+        }
+    }
+}
+
+void CFeatTypePropsDlg::OnTabChanged(int index)
+{
+    if (index < 0)
+        return;
+    const QString title = m_tabControl->tabText(index);
+    for (const PageEntry &entry : m_pages) {
+        if (entry.title == title) {
+            SelectPage(entry.page);
+            return;
+        }
+    }
+}
+
+void CFeatTypePropsDlg::resizeEvent(QResizeEvent *event)
+{
+    CVyrDialog::resizeEvent(event);
+    LayoutControls();
+}
+
+void CFeatTypePropsDlg::LayoutControls()
+{
+    if (!m_initialised)
+        return;
+    const QRect area = rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    int buttonHeight = 0;
+    for (const unsigned id : {kIdHelpCommand, kIdApplyToOthers, kIdOk, kIdCancel}) {
+        if (const QWidget *button = GetDlgItem(id))
+            buttonHeight = std::max(buttonHeight, button->height());
+    }
+    const int buttonTop = area.bottom() + 1 - buttonHeight;
+    if (QWidget *help = GetDlgItem(kIdHelpCommand))
+        help->move(area.left(), buttonTop);
+    int right = area.right() + 1;
+    for (const unsigned id : {kIdCancel, kIdOk, kIdApplyToOthers}) {
+        if (QWidget *button = GetDlgItem(id)) {
+            button->move(right - button->width(), buttonTop);
+            right -= button->width() + kButtonGap;
+        }
+    }
+    const QRect tabArea(area.left(), area.top(), area.width(), buttonTop - kButtonGap - area.top());
+    int tabHeight = 0;
+    if (m_tabControl) {
+        tabHeight = m_tabControl->sizeHint().height();
+        m_tabControl->setGeometry(tabArea.left(), tabArea.top(), tabArea.width(), tabHeight);
+    }
+    m_pageFrame = tabArea.adjusted(0, tabHeight - 1, 0, 0);
+    // The display area inside the pane's border, widened again so that the
+    // page meets the border at the right and bottom.
+    const QRect display = m_pageFrame.adjusted(4, 4, -4, -4).adjusted(0, -2, 4, 4);
+    if (m_currentPage)
+        m_currentPage->setGeometry(display.intersected(m_pageFrame.adjusted(1, 1, -1, -1)));
+    update();
+}
+
+void CFeatTypePropsDlg::paintEvent(QPaintEvent *event)
+{
+    CVyrDialog::paintEvent(event);
+    if (m_pageFrame.isEmpty())
+        return;
+    // The pane the tabs open onto: a line in the palette's frame colour.
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawRect(m_pageFrame.adjusted(0, 0, -1, -1));
+}
+
+void CFeatTypePropsDlg::SetFormat(const FTPropsFormatInfo *format)
+{
+    if (!format || (m_currentFormat && format->getId() == m_currentFormat->getId()))
+        return;
+    if (m_general)
+        m_general->ChangeFormat(format);
+    m_currentFormat = format;
+    updateFormatFlags();
+    for (const PageEntry &entry : std::vector<PageEntry>(m_pages)) {
+        if (entry.rule != TabRule::Always)
+            ShowPageTab(entry.page, tabWanted(entry.rule));
+    }
+}
+
+bool CFeatTypePropsDlg::ValidatePages()
+{
+    return !m_general || m_general->ValidatePage();
+}
+
+void CFeatTypePropsDlg::OnOK()
+{
+    if (!ValidatePages())
+        return;
+    m_schema->beginUpdate();
+    m_general->WriteToSchema(*m_schema, general::All);
+    if (!m_apply.targets.empty()) {
+        const QString question =
+            formatResourceString(res::ApplyConfirm, {QString::number(static_cast<qulonglong>(m_apply.targets.size()))});
+        if (ShowMessageBox(this, question, QString(), MbYesNo) == IdYes) {
+            for (FTPropsSchemaInfo *other : m_others) {
+                const std::string longName = other->getLongName();
+                if (std::find(m_apply.targets.begin(), m_apply.targets.end(), longName) != m_apply.targets.end())
+                    m_general->WriteToSchema(*other, m_apply.generalMask);
+                other->notifyApplied();
+            }
+        }
+    }
+    m_schema->endUpdate();
+    CVyrDialog::OnOK();
+}
+
+void CFeatTypePropsDlg::ApplyToOthers()
+{
+    m_apply = ApplySelection();
+    if (!ValidatePages())
+        return;
+    ApplyPromptInput input;
+    for (const FTPropsSchemaInfo *other : m_others)
+        input.otherFeatureTypes.push_back(other->getLongName());
+    input.destination = !m_currentFormat->isSource();
+    input.database = m_currentFormat->isDatabase();
+    // Attribute and parameter lists are offered only where a page of the
+    // dialog edits them, since only that page can write them to others.
+    input.hasUserAttributes = false;
+    input.hasParameters = false;
+    const ApplyPrompt prompt(input, narrowResource);
+    std::map<std::string, std::string> answers;
+    if (m_prompter)
+        m_prompter->setParentWindow(this);
+    if (!PromptKeyValues(m_prompter, narrowResource(res::ApplyTitle), prompt.defaultLines(), prompt.definitionLines(),
+                         answers, std::string()))
+        return;
+    m_apply = prompt.read(answers);
+}
+
+qintptr CFeatTypePropsDlg::OnHelpRequest(qintptr, qintptr)
+{
+    if (m_currentPage && m_currentPage == m_general.get()) {
+        showLoomhouseHelp(kHelpTopic);
+        return 1;
+    }
+    const PageEntry *entry = entryOf(m_currentPage);
+    showFormatHelp(getInstallDirectory() + "help/VYRReadersWriters.chm", m_currentFormat->getFormatName(),
+                   entry ? entry->helpKind : 0);
+    return 1;
+}
+
+} // namespace vyr

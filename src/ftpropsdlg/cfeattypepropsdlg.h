@@ -1,0 +1,142 @@
+// CFeatTypePropsDlg: the modal, tabbed dialog in which the user edits one
+// feature type of a translation workspace.
+//
+// The dialog is a frame: a tab bar with one tab per page, and the pages as
+// child dialogs that it shows one at a time. It is handed the schema record
+// to edit, the format records it may be written in, the additional (schema
+// source) formats, and optionally the schema records of the workspace's
+// other feature types. On OK every page validates, then writes back into the
+// schema record; properties the user chose with "Apply to Others" are then
+// written into the chosen other feature types as well. Cancel writes nothing.
+//
+// Records are not owned and must outlive the dialog. Every other feature
+// type's format id must name one of the formats.
+#ifndef VYR_FTPROPSDLG_CFEATTYPEPROPSDLG_H
+#define VYR_FTPROPSDLG_CFEATTYPEPROPSDLG_H
+
+#include "ftprops/ftpropsformatinfo.h"
+#include "ftprops/ftpropsschemainfo.h"
+#include "ftpropsdlg/applyselection.h"
+#include "ftpropsdlg/formatdictionary.h"
+#include "uikit/cvyrdialog.h"
+
+#include <QColor>
+#include <QString>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+class IGuiPrompter;
+class IVYRSession;
+class QTabBar;
+
+namespace vyr {
+
+class CFeatTypePropsGeneral;
+
+using SchemaRecordList = std::vector<FTPropsSchemaInfo *>;
+using FormatRecordList = std::vector<const FTPropsFormatInfo *>;
+
+class CFeatTypePropsDlg : public CVyrDialog
+{
+    Q_OBJECT
+
+public:
+    // Control IDs of the frame.
+    static constexpr unsigned kIdTabControl = 1134;
+    static constexpr unsigned kIdApplyToOthers = 1195;
+    static constexpr int kMargin = 3;
+    static constexpr int kButtonGap = 4;
+
+    CFeatTypePropsDlg(IVYRSession *session, FTPropsSchemaInfo *schema, const SchemaRecordList &others,
+                      const FormatRecordList &formats, const FormatRecordList &additionalFormats, QWidget *parent);
+    ~CFeatTypePropsDlg() override;
+
+    // Replaces the current format: every page hears of it, and the tabs that
+    // depend on the format come and go. Nothing happens for the same id.
+    void SetFormat(const FTPropsFormatInfo *format);
+
+    IVYRSession *session() const { return m_session; }
+    FTPropsSchemaInfo *schema() const { return m_schema; }
+    const FTPropsFormatInfo *currentFormat() const { return m_currentFormat; }
+    const SchemaRecordList &otherFeatureTypes() const { return m_others; }
+    const FormatDictionary &formats() const { return m_formats; }
+    const FormatDictionary &additionalFormats() const { return m_additionalFormats; }
+    const FormatDictionary &formatsByLongName() const { return m_formatsByLongName; }
+    // The names the other feature types of `format` have: the names a new
+    // name for this feature type must not take.
+    StringSet namesTakenIn(const FTPropsFormatInfo &format) const;
+    bool hasParameters() const { return m_hasParameters; }
+    bool hasUserAttributes() const { return m_hasUserAttributes; }
+
+    CFeatTypePropsGeneral *generalPage() const { return m_general.get(); }
+    QWidget *currentPage() const { return m_currentPage; }
+    QTabBar *tabControl() const { return m_tabControl; }
+    QSize minimumWindowSize() const { return m_minimumSize; }
+    const ApplySelection &applySelection() const { return m_apply; }
+
+    // The apply-to-others command: asks which properties go to which other
+    // feature types; OK applies them.
+    void ApplyToOthers();
+
+    void OnOK() override;
+
+protected:
+    bool OnInitDialog() override;
+    qintptr OnHelpRequest(qintptr wParam, qintptr lParam) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    // When a page has a tab, by the current format.
+    enum class TabRule { Always, WithUserAttributes, WithParameters };
+
+    struct PageEntry
+    {
+        CVyrDialog *page = nullptr;
+        TabRule rule = TabRule::Always;
+        QString title;
+        unsigned bitmap = 0;
+        QColor mask;
+        int helpKind = 0;
+        int creationIndex = 0;
+        bool tabShown = false;
+    };
+
+    void AddPage(CVyrDialog *page, TabRule rule, unsigned titleId, unsigned bitmapId, QColor mask, int helpKind);
+    void ShowPageTab(CVyrDialog *page, bool show);
+    void SelectPage(CVyrDialog *page);
+    void OnTabChanged(int index);
+    void LayoutControls();
+    bool ValidatePages();
+    unsigned GeneralBitmap() const;
+    PageEntry *entryOf(const QWidget *page);
+    void updateFormatFlags();
+    bool tabWanted(TabRule rule) const;
+
+    IVYRSession *m_session;
+    IGuiPrompter *m_prompter = nullptr;
+    FTPropsSchemaInfo *m_schema;
+    SchemaRecordList m_others;
+    FormatDictionary m_formats;
+    FormatDictionary m_additionalFormats;
+    FormatDictionary m_formatsByLongName;
+    const FTPropsFormatInfo *m_currentFormat = nullptr;
+    bool m_hasParameters = false;
+    bool m_hasUserAttributes = false;
+
+    std::unique_ptr<CFeatTypePropsGeneral> m_general;
+    std::vector<PageEntry> m_pages;
+    QWidget *m_currentPage = nullptr;
+    QTabBar *m_tabControl = nullptr;
+    QRect m_pageFrame;
+    bool m_initialised = false;
+    QSize m_minimumSize;
+    ApplySelection m_apply;
+};
+
+} // namespace vyr
+
+#endif // VYR_FTPROPSDLG_CFEATTYPEPROPSDLG_H

@@ -1,0 +1,181 @@
+#include "ftpropsdlg/cfeattypepropsgeneral.h"
+
+#include "ftprops/geometrytranslation.h"
+#include "ftprops/namerules.h"
+#include "ftpropsdlg/applyselection.h"
+#include "ftpropsdlg/cfeattypepropsdlg.h"
+#include "uikit/dialogutils.h"
+#include "uikit/narrowtext.h"
+#include "uikit/outsideservices.h"
+#include "util/installdir.h"
+#include "util/resourcelibrary.h"
+
+#include <QEvent>
+
+#include <algorithm>
+
+namespace vyr {
+
+CFeatTypePropsGeneral::CFeatTypePropsGeneral(unsigned templateId, FTPropsSchemaInfo *schema,
+                                             const FTPropsFormatInfo *format, CFeatTypePropsDlg *dialog)
+    : CVyrDialog(templateId, 0, false, std::string(), dialog, DialogMode::ModeModal)
+    , m_schema(schema)
+    , m_format(format)
+    , m_dialog(dialog)
+{
+    // A page lives inside the frame, not in a window of its own.
+    setWindowFlags(Qt::Widget);
+    RegisterControl(&m_name, kIdName);
+    RegisterControl(&m_geometry, kIdGeometry);
+    RegisterControl(&m_dataset, kIdDataset);
+    RegisterControl(&m_databaseUser, kIdDatabaseUser);
+    RegisterControl(&m_formatHelp, kIdFormatHelp);
+}
+
+CFeatTypePropsGeneral::~CFeatTypePropsGeneral() = default;
+
+bool CFeatTypePropsGeneral::OnInitDialog()
+{
+    CVyrDialog::OnInitDialog();
+    m_name->setText(fromNarrow(m_schema->getName()));
+    if (IsSourceFeatureTypeEditingAllowed())
+        m_name->setReadOnly(false);
+    m_name->installEventFilter(this);
+    SetupDatabaseUser(m_format);
+    FillGeometry(m_format, m_schema->getGeometry());
+    for (const std::string &name : m_schema->getExtraFanoutNames()) {
+        if (std::find(m_extraFanoutNames.begin(), m_extraFanoutNames.end(), name) == m_extraFanoutNames.end())
+            m_extraFanoutNames.push_back(name);
+    }
+    connect(m_dataset.get(), &QComboBox::activated, this, [this] { OnDatasetSelected(); });
+    connect(m_formatHelp.get(), &QPushButton::clicked, this, [this] { OnFormatHelp(); });
+    return true;
+}
+
+bool CFeatTypePropsGeneral::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_name.get() && event->type() == QEvent::FocusOut)
+        ResolveNameField();
+    return CVyrDialog::eventFilter(watched, event);
+}
+
+std::string CFeatTypePropsGeneral::nameText() const
+{
+    return toNarrow(m_name->text());
+}
+
+std::string CFeatTypePropsGeneral::ResolveName(const std::string &text, const FTPropsFormatInfo &format) const
+{
+    return ResolveFeatureTypeName(format, text, m_dialog->namesTakenIn(format), m_dialog->session());
+}
+
+void CFeatTypePropsGeneral::ResolveNameField()
+{
+    const std::string text = nameText();
+    const std::string resolved = ResolveName(text, *m_format);
+    if (resolved != text)
+        m_name->setText(fromNarrow(resolved));
+}
+
+void CFeatTypePropsGeneral::OnDatasetSelected()
+{
+    if (const FTPropsFormatInfo *format = m_datasets.find(toNarrow(m_dataset->currentText())))
+        m_dialog->SetFormat(format);
+}
+
+void CFeatTypePropsGeneral::OnFormatHelp()
+{
+    showFormatHelp(getInstallDirectory() + "help/VYRReadersWriters.chm", m_format->getFormatName(), 0);
+}
+
+void CFeatTypePropsGeneral::SplitOwnerPrefix(std::string &name, std::string &prefix)
+{
+    const std::size_t dot = name.find('.');
+    if (dot == std::string::npos)
+        return;
+    prefix = name.substr(0, dot);
+    name = name.substr(dot + 1);
+}
+
+void CFeatTypePropsGeneral::SetupDatabaseUser(const FTPropsFormatInfo *format)
+{
+    std::string name = nameText();
+    std::string user = toNarrow(m_databaseUser->text());
+    if (!format->isDatabase()) {
+        if (!user.empty()) {
+            name = user + "." + name;
+            user.clear();
+        }
+        m_databaseUser->setEnabled(false);
+    } else {
+        SplitOwnerPrefix(name, user);
+        m_databaseUser->setEnabled(true);
+    }
+    m_name->setText(fromNarrow(name));
+    m_databaseUser->setText(fromNarrow(user));
+}
+
+void CFeatTypePropsGeneral::FillGeometry(const FTPropsFormatInfo *, const std::string &geometry)
+{
+    m_geometry->setEditText(fromNarrow(geometry));
+}
+
+void CFeatTypePropsGeneral::ChangeFormat(const FTPropsFormatInfo *format)
+{
+    const FTPropsFormatInfo *old = m_format;
+    m_format = format;
+    if (old->getFormatName() == format->getFormatName())
+        return;
+    SetupDatabaseUser(format);
+    m_name->setText(fromNarrow(ResolveName(nameText(), *format)));
+    if (HasGeometryMappings(*old) && HasGeometryMappings(*format)) {
+        const std::string translated = TranslateGeometry(toNarrow(m_geometry->currentText()), *old, *format);
+        FillGeometry(format, translated);
+    }
+}
+
+bool CFeatTypePropsGeneral::Refuse(unsigned messageId)
+{
+    ShowExclamationBox(loadResourceString(messageId), QString(), m_dialog, MbOk);
+    return false;
+}
+
+bool CFeatTypePropsGeneral::ValidatePage()
+{
+    if (m_name->text().isEmpty())
+        return Refuse(res::NameRequired);
+    return true;
+}
+
+const FTPropsFormatInfo *CFeatTypePropsGeneral::FormatOf(const FTPropsSchemaInfo &target) const
+{
+    const FTPropsFormatInfo *format = m_dialog->formats().find(target.getFormatId());
+    return format ? format : m_format;
+}
+
+void CFeatTypePropsGeneral::WriteToSchema(FTPropsSchemaInfo &target, unsigned mask)
+{
+    if ((mask & general::Dataset) && !isSource()) {
+        if (const FTPropsFormatInfo *dataset = m_datasets.find(toNarrow(m_dataset->currentText())))
+            target.setFormatId(dataset->getId());
+    }
+    std::string text = nameText();
+    const std::string current = target.getName();
+    std::string base = current;
+    std::string prefix;
+    SplitOwnerPrefix(base, prefix);
+    const bool databaseUser = (mask & general::DatabaseUser) && m_format->isDatabase();
+    if (databaseUser) {
+        const std::string user = toNarrow(m_databaseUser->text());
+        if (mask & general::Name) {
+            if (!user.empty())
+                text = user + "." + text;
+        } else {
+            text = user.empty() ? base : user + "." + base;
+        }
+    }
+    if ((mask & general::Name) || (databaseUser && text != current))
+        target.setName(ResolveName(text, *FormatOf(target)));
+}
+
+} // namespace vyr

@@ -1,0 +1,98 @@
+// CFeatTypePropsGeneral: the General page of the feature type properties
+// dialog - the feature type's name, geometry and database user, and the
+// format help. The source and destination variants add what their role
+// needs (merge settings; dataset, fan-out and dynamic schema).
+//
+// The page is a child dialog of CFeatTypePropsDlg, which asks it to
+// validate, to write into a schema record (the edited one with every
+// property, other ones with the properties the user chose to apply) and
+// tells it when the format changes.
+#ifndef VYR_FTPROPSDLG_CFEATTYPEPROPSGENERAL_H
+#define VYR_FTPROPSDLG_CFEATTYPEPROPSGENERAL_H
+
+#include "ftprops/ftpropsformatinfo.h"
+#include "ftprops/ftpropsschemainfo.h"
+#include "ftpropsdlg/formatdictionary.h"
+#include "uikit/cvyrdialog.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <string>
+
+namespace vyr {
+
+class CFeatTypePropsDlg;
+
+class CFeatTypePropsGeneral : public CVyrDialog
+{
+    Q_OBJECT
+
+public:
+    static constexpr unsigned kIdName = 1183;
+    static constexpr unsigned kIdGeometry = 1158;
+    static constexpr unsigned kIdDataset = 1169;
+    static constexpr unsigned kIdDatabaseUser = 1297;
+    static constexpr unsigned kIdFormatHelp = 1414;
+
+    ~CFeatTypePropsGeneral() override;
+
+    // True when the page may be written; otherwise the user has been told
+    // why.
+    virtual bool ValidatePage();
+    // Writes the groups of properties in `mask` (general:: bits).
+    virtual void WriteToSchema(FTPropsSchemaInfo &target, unsigned mask);
+    virtual void ChangeFormat(const FTPropsFormatInfo *format);
+    // Shows `geometry` for `format`.
+    virtual void FillGeometry(const FTPropsFormatInfo *format, const std::string &geometry);
+    // Folds the database user into the name for a format without database
+    // users, or splits an owner prefix off the name for one with them.
+    virtual void SetupDatabaseUser(const FTPropsFormatInfo *format);
+    // "owner.table" gives prefix "owner" and name "table"; a name without a
+    // full stop is left as it is, and so is the prefix.
+    static void SplitOwnerPrefix(std::string &name, std::string &prefix);
+
+    virtual bool isSource() const = 0;
+    const FTPropsFormatInfo *format() const { return m_format; }
+
+protected:
+    CFeatTypePropsGeneral(unsigned templateId, FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format,
+                          CFeatTypePropsDlg *dialog);
+
+    bool OnInitDialog() override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+    // The name `text` takes under `format`'s rules among the workspace's
+    // other feature types of that format.
+    std::string ResolveName(const std::string &text, const FTPropsFormatInfo &format) const;
+    void ResolveNameField();
+    // Stops validation: tells the user string `messageId`.
+    bool Refuse(unsigned messageId);
+    // The record the dialog holds for the target's format; the page's own
+    // format when it has none.
+    const FTPropsFormatInfo *FormatOf(const FTPropsSchemaInfo &target) const;
+
+    std::string nameText() const;
+
+    FTPropsSchemaInfo *m_schema;
+    const FTPropsFormatInfo *m_format;
+    CFeatTypePropsDlg *m_dialog;
+    // The formats the feature type may be written in, by long name.
+    FormatDictionary m_datasets;
+    StringList m_extraFanoutNames;
+
+    DialogControl<QLineEdit> m_name;
+    DialogControl<QComboBox> m_geometry;
+    DialogControl<QComboBox> m_dataset;
+    DialogControl<QLineEdit> m_databaseUser;
+    DialogControl<QPushButton> m_formatHelp;
+
+private:
+    void OnDatasetSelected();
+    void OnFormatHelp();
+};
+
+} // namespace vyr
+
+#endif // VYR_FTPROPSDLG_CFEATTYPEPROPSGENERAL_H

@@ -1,0 +1,320 @@
+#include "ftpropsdlg/cfeattypepropsgeneraldest.h"
+
+#include "frame/vyrrwstringarrayimp.h"
+#include "frame/vyrrwstringimp.h"
+#include "ftprops/geometrytranslation.h"
+#include "ftprops/geometrytypemappings.h"
+#include "ftpropsdlg/applyselection.h"
+#include "ftpropsdlg/cfeattypepropsdlg.h"
+#include "uikit/dialogutils.h"
+#include "uikit/dropdowncombobox.h"
+#include "uikit/narrowtext.h"
+#include "util/resourcelibrary.h"
+
+#include "qvyrconfiguredynamicschemadlg.h"
+
+#include <algorithm>
+
+namespace vyr {
+namespace {
+
+constexpr char kNoGeometryMapping[] = "vyr_no_map";
+constexpr char kSchemaReaderIcon[] = "schema_reader_item.png";
+constexpr char kReaderIcon[] = "reader.png";
+
+std::string joinLongNames(const StringList &names)
+{
+    std::string joined;
+    for (const std::string &name : names)
+        joined += (joined.empty() ? "" : "; ") + name;
+    return joined;
+}
+
+// The first item that begins with `text`, ignoring case, as a Windows combo
+// box selects a string; -1 when none does.
+int findItemStartingWith(const QComboBox *combo, const QString &text)
+{
+    for (int i = 0; i < combo->count(); ++i) {
+        if (combo->itemText(i).startsWith(text, Qt::CaseInsensitive))
+            return i;
+    }
+    return -1;
+}
+
+QStringList itemsOf(const QComboBox *combo)
+{
+    QStringList items;
+    for (int i = 0; i < combo->count(); ++i)
+        items.append(combo->itemText(i));
+    return items;
+}
+
+} // namespace
+
+CFeatTypePropsGeneralDest::CFeatTypePropsGeneralDest(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format,
+                                                     CFeatTypePropsDlg *dialog)
+    : CFeatTypePropsGeneral(kTemplateId, schema, format, dialog)
+{
+    RegisterControl(&m_fanout, kIdFanout);
+    RegisterControl(&m_fanoutAttribute, kIdFanoutAttribute);
+    RegisterControl(&m_dynamic, kIdDynamic);
+    RegisterControl(&m_schemaSourcesDisplay, kIdSchemaSources);
+    RegisterControl(&m_chooseSchemaSources, kIdChooseSchemaSources);
+    RegisterControl(&m_dynamicSummary, kIdDynamicSummary);
+    RegisterControl(&m_dynamicSettingsButton, kIdDynamicSettings);
+}
+
+bool CFeatTypePropsGeneralDest::OnInitDialog()
+{
+    CFeatTypePropsGeneral::OnInitDialog();
+
+    m_dataset->clear();
+    for (const auto &[id, format] : m_dialog->formats()) {
+        m_datasets.insert(format->getFormatLongName(), format);
+        m_dataset->addItem(fromNarrow(format->getFormatLongName()));
+    }
+    SelectComboItem(m_dataset.get(), fromNarrow(m_format->getFormatLongName()));
+    m_dataset->setEnabled(m_dataset->count() >= 2);
+
+    FillFanoutChoices(m_schema->getAttributeNames(true, true));
+    m_fanout->setChecked(m_schema->isFanout());
+    SelectComboItem(m_fanoutAttribute.get(), fromNarrow(m_schema->getFanoutAttribute()));
+
+    m_schemaSources = m_schema->getSchemaSources();
+    StringList shown;
+    for (const std::string &id : m_schemaSources) {
+        if (const FTPropsFormatInfo *format = m_dialog->additionalFormats().find(id))
+            shown.push_back(format->getFormatLongName());
+    }
+    ShowSchemaSources(shown);
+    m_dynamic->setChecked(m_schema->isDynamic() && !m_schemaSources.empty());
+    m_dynamicSettings = m_schema->getDynamicSchemaInfo();
+    ShowDynamicSummary();
+    UpdateDynamicControls();
+
+    m_additionalNames = m_schema->getAdditionalNames();
+    FillGeometry(m_format, m_schema->getGeometry());
+    m_initialSchemaSources = m_schemaSources;
+
+    connect(m_fanout.get(), &QCheckBox::clicked, this, [this] { UpdateFanoutControls(m_format); });
+    connect(m_dynamic.get(), &QCheckBox::clicked, this, [this] { OnDynamicToggled(); });
+    connect(m_chooseSchemaSources.get(), &QPushButton::clicked, this, [this] { ChooseSchemaSources(); });
+    connect(m_dynamicSettingsButton.get(), &QPushButton::clicked, this, [this] { EditDynamicSettings(); });
+    if (auto *dropDown = qobject_cast<DropDownComboBox *>(m_fanoutAttribute.get()))
+        connect(dropDown, &DropDownComboBox::dropDown, this, [this] { RefillFanoutChoices(); });
+    return true;
+}
+
+void CFeatTypePropsGeneralDest::UpdateDynamicControls()
+{
+    const bool dynamic = m_dynamic->isChecked();
+    m_schemaSourcesDisplay->setEnabled(dynamic);
+    m_chooseSchemaSources->setEnabled(dynamic);
+    m_dynamicSummary->setEnabled(dynamic);
+    m_dynamicSettingsButton->setEnabled(dynamic);
+    m_name->setEnabled(!dynamic);
+    m_geometry->setEnabled(!dynamic);
+    m_fanoutAttribute->setEnabled(m_fanout->isChecked() && !dynamic);
+    UpdateFanoutControls(m_format);
+}
+
+void CFeatTypePropsGeneralDest::UpdateFanoutControls(const FTPropsFormatInfo *format)
+{
+    if (format->supportsFeatTypeFanout() && !m_dynamic->isChecked()) {
+        m_fanout->setEnabled(true);
+        const bool fanout = m_fanout->isChecked();
+        m_name->setEnabled(!fanout);
+        m_fanoutAttribute->setEnabled(fanout);
+    } else {
+        m_fanout->setEnabled(false);
+        m_fanoutAttribute->setEnabled(false);
+    }
+}
+
+void CFeatTypePropsGeneralDest::FillFanoutChoices(const StringList &names)
+{
+    StringList all = m_extraFanoutNames;
+    all.insert(all.end(), names.begin(), names.end());
+    QStringList added;
+    for (const std::string &name : all) {
+        const QString item = fromNarrow(name);
+        if (!added.contains(item))
+            added.append(item);
+    }
+    m_fanoutAttribute->addItems(added);
+}
+
+void CFeatTypePropsGeneralDest::RefillFanoutChoices()
+{
+    const QString selected = m_fanoutAttribute->currentText();
+    m_fanoutAttribute->clear();
+    // The attribute pages are where the names are edited; until the dialog
+    // has them, the names are the schema's own.
+    FillFanoutChoices(m_schema->getAttributeNames(true, true));
+    SelectComboItem(m_fanoutAttribute.get(), selected);
+}
+
+void CFeatTypePropsGeneralDest::FillGeometry(const FTPropsFormatInfo *format, const std::string &geometry)
+{
+    m_geometry->clear();
+    if ((!format->supportsMultiGeom() || format->isSource()) && geometry.find(' ') == std::string::npos) {
+        QStringList names;
+        for (const auto &[native, generic] : format->getGeometryTypeMappings()->pairs()) {
+            const QString name = fromNarrow(native);
+            if (native != kNoGeometryMapping && !names.contains(name))
+                names.append(name);
+        }
+        m_geometry->addItems(names);
+        m_geometry->setCurrentIndex(findItemStartingWith(m_geometry.get(), fromNarrow(geometry)));
+        m_geometry->setEnabled(!m_dynamic->isChecked());
+    } else {
+        m_geometry->addItem(loadResourceString(res::MultipleGeometries));
+        m_geometry->setCurrentIndex(0);
+        m_geometry->setEnabled(false);
+    }
+}
+
+void CFeatTypePropsGeneralDest::ChangeFormat(const FTPropsFormatInfo *format)
+{
+    CFeatTypePropsGeneral::ChangeFormat(format);
+    UpdateFanoutControls(format);
+}
+
+std::vector<const FTPropsFormatInfo *> CFeatTypePropsGeneralDest::SchemaSourceFormats() const
+{
+    std::vector<const FTPropsFormatInfo *> formats;
+    for (auto it = m_dialog->additionalFormats().rbegin(); it != m_dialog->additionalFormats().rend(); ++it)
+        formats.push_back(it->second);
+    return formats;
+}
+
+void CFeatTypePropsGeneralDest::ShowSchemaSources(const StringList &longNames)
+{
+    m_schemaSourcesDisplay->setText(fromNarrow(joinLongNames(longNames)));
+}
+
+void CFeatTypePropsGeneralDest::ShowDynamicSummary()
+{
+    m_dynamicSummary->setText(
+        loadResourceString(m_dynamicSettings.isDefault() ? res::DynamicSettingsDefault : res::DynamicSettingsCustom));
+}
+
+void CFeatTypePropsGeneralDest::OnDynamicToggled()
+{
+    UpdateDynamicControls();
+    if (m_dynamic->isChecked() && m_schemaSources.empty()) {
+        StringList longNames;
+        for (const FTPropsFormatInfo *format : SchemaSourceFormats()) {
+            m_schemaSources.push_back(format->getId());
+            longNames.push_back(format->getFormatLongName());
+        }
+        ShowSchemaSources(longNames);
+    } else if (!m_dynamic->isChecked() && m_initialSchemaSources.empty()) {
+        m_schemaSources.clear();
+        ShowSchemaSources({});
+    }
+    FillGeometry(m_format, m_schema->getGeometry());
+}
+
+void CFeatTypePropsGeneralDest::ChooseSchemaSources()
+{
+    StringList items;
+    StringList icons;
+    for (const FTPropsFormatInfo *format : SchemaSourceFormats()) {
+        items.push_back(format->getFormatLongName());
+        icons.push_back(format->isSchemaReader() ? kSchemaReaderIcon : kReaderIcon);
+    }
+    StringList preselected;
+    for (const std::string &id : m_schemaSources) {
+        if (const FTPropsFormatInfo *format = m_dialog->additionalFormats().find(id))
+            preselected.push_back(format->getFormatLongName());
+    }
+    StringList chosen;
+    if (!RunSelectionDialog(items, preselected, icons, toNarrow(loadResourceString(res::SchemaSourcesTitle)), 0, 0,
+                            chosen, m_dialog))
+        return;
+    StringList ids;
+    for (const std::string &longName : chosen) {
+        for (const FTPropsFormatInfo *format : SchemaSourceFormats()) {
+            if (format->getFormatLongName() == longName) {
+                ids.push_back(format->getId());
+                break;
+            }
+        }
+    }
+    m_schemaSources = ids;
+    ShowSchemaSources(chosen);
+    m_schema->setSchemaSources(ids);
+}
+
+void CFeatTypePropsGeneralDest::EditDynamicSettings()
+{
+    VYRRWStringImp name(nameText().c_str());
+    VYRRWStringImp geometry;
+    if (m_geometry->currentIndex() >= 0)
+        geometry.assign(toNarrow(m_geometry->currentText()).c_str());
+    VYRRWStringArrayImp fanoutChoices;
+    for (const QString &item : itemsOf(m_fanoutAttribute.get()))
+        fanoutChoices.append(toNarrow(item).c_str());
+    VYRRWStringArrayImp geometryChoices;
+    for (const QString &item : itemsOf(m_geometry.get()))
+        geometryChoices.append(toNarrow(item).c_str());
+    QVYRNativeWidget parent(m_dialog);
+    QVYRConfigureDynamicSchemaDlg settingsDialog(m_dynamicSettings, name, geometry, fanoutChoices, geometryChoices,
+                                                 parent.widget());
+    if (settingsDialog.exec() == 0)
+        return;
+    DynamicSchemaInfo chosen;
+    settingsDialog.dynamicSchemaInfo(chosen);
+    m_dynamicSettings = chosen;
+    ShowDynamicSummary();
+}
+
+bool CFeatTypePropsGeneralDest::ValidatePage()
+{
+    if (!CFeatTypePropsGeneral::ValidatePage())
+        return false;
+    if (m_dataset->currentText().isEmpty())
+        return Refuse(res::DatasetRequired);
+    if (m_geometry->isEnabled() && (m_geometry->currentIndex() < 0 || m_geometry->currentText().isEmpty()))
+        return Refuse(res::GeometryRequired);
+    if (m_fanout->isChecked() && m_fanoutAttribute->currentIndex() < 0)
+        return Refuse(res::FanoutAttributeRequired);
+    if (m_dynamic->isChecked() && !m_dialog->additionalFormats().empty() && m_schemaSourcesDisplay->text().isEmpty())
+        return Refuse(res::SchemaSourceRequired);
+    if (m_dynamic->isChecked() && m_dialog->additionalFormats().empty())
+        return Refuse(res::NoSchemaSourceFormats);
+    return true;
+}
+
+void CFeatTypePropsGeneralDest::WriteToSchema(FTPropsSchemaInfo &target, unsigned mask)
+{
+    CFeatTypePropsGeneral::WriteToSchema(target, mask);
+    const FTPropsFormatInfo *targetFormat = FormatOf(target);
+    const bool formatChanged = m_format->getFormatName() != targetFormat->getFormatName();
+    if (mask & general::Fanout) {
+        target.setFanout(m_fanout->isChecked());
+        if (m_fanoutAttribute->currentIndex() >= 0)
+            target.setFanoutAttribute(toNarrow(m_fanoutAttribute->currentText()));
+    }
+    // The marker of several geometries is no geometry name: writing it would
+    // lose the geometries the feature type has.
+    const bool severalGeometries = m_geometry->currentText() == loadResourceString(res::MultipleGeometries);
+    if ((mask & general::Geometry) && !targetFormat->supportsMultiGeom() && !severalGeometries) {
+        std::string geometry = toNarrow(m_geometry->currentText());
+        if (formatChanged)
+            geometry = TranslateGeometry(geometry, *m_format, *targetFormat);
+        if (!m_dynamic->isChecked())
+            target.setGeometry(geometry);
+    }
+    if (mask & general::Dynamic)
+        target.setDynamic(m_dynamic->isChecked());
+    if (mask & general::SchemaSources)
+        target.setSchemaSources(m_schemaSources);
+    if (mask != 0)
+        target.setAdditionalNames(m_additionalNames);
+    if (mask & general::DynamicSettings)
+        target.setDynamicSchemaInfo(m_dynamicSettings);
+}
+
+} // namespace vyr
