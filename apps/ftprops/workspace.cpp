@@ -8,8 +8,6 @@
 #include "vyr/vyr_featurefile.h"
 #include "vyrguimfc/vyrguimfc.h"
 
-#include <nlohmann/json.hpp>
-
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -28,14 +26,15 @@ std::string readText(const std::string &path)
     return text.str();
 }
 
-// The feature as its file would hold it now.
-std::string snapshotOf(const IVYRFeature &feature, const std::string &scratch)
+// The feature as its file would hold it now. Compared as JSON, the order in
+// which attributes were last set does not count as a change.
+nlohmann::json snapshotOf(const IVYRFeature &feature, const std::string &scratch)
 {
     if (!VYR_FeatureSaveJson(&feature, scratch.c_str(), nullptr))
         return {};
-    std::string text = readText(scratch);
+    const std::string text = readText(scratch);
     std::remove(scratch.c_str());
-    return text;
+    return nlohmann::json::parse(text, nullptr, false);
 }
 
 class ErrorText final : public IVYRString
@@ -91,6 +90,7 @@ std::unique_ptr<Workspace> Workspace::open(const std::string &path, IVYRSession 
             WorkspaceFeatureType featureType;
             featureType.featurePath = relative(entry.at("feature"));
             featureType.formatPath = relative(entry.at("format"));
+            featureType.formatEntry = entry.at("format").get<std::string>();
             const auto capabilities = readCapabilityFile(featureType.formatPath);
             if (!capabilities) {
                 error = "cannot read the capability file " + featureType.formatPath;
@@ -123,7 +123,43 @@ std::unique_ptr<Workspace> Workspace::open(const std::string &path, IVYRSession 
         error = path + ": " + problem.what() + " (see the layout in the README)";
         return nullptr;
     }
+    workspace->m_document = std::move(document);
     return workspace;
+}
+
+bool Workspace::followFormatChange(std::size_t index, std::string &message)
+{
+    WorkspaceFeatureType &featureType = m_featureTypes[index];
+    ErrorText moved;
+    if (!featureType.feature->getAttribute("vyr_format", moved) || moved.value == featureType.formatName)
+        return true;
+    for (const WorkspaceFeatureType &other : m_featureTypes) {
+        if (other.formatName != moved.value)
+            continue;
+        featureType.formatPath = other.formatPath;
+        featureType.formatEntry = other.formatEntry;
+        featureType.capabilities = other.capabilities;
+        featureType.formatName = other.formatName;
+        m_document["feature_types"][index]["format"] = other.formatEntry;
+        const std::string temporary = m_path + ".vyr-new";
+        {
+            std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
+            out << m_document.dump(4) << '\n';
+            if (!out.flush()) {
+                std::remove(temporary.c_str());
+                message = "cannot write the workspace file " + m_path;
+                return false;
+            }
+        }
+        if (std::rename(temporary.c_str(), m_path.c_str()) != 0) {
+            std::remove(temporary.c_str());
+            message = "cannot replace the workspace file " + m_path;
+            return false;
+        }
+        message += ", " + featureType.name() + " now in " + other.formatName + " (" + m_path + ")";
+        return true;
+    }
+    return true;
 }
 
 int Workspace::find(const std::string &name) const
@@ -148,7 +184,7 @@ EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
         involved.push_back(i);
         others.push_back({other.feature, other.capabilities.c_str()});
     }
-    std::vector<std::string> before;
+    std::vector<nlohmann::json> before;
     for (const std::size_t i : involved)
         before.push_back(snapshotOf(*m_featureTypes[i].feature, scratch));
     std::vector<const char *> sources;
@@ -170,6 +206,8 @@ EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
             return EditResult::SaveFailed;
         }
         message += (message.empty() ? "saved " : ", ") + featureType.featurePath;
+        if (!followFormatChange(involved[k], message))
+            return EditResult::SaveFailed;
     }
     if (message.empty())
         message = "nothing changed, nothing saved";

@@ -11,9 +11,13 @@
 //   }
 //
 // A feature type's name is the "feature_type" of its feature file, its role
-// (reader or writer) the SOURCE value of its format.
+// (reader or writer) the SOURCE value of its format. When the user moves a
+// feature type to another dataset, its entry takes the capability file of a
+// feature type of that format, and the workspace file is rewritten.
 #ifndef VYR_APPS_FTPROPS_WORKSPACE_H
 #define VYR_APPS_FTPROPS_WORKSPACE_H
+
+#include <nlohmann/json.hpp>
 
 #include <memory>
 #include <string>
@@ -29,6 +33,7 @@ struct WorkspaceFeatureType
 {
     std::string featurePath;
     std::string formatPath;
+    std::string formatEntry; // as the workspace file writes it
     std::string capabilities;
     std::string formatName;
     bool source = false;
@@ -63,11 +68,15 @@ public:
 
 private:
     Workspace(std::string path, IVYRSession &session);
+    // Follows a feature type that moved to another format; false when the
+    // workspace file cannot be written.
+    bool followFormatChange(std::size_t index, std::string &message);
 
     std::string m_path;
     IVYRSession &m_session;
     std::vector<WorkspaceFeatureType> m_featureTypes;
     std::vector<std::string> m_schemaSources;
+    nlohmann::json m_document;
 };
 
 } // namespace vyr::ftprops

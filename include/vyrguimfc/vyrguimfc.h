@@ -85,6 +85,13 @@ typedef struct VYRWorkspaceFeatureType {
  *   null when 0): the readers that can serve as schema sources for dynamic
  *   schema.
  *
+ * Unlike VYRFeatTypeProperties, the features keep every General-page
+ * setting: merge, fan-out, dynamic schema with its schema sources and
+ * settings, each under a "vyr_" attribute name that is never a user
+ * attribute. When the user moves a writer's feature type to another
+ * dataset, its feature's "vyr_format" attribute names the new format (its
+ * FORMAT value); a host that keeps formats elsewhere reads it from there.
+ *
  * The result is that of VYRFeatTypeProperties; on Cancel no feature is
  * changed.
  */

@@ -4,6 +4,7 @@
 
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftprops/vyrobjftpropsschemainfo.h"
+#include "ftprops/vyrobjworkspaceschemainfo.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "uikit/application.h"
 #include "util/resourcelibrary.h"
@@ -88,26 +89,31 @@ bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFeature *schemaF
             return nullptr;
         };
 
-        std::vector<std::unique_ptr<VYRObjFTPropsSchemaInfo>> otherRecords;
+        const VYRObjWorkspaceSchemaInfo::FormatLookup lookup = formatWithId;
+        std::vector<std::unique_ptr<VYRObjWorkspaceSchemaInfo>> otherRecords;
         SchemaRecordList otherSchemas;
+        std::vector<const FTPropsFormatInfo *> otherFormatOf;
         for (size_t i = 0; others && i < otherCount; ++i) {
-            if (!others[i].schemaFeature)
-                continue;
             const VYRObjFTPropsFormatInfo *candidate = makeFormat(others[i].formatCapabilities);
             const FTPropsFormatInfo *otherFormat = formatWithId(candidate->getId());
             if (!otherFormat) {
                 formats.push_back(candidate);
                 otherFormat = candidate;
             }
-            otherRecords.push_back(std::make_unique<VYRObjFTPropsSchemaInfo>(*session, *others[i].schemaFeature,
-                                                                             *otherFormat));
+            otherFormatOf.push_back(otherFormat);
+        }
+        for (size_t i = 0; others && i < otherCount; ++i) {
+            if (!others[i].schemaFeature)
+                continue;
+            otherRecords.push_back(std::make_unique<VYRObjWorkspaceSchemaInfo>(*session, *others[i].schemaFeature,
+                                                                               *otherFormatOf[i], lookup));
             otherSchemas.push_back(otherRecords.back().get());
         }
         FormatRecordList additionalFormats;
         for (size_t i = 0; schemaSourceFormats && i < schemaSourceCount; ++i)
             additionalFormats.push_back(makeFormat(schemaSourceFormats[i]));
 
-        VYRObjFTPropsSchemaInfo schema(*session, *schemaFeature, *format);
+        VYRObjWorkspaceSchemaInfo schema(*session, *schemaFeature, *format, lookup);
         return runDialog(session, schema, otherSchemas, formats, additionalFormats, parentWindow) == kEndOk;
     } catch (...) {
         return false;

@@ -56,8 +56,14 @@ VYRObjFTPropsSchemaInfo::VYRObjFTPropsSchemaInfo(IVYRSession &session, IVYRFeatu
                                                  const FTPropsFormatInfo &format)
     : m_session(session)
     , m_feature(feature)
-    , m_format(format)
 {
+    bindFormat(format);
+}
+
+void VYRObjFTPropsSchemaInfo::bindFormat(const FTPropsFormatInfo &format)
+{
+    m_format = &format;
+    m_formatAttributeTypes.clear();
     for (const std::string &name : format.getFormatAttrNames())
         m_formatAttributeTypes.emplace(name, format.getFormatAttrType(name));
 }
@@ -81,7 +87,7 @@ std::string VYRObjFTPropsSchemaInfo::getLongName() const
 
 std::string VYRObjFTPropsSchemaInfo::getFormatId() const
 {
-    return m_format.getId();
+    return m_format->getId();
 }
 
 StringList VYRObjFTPropsSchemaInfo::readList(const char *name) const
@@ -141,7 +147,7 @@ bool VYRObjFTPropsSchemaInfo::readAttribute(const std::string &name, std::string
 
 std::string VYRObjFTPropsSchemaInfo::genericType(const std::string &type) const
 {
-    const DataTypeMappings &mappings = *m_format.getDataTypeMappings();
+    const DataTypeMappings &mappings = *m_format->getDataTypeMappings();
     const auto native = mappings.createType(type, kDialogListMode);
     const auto generic = native ? mappings.toGeneric(*native) : nullptr;
     return generic ? formatType(*generic, kDialogListMode) : std::string();
@@ -155,7 +161,7 @@ std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) c
     if (readAttribute("*" + name, stored))
         return stored;
     readAttribute(name, stored);
-    const DataTypeMappings &mappings = *m_format.getDataTypeMappings();
+    const DataTypeMappings &mappings = *m_format->getDataTypeMappings();
     const auto generic = mappings.createType(stored, kStoredListMode);
     const auto native = generic ? mappings.toNative(*generic) : nullptr;
     return native ? formatType(*native, kDialogListMode) : stored;
@@ -242,7 +248,7 @@ StringList VYRObjFTPropsSchemaInfo::getAttributeNames(bool user, bool format) co
 
 std::string VYRObjFTPropsSchemaInfo::getParameter(const std::string &name) const
 {
-    std::string value = m_format.getDeflineParmDefault(name);
+    std::string value = m_format->getDeflineParmDefault(name);
     const StringList names = readList(kParameterNames);
     if (std::find(names.begin(), names.end(), name) == names.end())
         return value;
@@ -258,7 +264,7 @@ std::string VYRObjFTPropsSchemaInfo::getParameter(const std::string &name) const
 
 void VYRObjFTPropsSchemaInfo::setParameter(const std::string &name, const std::string &value)
 {
-    const std::string definition = m_format.getDeflineParm(name);
+    const std::string definition = m_format->getDeflineParm(name);
     if (!definition.empty()) {
         const GuiParameterLine line = ParseParameterLine(definition);
         // Whole-line and enabling parameters are part of the format's prompt,
@@ -283,13 +289,13 @@ StringList VYRObjFTPropsSchemaInfo::geometryFamily(const std::string &prefix) co
 std::string VYRObjFTPropsSchemaInfo::getGeometry() const
 {
     StringList geometries = geometryFamily("*vyr_geometry");
-    const GeometryTypeMappings &mappings = *m_format.getGeometryTypeMappings();
+    const GeometryTypeMappings &mappings = *m_format->getGeometryTypeMappings();
     for (const std::string &generic : geometryFamily("vyr_geometry")) {
         std::string native = mappings.toNative(generic, false);
         if (std::find(geometries.begin(), geometries.end(), native) == geometries.end())
             geometries.push_back(std::move(native));
     }
-    if (!m_format.supportsMultiGeom() && !geometries.empty())
+    if (!m_format->supportsMultiGeom() && !geometries.empty())
         return geometries.front();
     std::string joined;
     for (const std::string &geometry : geometries)
@@ -306,7 +312,7 @@ void VYRObjFTPropsSchemaInfo::setGeometry(const std::string &geometry)
         if (isGeometryAttributeName(name))
             m_feature.removeAttribute(name.c_str());
     }
-    const GeometryTypeMappings &mappings = *m_format.getGeometryTypeMappings();
+    const GeometryTypeMappings &mappings = *m_format->getGeometryTypeMappings();
     StringList generics;
     constexpr std::string_view kSeparators = " \t\n";
     std::size_t index = 0;

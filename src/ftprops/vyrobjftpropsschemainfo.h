@@ -28,12 +28,12 @@ class IVYRSession;
 
 namespace vyr {
 
-class VYRObjFTPropsSchemaInfo final : public FTPropsSchemaInfo
+class VYRObjFTPropsSchemaInfo : public FTPropsSchemaInfo
 {
 public:
     // None owned; all must outlive the record.
     VYRObjFTPropsSchemaInfo(IVYRSession &session, IVYRFeature &feature, const FTPropsFormatInfo &format);
-    ~VYRObjFTPropsSchemaInfo();
+    virtual ~VYRObjFTPropsSchemaInfo();
 
     VYRObjFTPropsSchemaInfo(const VYRObjFTPropsSchemaInfo &) = delete;
     VYRObjFTPropsSchemaInfo &operator=(const VYRObjFTPropsSchemaInfo &) = delete;
@@ -81,6 +81,15 @@ public:
     void setAdditionalNames(const StringList &) override {}
     void expandListAttribute(const std::string &name, int count) override;
 
+protected:
+    // From now on the record reads and writes in `format`'s vocabulary.
+    void bindFormat(const FTPropsFormatInfo &format);
+    const FTPropsFormatInfo &format() const { return *m_format; }
+    IVYRSession &session() const { return m_session; }
+    IVYRFeature &feature() const { return m_feature; }
+    bool readAttribute(const std::string &name, std::string &value) const;
+    StringList readList(const char *name) const;
+
 private:
     struct PairLists
     {
@@ -88,11 +97,9 @@ private:
         const char *values;
     };
 
-    StringList readList(const char *name) const;
     void writeLists(PairLists lists, const StringList &names, const StringList &values);
     void removeEntry(PairLists lists, const std::string &name);
     void setEntry(PairLists lists, const std::string &name, const std::string &value);
-    bool readAttribute(const std::string &name, std::string &value) const;
     // The generic form of a type as the user writes it; empty when the
     // format's data types do not know it.
     std::string genericType(const std::string &type) const;
@@ -103,7 +110,7 @@ private:
 
     IVYRSession &m_session;
     IVYRFeature &m_feature;
-    const FTPropsFormatInfo &m_format;
+    const FTPropsFormatInfo *m_format = nullptr;
     std::unordered_map<std::string, std::string> m_formatAttributeTypes;
 };
 

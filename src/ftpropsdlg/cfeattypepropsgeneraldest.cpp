@@ -77,6 +77,7 @@ bool CFeatTypePropsGeneralDest::OnInitDialog()
     m_dataset->setEnabled(m_dataset->count() >= 2);
 
     FillFanoutChoices(m_schema->getAttributeNames(true, true));
+    m_fanoutAttribute->setCurrentIndex(-1);
     m_fanout->setChecked(m_schema->isFanout());
     SelectComboItem(m_fanoutAttribute.get(), fromNarrow(m_schema->getFanoutAttribute()));
 
@@ -151,6 +152,7 @@ void CFeatTypePropsGeneralDest::RefillFanoutChoices()
     // The attribute pages are where the names are edited; until the dialog
     // has them, the names are the schema's own.
     FillFanoutChoices(m_schema->getAttributeNames(true, true));
+    m_fanoutAttribute->setCurrentIndex(-1);
     SelectComboItem(m_fanoutAttribute.get(), selected);
 }
 

@@ -1,0 +1,205 @@
+#include "ftprops/vyrobjworkspaceschemainfo.h"
+
+#include "ftprops/sessionobjects.h"
+#include "util/numbertext.h"
+
+#include "vyr/IVYRFeature.h"
+
+#include <utility>
+
+namespace vyr {
+namespace {
+
+constexpr const char *kDynamicOptions[] = {"vyr_dynamic_option1", "vyr_dynamic_option2", "vyr_dynamic_option3"};
+constexpr const char *kDynamicTexts[] = {"vyr_dynamic_text1", "vyr_dynamic_text2", "vyr_dynamic_text3"};
+
+// Stored numbers are this record's own; anything unreadable is 0.
+std::int32_t numberOf(const std::string &text)
+{
+    std::int32_t value = 0;
+    bool negative = false;
+    std::size_t i = 0;
+    if (i < text.size() && text[i] == '-') {
+        negative = true;
+        ++i;
+    }
+    for (; i < text.size() && text[i] >= '0' && text[i] <= '9' && value < 100000000; ++i)
+        value = value * 10 + (text[i] - '0');
+    return negative ? -value : value;
+}
+
+std::string numberString(std::int32_t value)
+{
+    return value < 0 ? "-" + numberText(static_cast<std::uint32_t>(-static_cast<std::int64_t>(value)))
+                     : numberText(static_cast<std::uint32_t>(value));
+}
+
+} // namespace
+
+VYRObjWorkspaceSchemaInfo::VYRObjWorkspaceSchemaInfo(IVYRSession &session, IVYRFeature &feature,
+                                                     const FTPropsFormatInfo &format, FormatLookup lookup)
+    : VYRObjFTPropsSchemaInfo(session, feature, format)
+    , m_lookup(std::move(lookup))
+{}
+
+std::string VYRObjWorkspaceSchemaInfo::text(const char *name) const
+{
+    std::string value;
+    readAttribute(name, value);
+    return value;
+}
+
+bool VYRObjWorkspaceSchemaInfo::flag(const char *name) const
+{
+    return text(name) == "yes";
+}
+
+// A setting is written only when it changes, so that a feature that was not
+// edited keeps its file as it was, defaults left unwritten.
+void VYRObjWorkspaceSchemaInfo::setText(const char *name, const std::string &value)
+{
+    if (text(name) != value)
+        feature().setAttribute(name, value.c_str());
+}
+
+void VYRObjWorkspaceSchemaInfo::setFlag(const char *name, bool value)
+{
+    if (flag(name) != value)
+        setText(name, value ? "yes" : "no");
+}
+
+void VYRObjWorkspaceSchemaInfo::setNumber(const char *name, std::int32_t value)
+{
+    if (numberOf(text(name)) != value)
+        setText(name, numberString(value));
+}
+
+void VYRObjWorkspaceSchemaInfo::setList(const char *name, const StringList &values)
+{
+    if (readList(name) == values)
+        return;
+    SessionArray array(session());
+    array.assign(values);
+    feature().setListAttribute(name, *array);
+}
+
+void VYRObjWorkspaceSchemaInfo::setFormatId(const std::string &formatId)
+{
+    const FTPropsFormatInfo *target = m_lookup ? m_lookup(formatId) : nullptr;
+    if (!target || formatId == getFormatId())
+        return;
+    bindFormat(*target);
+    setText("vyr_format", formatId);
+}
+
+void VYRObjWorkspaceSchemaInfo::setMerged(bool merged)
+{
+    setFlag("vyr_merged", merged);
+}
+
+bool VYRObjWorkspaceSchemaInfo::isMerged() const
+{
+    return flag("vyr_merged");
+}
+
+void VYRObjWorkspaceSchemaInfo::setMergeSettings(const std::string &filter, int kind, bool option)
+{
+    setText("vyr_merge_filter", filter);
+    setNumber("vyr_merge_kind", kind);
+    setFlag("vyr_merge_option", option);
+}
+
+std::string VYRObjWorkspaceSchemaInfo::getMergeFilter() const
+{
+    return text("vyr_merge_filter");
+}
+
+int VYRObjWorkspaceSchemaInfo::getMergeKind() const
+{
+    return numberOf(text("vyr_merge_kind"));
+}
+
+bool VYRObjWorkspaceSchemaInfo::getMergeOption() const
+{
+    return flag("vyr_merge_option");
+}
+
+void VYRObjWorkspaceSchemaInfo::setFanout(bool fanout)
+{
+    setFlag("vyr_fanout", fanout);
+}
+
+bool VYRObjWorkspaceSchemaInfo::isFanout() const
+{
+    return flag("vyr_fanout");
+}
+
+void VYRObjWorkspaceSchemaInfo::setFanoutAttribute(const std::string &name)
+{
+    setText("vyr_fanout_attribute", name);
+}
+
+std::string VYRObjWorkspaceSchemaInfo::getFanoutAttribute() const
+{
+    return text("vyr_fanout_attribute");
+}
+
+StringList VYRObjWorkspaceSchemaInfo::getSchemaSources() const
+{
+    return readList("vyr_schema_sources");
+}
+
+void VYRObjWorkspaceSchemaInfo::setSchemaSources(const StringList &sources)
+{
+    setList("vyr_schema_sources", sources);
+}
+
+bool VYRObjWorkspaceSchemaInfo::isDynamic() const
+{
+    return flag("vyr_dynamic");
+}
+
+void VYRObjWorkspaceSchemaInfo::setDynamic(bool dynamic)
+{
+    setFlag("vyr_dynamic", dynamic);
+}
+
+DynamicSchemaInfo VYRObjWorkspaceSchemaInfo::getDynamicSchemaInfo() const
+{
+    DynamicSchemaInfo settings;
+    SessionString texts[3] = {SessionString(session()), SessionString(session()), SessionString(session())};
+    for (int i = 0; i < 3; ++i)
+        (*texts[i]).assign(text(kDynamicTexts[i]).c_str());
+    settings.setOption1(numberOf(text(kDynamicOptions[0])));
+    settings.setText1(*texts[0]);
+    settings.setOption2(numberOf(text(kDynamicOptions[1])));
+    settings.setText2(*texts[1]);
+    settings.setOption3(numberOf(text(kDynamicOptions[2])));
+    settings.setText3(*texts[2]);
+    return settings;
+}
+
+void VYRObjWorkspaceSchemaInfo::setDynamicSchemaInfo(const IDynamicSchemaInfo &settings)
+{
+    const std::int32_t options[3] = {settings.getOption1(), settings.getOption2(), settings.getOption3()};
+    SessionString texts[3] = {SessionString(session()), SessionString(session()), SessionString(session())};
+    settings.getText1(*texts[0]);
+    settings.getText2(*texts[1]);
+    settings.getText3(*texts[2]);
+    for (int i = 0; i < 3; ++i) {
+        setNumber(kDynamicOptions[i], options[i]);
+        setText(kDynamicTexts[i], texts[i].text());
+    }
+}
+
+StringList VYRObjWorkspaceSchemaInfo::getAdditionalNames() const
+{
+    return readList("vyr_additional_names");
+}
+
+void VYRObjWorkspaceSchemaInfo::setAdditionalNames(const StringList &names)
+{
+    setList("vyr_additional_names", names);
+}
+
+} // namespace vyr
