@@ -1,0 +1,150 @@
+#include "ftprops/geometrytranslation.h"
+#include "ftprops/vyrobjftpropsformatinfo.h"
+#include "ftprops/vyrobjworkspaceschemainfo.h"
+
+#include "frame/vyrrwstringarrayimp.h"
+#include "frame/vyrrwstringimp.h"
+
+#include "vyr/IVYRFeature.h"
+#include "vyr/vyr_session.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace vyr {
+namespace {
+
+const char kLines[] = "FORMAT,LINES,SUPPORTS_MULTI_GEOM,no,"
+                      "GEOM_TYPE_MAPPINGS,\"arc,vyr_line,dot,vyr_point,patch,vyr_area\"";
+const char kShapes[] = "FORMAT,SHAPES,SUPPORTS_MULTI_GEOM,yes,"
+                       "GEOM_TYPE_MAPPINGS,\"linestring,vyr_line,point,vyr_point\"";
+const char kBare[] = "FORMAT,BARE";
+
+TEST(GeometryTranslationTest, goesThroughTheGenericNames)
+{
+    const VYRObjFTPropsFormatInfo lines(kLines, nullptr, "LINES");
+    const VYRObjFTPropsFormatInfo shapes(kShapes, nullptr, "SHAPES");
+    const VYRObjFTPropsFormatInfo bare(kBare, nullptr, "BARE");
+    struct Case
+    {
+        const char *geometry;
+        const FTPropsFormatInfo &from;
+        const FTPropsFormatInfo &to;
+        const char *expected;
+    };
+    const Case cases[] = {
+        {"arc", lines, shapes, "linestring"},
+        // One name only out of a format without multiple geometries.
+        {"arc dot", lines, shapes, "linestring"},
+        {"linestring point", shapes, lines, "arc"},
+        {"point linestring", shapes, shapes, "point linestring "},
+        // What the other format cannot name is lost, not guessed.
+        {"patch", lines, shapes, ""},
+        {"arc", lines, bare, ""},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(TranslateGeometry(c.geometry, c.from, c.to), c.expected) << c.geometry;
+    EXPECT_TRUE(HasGeometryMappings(lines));
+    EXPECT_FALSE(HasGeometryMappings(bare));
+}
+
+class WorkspaceSchemaTest : public ::testing::Test
+{
+protected:
+    WorkspaceSchemaTest()
+        : m_session(VYR_SessionCreate())
+        , m_feature(m_session->createFeature())
+        , m_lines(kLines, m_session, "LINES")
+        , m_shapes(kShapes, m_session, "SHAPES")
+    {
+        m_feature->setFeatureType("roads");
+        m_schema = std::make_unique<VYRObjWorkspaceSchemaInfo>(*m_session, *m_feature, m_lines,
+                                                               [this](const std::string &id) -> const FTPropsFormatInfo * {
+                                                                   if (id == "LINES")
+                                                                       return &m_lines;
+                                                                   return id == "SHAPES" ? &m_shapes : nullptr;
+                                                               });
+    }
+    ~WorkspaceSchemaTest() override
+    {
+        m_schema.reset();
+        m_session->destroyFeature(m_feature);
+        VYR_SessionDestroy(m_session);
+    }
+
+    int attributeCount() const
+    {
+        VYRRWStringArrayImp names;
+        m_feature->getAllAttributeNames(names);
+        return static_cast<int>(names.entries());
+    }
+
+    IVYRSession *m_session;
+    IVYRFeature *m_feature;
+    VYRObjFTPropsFormatInfo m_lines;
+    VYRObjFTPropsFormatInfo m_shapes;
+    std::unique_ptr<VYRObjWorkspaceSchemaInfo> m_schema;
+};
+
+TEST_F(WorkspaceSchemaTest, keepsEveryRoleSettingInTheFeature)
+{
+    m_schema->setMerged(true);
+    m_schema->setMergeSettings("road*", 2, true);
+    m_schema->setFanout(true);
+    m_schema->setFanoutAttribute("KIND");
+    m_schema->setDynamic(true);
+    m_schema->setSchemaSources({"CSV", "GPX"});
+    m_schema->setAdditionalNames({"extra"});
+    DynamicSchemaInfo settings;
+    settings.setOption2(-3);
+    settings.setText3(VYRRWStringImp("A B"));
+    m_schema->setDynamicSchemaInfo(settings);
+
+    // A second record over the same feature reads it all back.
+    const VYRObjWorkspaceSchemaInfo reread(*m_session, *m_feature, m_lines, {});
+    EXPECT_TRUE(reread.isMerged());
+    EXPECT_EQ(reread.getMergeFilter(), "road*");
+    EXPECT_EQ(reread.getMergeKind(), 2);
+    EXPECT_TRUE(reread.getMergeOption());
+    EXPECT_TRUE(reread.isFanout());
+    EXPECT_EQ(reread.getFanoutAttribute(), "KIND");
+    EXPECT_TRUE(reread.isDynamic());
+    EXPECT_EQ(reread.getSchemaSources(), (StringList{"CSV", "GPX"}));
+    EXPECT_EQ(reread.getAdditionalNames(), StringList{"extra"});
+    EXPECT_TRUE(reread.getDynamicSchemaInfo() == settings);
+    // None of it is a user attribute.
+    EXPECT_TRUE(reread.getAttributeNames(true, false).empty());
+}
+
+TEST_F(WorkspaceSchemaTest, writesNothingWhenTheDefaultsComeBack)
+{
+    m_schema->setMerged(false);
+    m_schema->setMergeSettings("", 0, false);
+    m_schema->setFanout(false);
+    m_schema->setDynamic(false);
+    m_schema->setSchemaSources({});
+    m_schema->setDynamicSchemaInfo(DynamicSchemaInfo());
+    m_schema->setAdditionalNames({});
+    EXPECT_EQ(attributeCount(), 0);
+}
+
+TEST_F(WorkspaceSchemaTest, movesToAnotherFormatAndItsVocabulary)
+{
+    EXPECT_EQ(m_schema->getFormatId(), "LINES");
+    m_schema->setFormatId("NOWHERE");
+    EXPECT_EQ(m_schema->getFormatId(), "LINES");
+
+    m_schema->setFormatId("SHAPES");
+    EXPECT_EQ(m_schema->getFormatId(), "SHAPES");
+    VYRRWStringImp moved;
+    ASSERT_TRUE(m_feature->getAttribute("vyr_format", moved));
+    EXPECT_EQ(std::string(moved.c_str()), "SHAPES");
+    m_schema->setGeometry("linestring");
+    VYRRWStringImp generic;
+    ASSERT_TRUE(m_feature->getAttribute("vyr_geometry{0}", generic));
+    EXPECT_EQ(std::string(generic.c_str()), "vyr_line");
+}
+
+} // namespace
+} // namespace vyr
