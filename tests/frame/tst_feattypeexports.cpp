@@ -1,0 +1,207 @@
+// The feature type properties exports as a host calls them: through the
+// shared library, on engine features read from the bundled examples.
+#include "frame/vyrrwstringimp.h"
+#include "util/capabilityfile.h"
+
+#include "vyr/IVYRFeature.h"
+#include "vyr/vyr_featurefile.h"
+#include "vyr/vyr_session.h"
+#include "vyrguimfc/vyrguimfc.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+#include <functional>
+
+namespace {
+
+std::string examplePath(const char *relative)
+{
+    return std::string(VYR_TEST_EXAMPLES_DIR) + "/" + relative;
+}
+
+std::string capabilitiesOf(const char *format)
+{
+    return vyr::readCapabilityFile(examplePath("formats/") + format).value_or("");
+}
+
+// Does `act` to the dialog once it shows.
+void whenTheDialogShows(std::function<void(QDialog *)> act)
+{
+    QTimer::singleShot(0, qApp, [act] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        act(dialog);
+    });
+}
+
+template <class Widget>
+Widget *control(QDialog *dialog, const char *name)
+{
+    auto *widget = dialog->findChild<Widget *>(QLatin1String(name));
+    if (!widget)
+        qFatal("no control %s", name);
+    return widget;
+}
+
+std::string attributeOf(const IVYRFeature *feature, const char *name)
+{
+    VYRRWStringImp value;
+    return feature->getAttribute(name, value) ? std::string(value.c_str()) : std::string("(absent)");
+}
+
+} // namespace
+
+class FeatTypeExportsTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    IVYRSession *m_session = nullptr;
+    QTemporaryDir m_scratch;
+
+    IVYRFeature *load(const char *schema)
+    {
+        IVYRFeature *feature = m_session->createFeature();
+        if (!VYR_FeatureLoadJson(feature, examplePath(schema).c_str(), nullptr))
+            qFatal("cannot read %s", schema);
+        return feature;
+    }
+    QByteArray bytesOf(const IVYRFeature *feature)
+    {
+        const QString path = m_scratch.filePath(QStringLiteral("snapshot.json"));
+        if (!VYR_FeatureSaveJson(feature, path.toLocal8Bit().constData(), nullptr))
+            return {};
+        QFile file(path);
+        file.open(QIODevice::ReadOnly);
+        return file.readAll();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_scratch.isValid());
+        m_session = VYR_SessionCreate();
+    }
+    void cleanupTestCase() { VYR_SessionDestroy(m_session); }
+
+    void shouldLeaveTheFeatureAloneUnlessOk_data()
+    {
+        QTest::addColumn<QString>("ending");
+        QTest::addColumn<bool>("result");
+        QTest::newRow("Cancel") << "cancel" << false;
+        QTest::newRow("close box") << "close" << false;
+        QTest::newRow("Escape") << "escape" << false;
+        QTest::newRow("OK") << "ok" << true;
+    }
+    void shouldLeaveTheFeatureAloneUnlessOk()
+    {
+        QFETCH(QString, ending);
+        QFETCH(bool, result);
+        IVYRFeature *feature = load("schemas/postgres-parcels.json");
+        const QByteArray before = bytesOf(feature);
+        const bool edit = ending != QLatin1String("ok");
+        whenTheDialogShows([ending, edit](QDialog *dialog) {
+            if (edit) {
+                control<QLineEdit>(dialog, "nameEdit")->setText(QStringLiteral("renamed"));
+                control<QLineEdit>(dialog, "userEdit")->setText(QStringLiteral("someone"));
+            }
+            if (ending == QLatin1String("cancel"))
+                control<QPushButton>(dialog, "cancelButton")->click();
+            else if (ending == QLatin1String("close"))
+                dialog->close();
+            else if (ending == QLatin1String("escape"))
+                QTest::keyClick(dialog, Qt::Key_Escape);
+            else
+                control<QPushButton>(dialog, "okButton")->click();
+        });
+        const std::string capabilities = capabilitiesOf("postgres.fmt");
+        QCOMPARE(VYRFeatTypeProperties(m_session, feature, capabilities.c_str(), nullptr), result);
+        // OK without an edit changes nothing either.
+        QCOMPARE(bytesOf(feature), before);
+        m_session->destroyFeature(feature);
+    }
+
+    void shouldOpenOnAnEmptyCapabilityString()
+    {
+        IVYRFeature *feature = load("schemas/csv-stations.json");
+        bool sawSource = false;
+        whenTheDialogShows([&sawSource](QDialog *dialog) {
+            // Every key takes its default: a reader, with the merge box.
+            sawSource = dialog->findChild<QCheckBox *>(QStringLiteral("mergeCheck")) != nullptr;
+            dialog->reject();
+        });
+        QVERIFY(!VYRFeatTypeProperties(m_session, feature, "", nullptr));
+        QVERIFY(sawSource);
+        QVERIFY(!VYRFeatTypeProperties(nullptr, feature, "", nullptr));
+        m_session->destroyFeature(feature);
+    }
+
+    void shouldWriteWhatTheUserChangedOnOk()
+    {
+        IVYRFeature *feature = load("schemas/shapefile-roads.json");
+        whenTheDialogShows([](QDialog *dialog) {
+            control<QLineEdit>(dialog, "nameEdit")->setText(QStringLiteral("MAIN_ROADS"));
+            control<QComboBox>(dialog, "geometryCombo")->setCurrentText(QStringLiteral("shapefile_polygon"));
+            dialog->accept();
+        });
+        const std::string capabilities = capabilitiesOf("shapefile.fmt");
+        QVERIFY(VYRFeatTypeProperties(m_session, feature, capabilities.c_str(), nullptr));
+        QCOMPARE(std::string(feature->getFeatureType()), std::string("MAIN_ROADS"));
+        QCOMPARE(attributeOf(feature, "*vyr_geometry{0}"), std::string("shapefile_polygon"));
+        QCOMPARE(attributeOf(feature, "vyr_geometry{0}"), std::string("vyr_area"));
+        m_session->destroyFeature(feature);
+    }
+
+    void shouldKeepWorkspaceSettingsAndMovesToAnotherDataset()
+    {
+        IVYRFeature *roads = load("schemas/shapefile-roads.json");
+        IVYRFeature *wells = load("schemas/shapefile-wells.json");
+        IVYRFeature *landUse = load("schemas/geopackage-landuse.json");
+        const std::string shapefile = capabilitiesOf("shapefile.fmt");
+        const std::string geopackage = capabilitiesOf("geopackage.fmt");
+        const std::string csv = capabilitiesOf("csv.fmt");
+        const VYRWorkspaceFeatureType others[] = {{wells, shapefile.c_str()}, {landUse, geopackage.c_str()}};
+        const char *sources[] = {csv.c_str()};
+
+        QStringList datasets;
+        QString sourcesShown;
+        whenTheDialogShows([&](QDialog *dialog) {
+            auto *dataset = control<QComboBox>(dialog, "datasetCombo");
+            for (int i = 0; i < dataset->count(); ++i)
+                datasets.append(dataset->itemText(i));
+            control<QCheckBox>(dialog, "fanoutCheck")->click();
+            control<QComboBox>(dialog, "fanoutCombo")->setCurrentIndex(0);
+            control<QCheckBox>(dialog, "dynamicCheck")->click();
+            sourcesShown = control<QLineEdit>(dialog, "sourcesEdit")->text();
+            control<QCheckBox>(dialog, "dynamicCheck")->click();
+            dataset->setCurrentText(QStringLiteral("GEOPACKAGE"));
+            emit dataset->activated(dataset->currentIndex());
+            dialog->accept();
+        });
+        QVERIFY(VYRFeatTypePropertiesInWorkspace(m_session, roads, shapefile.c_str(), others, 2, sources, 1, nullptr));
+        QCOMPARE(datasets, (QStringList{"SHAPEFILE", "GEOPACKAGE"}));
+        QCOMPARE(sourcesShown, QStringLiteral("CSV"));
+        QCOMPARE(attributeOf(roads, "vyr_format"), std::string("GEOPACKAGE"));
+        // The geometry in the new format's words; fan-out is gone with a
+        // format that has none, but the choice is kept.
+        QCOMPARE(attributeOf(roads, "*vyr_geometry{0}"), std::string("gpkg_linestring"));
+        QCOMPARE(attributeOf(roads, "vyr_geometry{0}"), std::string("vyr_line"));
+        QCOMPARE(attributeOf(roads, "vyr_fanout"), std::string("yes"));
+        QVERIFY(attributeOf(roads, "vyr_fanout_attribute") != "(absent)");
+        QCOMPARE(attributeOf(roads, "vyr_dynamic"), std::string("(absent)"));
+        for (IVYRFeature *feature : {roads, wells, landUse})
+            m_session->destroyFeature(feature);
+    }
+};
+
+QTEST_MAIN(FeatTypeExportsTest)
+#include "tst_feattypeexports.moc"
