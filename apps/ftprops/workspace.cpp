@@ -26,6 +26,14 @@ std::string readText(const std::string &path)
     return text.str();
 }
 
+// Only plain files are read: a device or a pipe named in a workspace would
+// never end.
+bool readableFile(const std::string &path)
+{
+    std::error_code status;
+    return fs::is_regular_file(path, status);
+}
+
 // The feature as its file would hold it now. Compared as JSON, the order in
 // which attributes were last set does not count as a change.
 nlohmann::json snapshotOf(const IVYRFeature &feature, const std::string &scratch)
@@ -70,18 +78,22 @@ Workspace::~Workspace()
 
 std::unique_ptr<Workspace> Workspace::open(const std::string &path, IVYRSession &session, std::string &error)
 {
+    std::error_code status;
+    if (!fs::is_regular_file(path, status)) {
+        error = "cannot read the workspace file " + path;
+        return nullptr;
+    }
+    return parse(readText(path), path, session, error);
+}
+
+std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::string &path, IVYRSession &session,
+                                            std::string &error)
+{
     std::unique_ptr<Workspace> workspace(new Workspace(path, session));
     const fs::path base = fs::path(path).parent_path();
-    nlohmann::json document;
-    try {
-        std::ifstream in(path);
-        if (!in) {
-            error = "cannot read the workspace file " + path;
-            return nullptr;
-        }
-        document = nlohmann::json::parse(in);
-    } catch (const nlohmann::json::exception &problem) {
-        error = path + ": not a workspace: " + problem.what();
+    nlohmann::json document = nlohmann::json::parse(text, nullptr, false);
+    if (document.is_discarded() || !document.is_object()) {
+        error = path + ": not a workspace (a JSON object with \"feature_types\"; see the README)";
         return nullptr;
     }
     const auto relative = [&](const nlohmann::json &value) { return (base / value.get<std::string>()).string(); };
@@ -91,7 +103,8 @@ std::unique_ptr<Workspace> Workspace::open(const std::string &path, IVYRSession 
             featureType.featurePath = relative(entry.at("feature"));
             featureType.formatPath = relative(entry.at("format"));
             featureType.formatEntry = entry.at("format").get<std::string>();
-            const auto capabilities = readCapabilityFile(featureType.formatPath);
+            const auto capabilities = readableFile(featureType.formatPath) ? readCapabilityFile(featureType.formatPath)
+                                                                            : std::nullopt;
             if (!capabilities) {
                 error = "cannot read the capability file " + featureType.formatPath;
                 return nullptr;
@@ -103,6 +116,10 @@ std::unique_ptr<Workspace> Workspace::open(const std::string &path, IVYRSession 
             featureType.feature = session.createFeature();
             workspace->m_featureTypes.push_back(featureType);
             ErrorText reason;
+            if (!readableFile(featureType.featurePath)) {
+                error = "cannot read the feature file " + featureType.featurePath;
+                return nullptr;
+            }
             if (!VYR_FeatureLoadJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
                 error = reason.value;
                 return nullptr;
@@ -111,7 +128,7 @@ std::unique_ptr<Workspace> Workspace::open(const std::string &path, IVYRSession 
         if (document.contains("schema_sources")) {
             for (const nlohmann::json &entry : document.at("schema_sources")) {
                 const std::string formatPath = relative(entry);
-                const auto capabilities = readCapabilityFile(formatPath);
+                const auto capabilities = readableFile(formatPath) ? readCapabilityFile(formatPath) : std::nullopt;
                 if (!capabilities) {
                     error = "cannot read the capability file " + formatPath;
                     return nullptr;

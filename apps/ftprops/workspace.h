@@ -50,6 +50,9 @@ public:
     // Null, with the reason in `error`, when the file or one it names cannot
     // be read.
     static std::unique_ptr<Workspace> open(const std::string &path, IVYRSession &session, std::string &error);
+    // The workspace in `text`, as if read from the file at `path`.
+    static std::unique_ptr<Workspace> parse(const std::string &text, const std::string &path, IVYRSession &session,
+                                            std::string &error);
     ~Workspace();
     Workspace(const Workspace &) = delete;
     Workspace &operator=(const Workspace &) = delete;
