@@ -5,7 +5,11 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/deps.sh"
 "$root/scripts/build.sh" release >/dev/null
-for bench in codecs lists pattern numbers; do
+for bench in codecs lists pattern numbers dialogs attrtypes formatinfo schema grid; do
     echo "== bench_$bench"
     "$root/build/release/bench/bench_$bench" --benchmark_color=false "$@"
 done
+# Opening the feature type properties dialog: times to first paint and
+# through OK, and peak memory, printed directly.
+echo "== bench_ftprops"
+"$root/build/release/bench/bench_ftprops"
