@@ -1,12 +1,31 @@
 #!/usr/bin/env bash
-# The main job on the bundled examples: encodes a text with the library's WWJD
-# and user-string codecs through vyrtool and decodes it again, reads a schema
-# feature under its format, and shows the about dialog.
+# The main job on the bundled examples: the feature type properties dialog on
+# the example workspace (a window to edit it in when there is a display; a
+# screenshot of the dialog, offscreen, when there is none), then the codecs,
+# a schema feature under its format, and the about dialog.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/deps.sh"
 "$root/scripts/build.sh" release >/dev/null
-tool="$root/build/release/stage/vyrtool"
+stage="$root/build/release/stage"
+out="$root/build/example"
+
+# The workspace is copied, so that edits never touch the bundled files.
+workspace="$out/workspace"
+rm -rf "$workspace"
+mkdir -p "$out"
+cp -r "$root/examples" "$workspace"
+if [[ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]]; then
+    echo "== the example workspace: pick a feature type and press Properties... (close the window to go on)"
+    "$stage/vyr-ftprops" "$workspace/workspace.json" || true
+else
+    echo "== the feature type properties dialog on ROADS of the example workspace (no display: offscreen)"
+    "$stage/vyr-ftprops" "$workspace/workspace.json" --edit ROADS --screenshot "$out/ftprops-ROADS.png" --accept
+    echo "   picture: $out/ftprops-ROADS.png"
+fi
+echo "   to edit it: $stage/vyr-ftprops $workspace/workspace.json"
+
+tool="$stage/vyrtool"
 sample="$root/examples/texts/feature-names.txt"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -22,7 +41,6 @@ echo "== round trip: the WWJD decoding gives back the original text byte for byt
 
 # A bundled schema feature as the feature type properties dialog reads it
 # under its format, and a name made legal by the format's Tcl script.
-stage="$root/build/release/stage"
 echo "== the schema of examples/schemas/postgres-parcels.json under the POSTGRES format"
 "$tool" schema show "$root/examples/schemas/postgres-parcels.json" --format "$stage/formats/postgres.fmt"
 echo "== the worksheet name XLSX makes of \"Sales: 2026/Q1\" (by its validation script)"
@@ -31,8 +49,6 @@ echo "== the worksheet name XLSX makes of \"Sales: 2026/Q1\" (by its validation 
 # The about dialog, built from a template of the resource library, in both
 # languages. Without a display it is drawn offscreen into PNG files.
 echo "== the about dialog (template 130 of the resource library)"
-out="$root/build/example"
-mkdir -p "$out"
 for lang in C.UTF-8 de_DE.UTF-8; do
     png="$out/about-${lang%%.*}.png"
     LC_ALL= LC_MESSAGES= LANG="$lang" "$tool" about --screenshot "$png" 2>/dev/null

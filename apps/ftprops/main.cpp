@@ -59,7 +59,11 @@ void automateNextDialog(const Automation &automation)
 
 int main(int argc, char *argv[])
 {
-    if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY") && !std::getenv("QT_QPA_PLATFORM"))
+    const auto unset = [](const char *name) {
+        const char *value = std::getenv(name);
+        return !value || !*value;
+    };
+    if (unset("DISPLAY") && unset("WAYLAND_DISPLAY") && unset("QT_QPA_PLATFORM"))
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vyr-ftprops"));
