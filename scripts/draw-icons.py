@@ -155,6 +155,17 @@ def parameters_tab():
     return render(16, layers)
 
 
+def reader_item(schema_reader):
+    """A data sheet read out to the right; a schema reader's sheet shows a
+    table heading, for the schema it offers."""
+    layers = [(rect(0.12, 0.08, 0.62, 0.92), (255, 255, 255)), (frame(0.12, 0.08, 0.62, 0.92, 0.07), (60, 90, 140))]
+    if schema_reader:
+        layers.append((rect(0.12, 0.08, 0.62, 0.34), (120, 160, 210)))
+    layers.append((lambda x, y: any(rect(0.22, yy, 0.52, yy + 0.06)(x, y) for yy in (0.45, 0.6, 0.75)), (60, 90, 140)))
+    layers.append((arrow_right(0.45, 1.0, 0.7, 0.14), (46, 150, 60)))
+    return render(16, layers)
+
+
 # Bitmap ID -> drawing. Role, plain (the icon flags not both set) and branch.
 BITMAPS = {
     196: lambda: general_tab(True, False, None),
@@ -178,6 +189,11 @@ def main():
         (root / language / "bitmaps").mkdir(parents=True, exist_ok=True)
         for number, draw in BITMAPS.items():
             (root / language / "bitmaps" / f"{number}.png").write_bytes(draw())
+    # The icons of the schema source list, files of the installation.
+    icons = root.parent / "services" / "prompter" / "icons"
+    icons.mkdir(parents=True, exist_ok=True)
+    (icons / "reader.png").write_bytes(reader_item(False))
+    (icons / "schema_reader_item.png").write_bytes(reader_item(True))
 
 
 if __name__ == "__main__":

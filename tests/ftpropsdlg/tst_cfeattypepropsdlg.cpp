@@ -1,11 +1,14 @@
 #include "ftpropsdlg/recordingschema.h"
 #include "support/countingsession.h"
+#include "support/scopedenvironment.h"
+#include "support/scratchdirectory.h"
 
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "ftpropsdlg/cfeattypepropsgeneraldest.h"
 #include "ftpropsdlg/cfeattypepropsgeneralsource.h"
 #include "uikit/application.h"
+#include "uikit/helpevents.h"
 #include "uikit/outsideservices.h"
 #include "util/resourcelibrary.h"
 
@@ -514,6 +517,95 @@ private slots:
         name->setText(QStringLiteral("rivers"));
         QApplication::sendEvent(name, &leaving);
         QCOMPARE(name->text(), QStringLiteral("rivers"));
+    }
+
+    void shouldLetAReaderBeRenamedOnlyWhenTheSettingSaysSo()
+    {
+        test::ScratchDirectory home;
+        test::ScopedEnvironment env;
+        env.set("XDG_CONFIG_HOME", home.path());
+        RecordingSchema schema("stations", "CSV", m_log);
+        const auto nameIsReadOnly = [&] {
+            auto dialog = open(schema);
+            return item<QLineEdit>(dialog->generalPage(), CFeatTypePropsGeneral::kIdName)->isReadOnly();
+        };
+        QVERIFY(nameIsReadOnly());
+        // Read again for every dialog: a changed setting counts at once.
+        home.write("Quenbry Inc./VYR Loomhouse.conf", "[Settings]\nAllow Source Feature Type Editing=Yes\n");
+        QVERIFY(!nameIsReadOnly());
+        home.write("Quenbry Inc./VYR Loomhouse.conf", "[Settings]\nAllow Source Feature Type Editing=1\n");
+        QVERIFY(nameIsReadOnly());
+    }
+
+    void shouldRefillTheFanoutChoicesWhenTheListDropsDown()
+    {
+        RecordingSchema schema("roads", "SHP", m_log);
+        schema.userAttributes = {"KIND", "NAME"};
+        schema.fanout = true;
+        schema.fanoutAttribute = "NAME";
+        auto dialog = open(schema);
+        auto *attribute = item<QComboBox>(dialog->generalPage(), CFeatTypePropsGeneralDest::kIdFanoutAttribute);
+        QCOMPARE(attribute->currentText(), QStringLiteral("NAME"));
+        schema.userAttributes = {"TYPE", "NAME"};
+        schema.formatAttributes = {"shape_type"};
+        dialog->show();
+        attribute->showPopup();
+        attribute->hidePopup();
+        QStringList items;
+        for (int i = 0; i < attribute->count(); ++i)
+            items.append(attribute->itemText(i));
+        QCOMPARE(items, (QStringList{"TYPE", "NAME", "shape_type"}));
+        QCOMPARE(attribute->currentText(), QStringLiteral("NAME"));
+    }
+
+    void shouldChooseSchemaSourcesAmongTheReaders()
+    {
+        RecordingSchema schema("roads", "SHP", m_log);
+        schema.geometry = "shp_arc";
+        auto dialog = open(schema, {}, {m_readerA.get(), m_readerB.get()});
+        auto *dest = static_cast<CFeatTypePropsGeneralDest *>(dialog->generalPage());
+        item<QCheckBox>(dest, CFeatTypePropsGeneralDest::kIdDynamic)->click();
+
+        QStringList offered;
+        QStringList checked;
+        QList<bool> withIcon;
+        answerNextDialog([&](QDialog *selection) {
+            auto *list = selection->findChild<QListWidget *>();
+            for (int i = 0; i < list->count(); ++i) {
+                offered.append(list->item(i)->text());
+                withIcon.append(!list->item(i)->icon().isNull());
+                if (list->item(i)->checkState() == Qt::Checked)
+                    checked.append(list->item(i)->text());
+                list->item(i)->setCheckState(i == 1 ? Qt::Checked : Qt::Unchecked);
+            }
+            return true;
+        });
+        m_log.clear();
+        dest->ChooseSchemaSources();
+        QCOMPARE(offered, (QStringList{"READER_B", "READER_A"}));
+        QCOMPARE(checked, offered);
+        QCOMPARE(withIcon, (QList<bool>{true, true}));
+        QCOMPARE(dest->schemaSources(), StringList{"READER_A"});
+        QCOMPARE(item<QLineEdit>(dest, CFeatTypePropsGeneralDest::kIdSchemaSources)->text(), QStringLiteral("READER_A"));
+        // Handed to the schema at once, not only on OK.
+        QCOMPARE(joined(m_log), QStringLiteral("roads: setSchemaSources(READER_A)"));
+
+        answerNextDialog([](QDialog *) { return false; });
+        dest->ChooseSchemaSources();
+        QCOMPARE(dest->schemaSources(), StringList{"READER_A"});
+    }
+
+    void shouldAnswerHelpRequestsFromItsPages()
+    {
+        RecordingSchema schema("roads", "SHP", m_log);
+        auto dialog = open(schema);
+        // From any control of the page the request reaches the frame, which
+        // shows the dialog's help page and says it did.
+        QCOMPARE(routeHelpRequest(dialog->generalPage()->GetDlgItem(CFeatTypePropsGeneral::kIdName)), qintptr(1));
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (window != dialog.get() && window->isVisible())
+                window->close();
+        }
     }
 
     void shouldNotShrinkBelowItsFirstSize()
