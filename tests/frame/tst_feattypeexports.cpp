@@ -1,6 +1,7 @@
 // The feature type properties exports as a host calls them: through the
 // shared library, on engine features read from the bundled examples.
 #include "frame/vyrrwstringimp.h"
+#include "support/modalanswers.h"
 #include "util/capabilityfile.h"
 
 #include "vyr/IVYRFeature.h"
@@ -16,10 +17,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest>
 
-#include <functional>
 
 namespace {
 
@@ -31,16 +30,6 @@ std::string examplePath(const char *relative)
 std::string capabilitiesOf(const char *format)
 {
     return vyr::readCapabilityFile(examplePath("formats/") + format).value_or("");
-}
-
-// Does `act` to the dialog once it shows.
-void whenTheDialogShows(std::function<void(QDialog *)> act)
-{
-    QTimer::singleShot(0, qApp, [act] {
-        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        act(dialog);
-    });
 }
 
 template <class Widget>
@@ -109,7 +98,7 @@ private slots:
         IVYRFeature *feature = load("schemas/postgres-parcels.json");
         const QByteArray before = bytesOf(feature);
         const bool edit = ending != QLatin1String("ok");
-        whenTheDialogShows([ending, edit](QDialog *dialog) {
+        vyr::test::onNextModalDialog([ending, edit](QDialog *dialog) {
             if (edit) {
                 control<QLineEdit>(dialog, "nameEdit")->setText(QStringLiteral("renamed"));
                 control<QLineEdit>(dialog, "userEdit")->setText(QStringLiteral("someone"));
@@ -134,7 +123,7 @@ private slots:
     {
         IVYRFeature *feature = load("schemas/csv-stations.json");
         bool sawSource = false;
-        whenTheDialogShows([&sawSource](QDialog *dialog) {
+        vyr::test::onNextModalDialog([&sawSource](QDialog *dialog) {
             // Every key takes its default: a reader, with the merge box.
             sawSource = dialog->findChild<QCheckBox *>(QStringLiteral("mergeCheck")) != nullptr;
             dialog->reject();
@@ -148,7 +137,7 @@ private slots:
     void shouldWriteWhatTheUserChangedOnOk()
     {
         IVYRFeature *feature = load("schemas/shapefile-roads.json");
-        whenTheDialogShows([](QDialog *dialog) {
+        vyr::test::onNextModalDialog([](QDialog *dialog) {
             control<QLineEdit>(dialog, "nameEdit")->setText(QStringLiteral("MAIN_ROADS"));
             control<QComboBox>(dialog, "geometryCombo")->setCurrentText(QStringLiteral("shapefile_polygon"));
             dialog->accept();
@@ -174,7 +163,7 @@ private slots:
 
         QStringList datasets;
         QString sourcesShown;
-        whenTheDialogShows([&](QDialog *dialog) {
+        vyr::test::onNextModalDialog([&](QDialog *dialog) {
             auto *dataset = control<QComboBox>(dialog, "datasetCombo");
             for (int i = 0; i < dataset->count(); ++i)
                 datasets.append(dataset->itemText(i));

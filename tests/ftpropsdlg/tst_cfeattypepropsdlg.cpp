@@ -1,5 +1,6 @@
 #include "ftpropsdlg/recordingschema.h"
 #include "support/countingsession.h"
+#include "support/modalanswers.h"
 #include "support/scopedenvironment.h"
 #include "support/scratchdirectory.h"
 
@@ -24,14 +25,15 @@
 #include <QMessageBox>
 #include <QRadioButton>
 #include <QTabBar>
-#include <QTimer>
 #include <QtTest>
 
-#include <functional>
 #include <memory>
 
 using namespace vyr;
 using vyr::test::RecordingSchema;
+using vyr::test::answerNextDialog;
+using vyr::test::answerNextMessageBox;
+using vyr::test::ShownMessage;
 
 namespace {
 
@@ -67,30 +69,6 @@ public:
 private:
     IGuiPrompter *m_prompter;
 };
-
-// Answers the next modal window: `answer` looks at it and says OK or not.
-void answerNextDialog(std::function<bool(QDialog *)> answer)
-{
-    QTimer::singleShot(0, qApp, [answer] {
-        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        if (answer(dialog))
-            dialog->accept();
-        else
-            dialog->reject();
-    });
-}
-
-// Presses `button` in the next message box and keeps its text.
-void answerNextMessageBox(QString *text, QMessageBox::StandardButton button = QMessageBox::Ok)
-{
-    QTimer::singleShot(0, qApp, [text, button] {
-        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        QVERIFY(box);
-        *text = box->text();
-        box->button(button)->click();
-    });
-}
 
 template <class Widget>
 Widget *item(CVyrDialog *dialog, unsigned id)
@@ -269,12 +247,12 @@ private slots:
         QCOMPARE(dialog->applySelection().targets, StringList{"rivers"});
         QCOMPARE(dialog->applySelection().generalMask, general::Geometry);
 
-        QString question;
+        ShownMessage question;
         answerNextMessageBox(&question, confirm ? QMessageBox::Yes : QMessageBox::No);
         m_log.clear();
         dialog->OnOK();
         QCOMPARE(dialog->result(), kEndOk);
-        QCOMPARE(question, formatResourceString(res::ApplyConfirm, {QStringLiteral("1")}));
+        QCOMPARE(question.text, formatResourceString(res::ApplyConfirm, {QStringLiteral("1")}));
         StringList others;
         for (const std::string &line : m_log) {
             if (!line.starts_with("roads: "))
@@ -347,10 +325,11 @@ private slots:
             item<QCheckBox>(page, CFeatTypePropsGeneralDest::kIdDynamic)->click();
             item<QLineEdit>(page, CFeatTypePropsGeneralDest::kIdSchemaSources)->clear();
         }
-        QString shown;
+        ShownMessage shown;
         answerNextMessageBox(&shown);
         QVERIFY(!page->ValidatePage());
-        QCOMPARE(shown, loadResourceString(message));
+        QCOMPARE(shown.text, loadResourceString(message));
+        QCOMPARE(shown.icon, int(QMessageBox::Warning));
         // OK stops at the page: nothing is written, the dialog stays.
         answerNextMessageBox(&shown);
         dialog->OnOK();

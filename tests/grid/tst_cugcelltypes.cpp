@@ -1,6 +1,7 @@
 // The standard cell types, best fit, find and replace, and what assistive
 // technology sees of a grid.
 #include "recordinggrid.h"
+#include "support/modalanswers.h"
 
 #include "grid/cugstandardtypes.h"
 
@@ -16,22 +17,6 @@
 using namespace vyr;
 using vyr::test::RecordingGrid;
 
-namespace {
-
-// Closes the next message box and reports its texts.
-void answerNextMessageBox(QString *caption, QString *text)
-{
-    QTimer::singleShot(0, [caption, text] {
-        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        *caption = box->windowTitle();
-        *text = box->text();
-        box->accept();
-    });
-}
-
-} // namespace
 
 class tst_CUGCellTypes : public QObject
 {
@@ -259,12 +244,11 @@ void tst_CUGCellTypes::findAndReplace()
     QCOMPARE(grid.GetCurrentRow(), 2L);
 
     // Whole and case-sensitive: only "Alpha"; nothing below it.
-    QString caption;
-    QString text;
-    answerNextMessageBox(&caption, &text);
+    test::ShownMessage shown;
+    test::answerNextMessageBox(&shown);
     QCOMPARE(grid.FindReplace("Alpha", {}, 0, CUGCtrl::FindNextRequest), 1);
-    QCOMPARE(caption, QString("Not Found"));
-    QCOMPARE(text, QString("Item not found"));
+    QCOMPARE(shown.caption, QString("Not Found"));
+    QCOMPARE(shown.text, QString("Item not found"));
     QCOMPARE(grid.GetCurrentRow(), 2L);
 
     // Replace writes over the current cell, then finds the next one.

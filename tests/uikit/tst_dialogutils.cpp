@@ -3,12 +3,12 @@
 #include "util/installdir.h"
 
 #include "support/scopedenvironment.h"
+#include "support/modalanswers.h"
 #include "support/scratchdirectory.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QMessageBox>
-#include <QTimer>
 #include <QtTest>
 
 using namespace vyr;
@@ -104,18 +104,11 @@ private slots:
         QFETCH(int, button);
         QFETCH(int, expected);
         QFETCH(int, icon);
-        QString caption;
-        int shownIcon = -1;
-        QTimer::singleShot(0, qApp, [&] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            QVERIFY(box);
-            caption = box->windowTitle();
-            shownIcon = box->icon();
-            box->button(static_cast<QMessageBox::StandardButton>(button))->click();
-        });
+        test::ShownMessage shown;
+        test::answerNextMessageBox(&shown, static_cast<QMessageBox::StandardButton>(button));
         QCOMPARE(ShowMessageBox(nullptr, QStringLiteral("Text"), QString(), flags), expected);
-        QCOMPARE(caption, QGuiApplication::applicationDisplayName());
-        QCOMPARE(shownIcon, icon);
+        QCOMPARE(shown.caption, QGuiApplication::applicationDisplayName());
+        QCOMPARE(shown.icon, icon);
     }
 };
 

@@ -4,6 +4,8 @@
 #include "util/installdir.h"
 #include "util/tempfiles.h"
 
+#include "support/modalanswers.h"
+
 #include "vyr/IGuiPrompter.h"
 
 #include <QAbstractButton>
@@ -18,22 +20,9 @@
 #include <functional>
 
 using namespace vyr;
+using vyr::test::answerNextDialog;
 
 namespace {
-
-// Answers the next modal window programmatically: `answer` fills it in and
-// returns whether to press OK (true) or Cancel (false).
-void answerNextDialog(std::function<bool(QDialog *)> answer)
-{
-    QTimer::singleShot(0, qApp, [answer] {
-        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        if (answer(dialog))
-            dialog->accept();
-        else
-            dialog->reject();
-    });
-}
 
 QListWidget *listOf(QDialog *form, const char *key)
 {
