@@ -8,6 +8,7 @@
 #include <QAbstractButton>
 #include <QBuffer>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QIcon>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -260,6 +261,15 @@ void CVyrDialog::OnCloseDialog(QCloseEvent *event)
         return;
     }
     QDialog::closeEvent(event);
+}
+
+void CVyrDialog::keyPressEvent(QKeyEvent *event)
+{
+    if (!isWindow()) {
+        event->ignore();
+        return;
+    }
+    QDialog::keyPressEvent(event);
 }
 
 void CVyrDialog::closeEvent(QCloseEvent *event)

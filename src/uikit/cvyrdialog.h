@@ -107,6 +107,9 @@ protected:
 
     bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    // A dialog embedded in another (a page) leaves Enter and Escape to the
+    // window it is part of.
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void resolveBindings();

@@ -88,8 +88,9 @@ private slots:
         QTest::addColumn<bool>("result");
         QTest::newRow("Cancel") << "cancel" << false;
         QTest::newRow("close box") << "close" << false;
-        QTest::newRow("Escape") << "escape" << false;
+        QTest::newRow("Escape in a field") << "escape" << false;
         QTest::newRow("OK") << "ok" << true;
+        QTest::newRow("Enter in a field") << "enter" << true;
     }
     void shouldLeaveTheFeatureAloneUnlessOk()
     {
@@ -97,7 +98,7 @@ private slots:
         QFETCH(bool, result);
         IVYRFeature *feature = load("schemas/postgres-parcels.json");
         const QByteArray before = bytesOf(feature);
-        const bool edit = ending != QLatin1String("ok");
+        const bool edit = !result;
         vyr::test::onNextModalDialog([ending, edit](QDialog *dialog) {
             if (edit) {
                 control<QLineEdit>(dialog, "nameEdit")->setText(QStringLiteral("renamed"));
@@ -108,7 +109,9 @@ private slots:
             else if (ending == QLatin1String("close"))
                 dialog->close();
             else if (ending == QLatin1String("escape"))
-                QTest::keyClick(dialog, Qt::Key_Escape);
+                QTest::keyClick(control<QLineEdit>(dialog, "nameEdit"), Qt::Key_Escape);
+            else if (ending == QLatin1String("enter"))
+                QTest::keyClick(control<QLineEdit>(dialog, "nameEdit"), Qt::Key_Return);
             else
                 control<QPushButton>(dialog, "okButton")->click();
         });
