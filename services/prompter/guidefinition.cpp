@@ -19,6 +19,17 @@ std::string unquoted(std::string_view text)
     return std::string(text);
 }
 
+// The choices after a key. Lines are joined with single blanks, so a second
+// blank right after the key stands for an empty list of choices.
+std::string_view takeChoices(std::string_view &rest)
+{
+    if (!rest.empty() && rest.front() == ' ') {
+        rest.remove_prefix(1);
+        return {};
+    }
+    return takeMacroToken(rest);
+}
+
 void readPrompt(std::string_view kind, std::string_view rest, bool optional, GuiDefinition &definition)
 {
     GuiPrompt prompt;
@@ -27,7 +38,7 @@ void readPrompt(std::string_view kind, std::string_view rest, bool optional, Gui
     if (kind == "LISTBOX" || kind == "CHOICE") {
         prompt.kind = kind == "LISTBOX" ? GuiPromptKind::ListBox : GuiPromptKind::Choice;
         prompt.key = std::string(takeMacroToken(rest));
-        choices = takeMacroToken(rest);
+        choices = takeChoices(rest);
     } else if (kind == kSelectionBoxKey) {
         prompt.kind = GuiPromptKind::SelectionBox;
         prompt.key = std::string(kSelectionBoxKey);

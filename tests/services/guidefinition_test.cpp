@@ -78,6 +78,17 @@ TEST(GuiDefinitionTest, QuotedChoicesAnswerAsTheyWereWritten)
     EXPECT_EQ(writeGuiAnswers(definition, {{"K", {"Ja bitte"}}}), "K\n\"Ja bitte\"\n");
 }
 
+TEST(GuiDefinitionTest, TwoBlanksAfterTheKeyMeanNoChoices)
+{
+    // What a list of no feature types looks like once joined into a line.
+    const GuiDefinition definition = parseGuiDefinition("GUI LISTBOX FEAT_TYPES  Apply to these:\n"
+                                                        "DEFAULT_MACRO FEAT_TYPES \n");
+    ASSERT_EQ(definition.prompts.size(), 1u);
+    EXPECT_TRUE(definition.prompts[0].choices.empty());
+    EXPECT_EQ(definition.prompts[0].prompt, "Apply to these:");
+    EXPECT_TRUE(defaultValues(definition, definition.prompts[0]).empty());
+}
+
 TEST(GuiDefinitionTest, BrokenLinesAreSkipped)
 {
     const GuiDefinition definition = parseGuiDefinition("GUI\nGUI LISTBOX\nDEFAULT_MACRO\nGUI ICONPICKONLY\r\n"
