@@ -237,12 +237,8 @@ void CFeatTypePropsGeneralDest::ChooseSchemaSources()
         return;
     StringList ids;
     for (const std::string &longName : chosen) {
-        for (const FTPropsFormatInfo *format : SchemaSourceFormats()) {
-            if (format->getFormatLongName() == longName) {
-                ids.push_back(format->getId());
-                break;
-            }
-        }
+        if (const FTPropsFormatInfo *format = m_dialog->formatsByLongName().find(longName))
+            ids.push_back(format->getId());
     }
     m_schemaSources = ids;
     ShowSchemaSources(chosen);
