@@ -301,8 +301,9 @@ void CFeatTypePropsDlg::OnOK()
     if (!ValidatePages())
         return;
     m_schema->beginUpdate();
-    m_general->WriteToSchema(*m_schema, general::All);
-    if (!m_apply.targets.empty()) {
+    if (m_general)
+        m_general->WriteToSchema(*m_schema, general::All);
+    if (m_general && !m_apply.targets.empty()) {
         const QString question =
             formatResourceString(res::ApplyConfirm, {QString::number(static_cast<qulonglong>(m_apply.targets.size()))});
         if (ShowMessageBox(this, question, QString(), MbYesNo) == IdYes) {
@@ -321,7 +322,7 @@ void CFeatTypePropsDlg::OnOK()
 void CFeatTypePropsDlg::ApplyToOthers()
 {
     m_apply = ApplySelection();
-    if (!ValidatePages())
+    if (!m_currentFormat || !ValidatePages())
         return;
     ApplyPromptInput input;
     for (const FTPropsSchemaInfo *other : m_others)
@@ -349,6 +350,8 @@ qintptr CFeatTypePropsDlg::OnHelpRequest(qintptr, qintptr)
         return 1;
     }
     const PageEntry *entry = entryOf(m_currentPage);
+    if (!m_currentFormat)
+        return 0;
     showFormatHelp(getInstallDirectory() + "help/VYRReadersWriters.chm", m_currentFormat->getFormatName(),
                    entry ? entry->helpKind : 0);
     return 1;

@@ -587,6 +587,16 @@ private slots:
         }
     }
 
+    void shouldStayHarmlessForASchemaOfAnUnknownFormat()
+    {
+        RecordingSchema schema("roads", "NOWHERE", m_log);
+        auto dialog = open(schema);
+        QVERIFY(!dialog->generalPage());
+        dialog->ApplyToOthers();
+        dialog->OnOK();
+        QCOMPARE(joined(m_log), QStringLiteral("roads: beginUpdate\nroads: endUpdate"));
+    }
+
     void shouldNotShrinkBelowItsFirstSize()
     {
         RecordingSchema schema("roads", "SHP", m_log);
