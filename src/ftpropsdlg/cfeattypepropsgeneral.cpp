@@ -11,6 +11,7 @@
 #include "util/resourcelibrary.h"
 
 #include <QEvent>
+#include <QPalette>
 
 #include <algorithm>
 
@@ -40,6 +41,13 @@ bool CFeatTypePropsGeneral::OnInitDialog()
     m_name->setText(fromNarrow(m_schema->getName()));
     if (IsSourceFeatureTypeEditingAllowed())
         m_name->setReadOnly(false);
+    if (m_name->isReadOnly()) {
+        // Many styles draw a read-only field like an editable one; the
+        // window's colour behind the text says that it cannot be typed in.
+        QPalette palette = m_name->palette();
+        palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+        m_name->setPalette(palette);
+    }
     m_name->installEventFilter(this);
     SetupDatabaseUser(m_format);
     FillGeometry(m_format, m_schema->getGeometry());
