@@ -1,5 +1,6 @@
 #include "workspace.h"
 
+#include "frame/vyrrwstringimp.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "util/capabilityfile.h"
 
@@ -45,18 +46,6 @@ nlohmann::json snapshotOf(const IVYRFeature &feature, const std::string &scratch
     return nlohmann::json::parse(text, nullptr, false);
 }
 
-class ErrorText final : public IVYRString
-{
-public:
-    void assign(const char *text) override { value = text ? text : ""; }
-    const char *data() const override { return value.data(); }
-    void assign(const char *bytes, std::size_t length) override { value.assign(bytes, length); }
-    const char *c_str() const override { return value.c_str(); }
-    std::size_t length() const override { return value.size(); }
-    void encodeWWJDInPlace() override {}
-    void decodeWWJDInPlace() override {}
-    std::string value;
-};
 
 } // namespace
 
@@ -115,13 +104,13 @@ std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::
             featureType.source = format.isSource();
             featureType.feature = session.createFeature();
             workspace->m_featureTypes.push_back(featureType);
-            ErrorText reason;
+            VYRRWStringImp reason;
             if (!readableFile(featureType.featurePath)) {
                 error = "cannot read the feature file " + featureType.featurePath;
                 return nullptr;
             }
             if (!VYR_FeatureLoadJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
-                error = reason.value;
+                error = std::string(reason.c_str());
                 return nullptr;
             }
         }
@@ -147,11 +136,11 @@ std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::
 bool Workspace::followFormatChange(std::size_t index, std::string &message)
 {
     WorkspaceFeatureType &featureType = m_featureTypes[index];
-    ErrorText moved;
-    if (!featureType.feature->getAttribute("vyr_format", moved) || moved.value == featureType.formatName)
+    VYRRWStringImp moved;
+    if (!featureType.feature->getAttribute("vyr_format", moved) || std::string(moved.c_str()) == featureType.formatName)
         return true;
     for (const WorkspaceFeatureType &other : m_featureTypes) {
-        if (other.formatName != moved.value)
+        if (other.formatName != std::string(moved.c_str()))
             continue;
         featureType.formatPath = other.formatPath;
         featureType.formatEntry = other.formatEntry;
@@ -217,9 +206,9 @@ EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
         const WorkspaceFeatureType &featureType = m_featureTypes[involved[k]];
         if (snapshotOf(*featureType.feature, scratch) == before[k])
             continue;
-        ErrorText reason;
+        VYRRWStringImp reason;
         if (!VYR_FeatureSaveJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
-            message = reason.value;
+            message = std::string(reason.c_str());
             return EditResult::SaveFailed;
         }
         message += (message.empty() ? "saved " : ", ") + featureType.featurePath;

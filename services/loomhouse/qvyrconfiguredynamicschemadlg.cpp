@@ -2,6 +2,8 @@
 
 #include "servicetext.h"
 
+#include "frame/vyrrwstringimp.h"
+
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -23,18 +25,6 @@ QString textOf(const char *text)
     return QString::fromLocal8Bit(text);
 }
 
-class OwnedString final : public IVYRString
-{
-public:
-    void assign(const char *text) override { m_text = text ? text : ""; }
-    const char *data() const override { return m_text.data(); }
-    void assign(const char *bytes, std::size_t length) override { m_text.assign(bytes, length); }
-    const char *c_str() const override { return m_text.c_str(); }
-    std::size_t length() const override { return m_text.size(); }
-    void encodeWWJDInPlace() override {}
-    void decodeWWJDInPlace() override {}
-    std::string m_text;
-};
 
 QRadioButton *addOption(QButtonGroup *group, QGridLayout *grid, int id, const char *text, QWidget *field = nullptr)
 {
@@ -74,12 +64,12 @@ QVYRConfigureDynamicSchemaDlg::QVYRConfigureDynamicSchemaDlg(const vyr::IDynamic
 {
     setWindowTitle(localized("Dynamic Schema Settings"));
     setObjectName(QStringLiteral("dynamicSchemaDialog"));
-    OwnedString texts[3];
+    VYRRWStringImp texts[3];
     settings.getText1(texts[0]);
     settings.getText2(texts[1]);
     settings.getText3(texts[2]);
     for (int i = 0; i < 3; ++i)
-        m_startTexts[i] = texts[i].m_text;
+        m_startTexts[i] = std::string(texts[i].data(), texts[i].length());
 
     auto *layout = new QVBoxLayout(this);
     auto *intro = new QLabel(localized("The schema of this feature type is read from its schema sources when the "
@@ -157,9 +147,9 @@ void QVYRConfigureDynamicSchemaDlg::dynamicSchemaInfo(vyr::IDynamicSchemaInfo &s
         m_geometry->currentText(),
         m_attributeList->text().simplified(),
     };
-    OwnedString texts[3];
+    VYRRWStringImp texts[3];
     for (int i = 0; i < 3; ++i)
-        texts[i].m_text = options[i] == 0 ? m_startTexts[i] : shown[i].toLocal8Bit().toStdString();
+        texts[i].assign((options[i] == 0 ? m_startTexts[i] : shown[i].toLocal8Bit().toStdString()).c_str());
     settings.setOption1(options[0]);
     settings.setText1(texts[0]);
     settings.setOption2(options[1]);

@@ -13,25 +13,11 @@ namespace {
 constexpr const char *kDynamicOptions[] = {"vyr_dynamic_option1", "vyr_dynamic_option2", "vyr_dynamic_option3"};
 constexpr const char *kDynamicTexts[] = {"vyr_dynamic_text1", "vyr_dynamic_text2", "vyr_dynamic_text3"};
 
-// Stored numbers are this record's own; anything unreadable is 0.
+// Anything unreadable counts as 0, the default.
 std::int32_t numberOf(const std::string &text)
 {
     std::int32_t value = 0;
-    bool negative = false;
-    std::size_t i = 0;
-    if (i < text.size() && text[i] == '-') {
-        negative = true;
-        ++i;
-    }
-    for (; i < text.size() && text[i] >= '0' && text[i] <= '9' && value < 100000000; ++i)
-        value = value * 10 + (text[i] - '0');
-    return negative ? -value : value;
-}
-
-std::string numberString(std::int32_t value)
-{
-    return value < 0 ? "-" + numberText(static_cast<std::uint32_t>(-static_cast<std::int64_t>(value)))
-                     : numberText(static_cast<std::uint32_t>(value));
+    return parseInteger(text, value) ? value : 0;
 }
 
 } // namespace
@@ -71,7 +57,7 @@ void VYRObjWorkspaceSchemaInfo::setFlag(const char *name, bool value)
 void VYRObjWorkspaceSchemaInfo::setNumber(const char *name, std::int32_t value)
 {
     if (numberOf(text(name)) != value)
-        setText(name, numberString(value));
+        setText(name, std::to_string(value));
 }
 
 void VYRObjWorkspaceSchemaInfo::setList(const char *name, const StringList &values)
