@@ -15,7 +15,9 @@ class CUGAccessibleGrid;
 namespace {
 
 // One cell, heading cells included (negative positions).
-class CUGAccessibleCell final : public QAccessibleInterface, public QAccessibleTableCellInterface
+class CUGAccessibleCell final : public QAccessibleInterface,
+                                public QAccessibleTableCellInterface,
+                                public QAccessibleActionInterface
 {
 public:
     CUGAccessibleCell(CUGCtrl *grid, int column, long row)
@@ -41,12 +43,16 @@ public:
     {
         if (!isValid() || (kind != QAccessible::Name && kind != QAccessible::Value))
             return QString();
-        return m_grid->GetCellText(m_column, m_row);
+        CUGCell cell;
+        m_grid->GetCellResolved(m_column, m_row, cell);
+        const CUGCellType *type = m_grid->GetCellType(cell);
+        return kind == QAccessible::Name ? type->AccessibleName(cell) : type->AccessibleValue(cell);
     }
+    // Assistive technology writes as a person does, with the same checks.
     void setText(QAccessible::Text, const QString &text) override
     {
         if (isValid() && m_row >= 0 && m_column >= 0)
-            m_grid->SetCellText(m_column, m_row, text);
+            m_grid->WriteUserText(m_column, m_row, text, ug::TextAssisted);
     }
     QRect rect() const override
     {
@@ -62,7 +68,9 @@ public:
             return QAccessible::ColumnHeader;
         if (m_column < 0)
             return QAccessible::RowHeader;
-        return QAccessible::Cell;
+        CUGCell cell;
+        m_grid->GetCellResolved(m_column, m_row, cell);
+        return m_grid->GetCellType(cell)->AccessibleRole(cell);
     }
     QAccessible::State state() const override
     {
@@ -87,9 +95,30 @@ public:
     }
     void *interface_cast(QAccessible::InterfaceType type) override
     {
-        return type == QAccessible::TableCellInterface ? static_cast<QAccessibleTableCellInterface *>(this)
-                                                       : nullptr;
+        if (type == QAccessible::TableCellInterface)
+            return static_cast<QAccessibleTableCellInterface *>(this);
+        if (type == QAccessible::ActionInterface)
+            return static_cast<QAccessibleActionInterface *>(this);
+        return nullptr;
     }
+
+    QStringList actionNames() const override
+    {
+        if (!isValid() || m_row < 0 || m_column < 0)
+            return {};
+        CUGCell cell;
+        m_grid->GetCellResolved(m_column, m_row, cell);
+        return m_grid->GetCellType(cell)->AccessibleActions(cell);
+    }
+    void doAction(const QString &action) override
+    {
+        if (!actionNames().contains(action))
+            return;
+        CUGCell cell;
+        m_grid->GetCellResolved(m_column, m_row, cell);
+        m_grid->GetCellType(cell)->DoAccessibleAction(m_column, m_row, action);
+    }
+    QStringList keyBindingsForAction(const QString &) const override { return {}; }
 
     bool isSelected() const override { return m_grid->IsSelected(m_column, m_row); }
     QList<QAccessibleInterface *> columnHeaderCells() const override;

@@ -71,6 +71,28 @@ void CUGCellType::OnChangedCellWidth(int, long, int) {}
 void CUGCellType::OnChangedCellHeight(int, long, int) {}
 void CUGCellType::OnClosePopups() {}
 
+QAccessible::Role CUGCellType::AccessibleRole(const CUGCell &) const
+{
+    return QAccessible::Cell;
+}
+
+QString CUGCellType::AccessibleName(const CUGCell &cell) const
+{
+    return cell.text();
+}
+
+QString CUGCellType::AccessibleValue(const CUGCell &cell) const
+{
+    return cell.text();
+}
+
+QStringList CUGCellType::AccessibleActions(const CUGCell &) const
+{
+    return {};
+}
+
+void CUGCellType::DoAccessibleAction(int, long, const QString &) {}
+
 void CUGCellType::attach(CUGCtrl *ctrl, int id)
 {
     m_ctrl = ctrl;

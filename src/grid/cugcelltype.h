@@ -7,11 +7,13 @@
 #ifndef VYR_GRID_CUGCELLTYPE_H
 #define VYR_GRID_CUGCELLTYPE_H
 
+#include <QAccessible>
 #include <QColor>
 #include <QPoint>
 #include <QRect>
 #include <QSize>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 
@@ -63,6 +65,15 @@ public:
 
     // The size that shows the cell's content, for best fit.
     virtual void MeasureCell(QSize &size, const CUGCell &cell) const;
+
+    // How assistive technology sees a cell of this type: its role, its name
+    // and value, and what it can be asked to do (QAccessibleActionInterface
+    // names). The base is a text cell named and valued by its text.
+    virtual QAccessible::Role AccessibleRole(const CUGCell &cell) const;
+    virtual QString AccessibleName(const CUGCell &cell) const;
+    virtual QString AccessibleValue(const CUGCell &cell) const;
+    virtual QStringList AccessibleActions(const CUGCell &cell) const;
+    virtual void DoAccessibleAction(int column, long row, const QString &action);
 
     // Hands an event to the grid's OnCellTypeEvent and returns its answer.
     long RaiseEvent(int column, long row, int message, std::intptr_t parameter);

@@ -9,6 +9,7 @@
 #include "grid/cugmaskededit.h"
 #include "grid/cugsections.h"
 #include "grid/cugstandardtypes.h"
+#include "grid/maskedtext.h"
 
 #include <QScrollBar>
 
@@ -108,14 +109,7 @@ int CUGCtrl::SetColumnCount(int count, bool redraw)
     m_info.numberOfColumns = count;
     if (m_info.leftColumn >= count)
         m_info.leftColumn = std::max(0, count - 1);
-    if (m_info.currentColumn >= count) {
-        if (count == 0) {
-            m_info.currentColumn = -1;
-            m_info.selection.clear();
-        } else {
-            moveCurrentTo(count - 1, m_info.currentRow, DragMode::None);
-        }
-    }
+    keepCurrentInside();
     updateGeometries();
     notifyAccessibility(-1, -1);
     if (redraw)
@@ -132,18 +126,16 @@ int CUGCtrl::SetRowCount(long count, bool redraw)
 {
     if (count < 0)
         return ug::OutOfRange;
+    const long old = m_info.numberOfRows;
+    if (count < old)
+        OnRowsDeleting(count, old - count);
     m_info.numberOfRows = count;
     m_info.rowHeights.erase(m_info.rowHeights.lower_bound(count), m_info.rowHeights.end());
     if (m_info.topRow >= count)
         m_info.topRow = std::max(0L, count - 1);
-    if (m_info.currentRow >= count) {
-        if (count == 0) {
-            m_info.currentRow = -1;
-            m_info.selection.clear();
-        } else {
-            moveCurrentTo(m_info.currentColumn, count - 1, DragMode::None);
-        }
-    }
+    keepCurrentInside();
+    if (count > old)
+        OnRowsInserted(old, count - old);
     updateGeometries();
     notifyAccessibility(-1, -1);
     if (redraw)
@@ -151,20 +143,40 @@ int CUGCtrl::SetRowCount(long count, bool redraw)
     return ug::Success;
 }
 
+void CUGCtrl::keepCurrentInside()
+{
+    int column = std::min(m_info.currentColumn, m_info.numberOfColumns - 1);
+    long row = std::min(m_info.currentRow, m_info.numberOfRows - 1);
+    if (column == m_info.currentColumn && row == m_info.currentRow)
+        return;
+    if (column < 0 || row < 0) {
+        m_info.currentColumn = column;
+        m_info.currentRow = row;
+        m_info.selection.clear();
+        return;
+    }
+    if (moveCurrentTo(column, row, DragMode::None) == ug::Success)
+        return;
+    // The old cell is gone, so the hooks cannot keep the current cell there.
+    m_info.currentColumn = column;
+    m_info.currentRow = row;
+    scrollToShow(column, row);
+    afterPositionChange(DragMode::None);
+}
+
 namespace {
 
-// Row heights after `row` move by one row.
+// Row heights from `row` on move by `by` rows; with a negative `by` the
+// heights of the rows removed go.
 void shiftRowHeights(std::map<long, int> &heights, long row, long by)
 {
+    if (heights.empty())
+        return;
     std::map<long, int> shifted;
-    for (auto it = heights.begin(); it != heights.end();) {
-        if (it->first >= row) {
-            if (!(by < 0 && it->first == row))
-                shifted.emplace(it->first + by, it->second);
-            it = heights.erase(it);
-        } else {
-            ++it;
-        }
+    for (auto it = heights.lower_bound(row); it != heights.end();) {
+        if (by > 0 || it->first >= row - by)
+            shifted.emplace(it->first + by, it->second);
+        it = heights.erase(it);
     }
     heights.merge(shifted);
 }
@@ -173,42 +185,56 @@ void shiftRowHeights(std::map<long, int> &heights, long row, long by)
 
 int CUGCtrl::InsertRow(long row)
 {
-    if (row < 0 || row > m_info.numberOfRows)
-        return ug::OutOfRange;
-    if (m_info.dataSource->InsertRow(row) != 0)
-        return ug::Refused;
-    if (!m_info.rowHeights.empty())
-        shiftRowHeights(m_info.rowHeights, row, 1);
-    ++m_info.numberOfRows;
-    updateScrollBars();
-    notifyAccessibility(-1, -1);
-    RepaintAll();
-    return ug::Success;
+    return InsertRows(row, 1);
 }
 
 int CUGCtrl::DeleteRow(long row)
 {
-    if (row < 0 || row >= m_info.numberOfRows)
+    return DeleteRows(row, 1);
+}
+
+int CUGCtrl::InsertRows(long row, long count)
+{
+    if (row < 0 || row > m_info.numberOfRows || count < 0)
         return ug::OutOfRange;
-    if (m_info.dataSource->DeleteRow(row) != 0)
-        return ug::Refused;
-    if (!m_info.rowHeights.empty())
-        shiftRowHeights(m_info.rowHeights, row, -1);
-    --m_info.numberOfRows;
-    if (m_info.topRow >= m_info.numberOfRows)
-        m_info.topRow = std::max(0L, m_info.numberOfRows - 1);
-    if (m_info.currentRow >= m_info.numberOfRows) {
-        if (m_info.numberOfRows == 0) {
-            m_info.currentRow = -1;
-            m_info.selection.clear();
-        } else {
-            moveCurrentTo(m_info.currentColumn, m_info.numberOfRows - 1, DragMode::None);
-        }
+    long inserted = 0;
+    while (inserted < count && m_info.dataSource->InsertRow(row) == 0)
+        ++inserted;
+    if (inserted > 0) {
+        shiftRowHeights(m_info.rowHeights, row, inserted);
+        m_info.numberOfRows += inserted;
+        OnRowsInserted(row, inserted);
+        rowsChanged();
     }
+    return inserted == count ? ug::Success : ug::Refused;
+}
+
+int CUGCtrl::DeleteRows(long row, long count)
+{
+    if (row < 0 || count < 0 || row + count > m_info.numberOfRows)
+        return ug::OutOfRange;
+    if (count == 0)
+        return ug::Success;
+    OnRowsDeleting(row, count);
+    long deleted = 0;
+    while (deleted < count && m_info.dataSource->DeleteRow(row) == 0)
+        ++deleted;
+    if (deleted > 0) {
+        shiftRowHeights(m_info.rowHeights, row, -deleted);
+        m_info.numberOfRows -= deleted;
+        if (m_info.topRow >= m_info.numberOfRows)
+            m_info.topRow = std::max(0L, m_info.numberOfRows - 1);
+        keepCurrentInside();
+        rowsChanged();
+    }
+    return deleted == count ? ug::Success : ug::Refused;
+}
+
+void CUGCtrl::rowsChanged()
+{
     updateScrollBars();
     notifyAccessibility(-1, -1);
     RepaintAll();
-    return ug::Success;
 }
 
 int CUGCtrl::AppendRow()
@@ -306,6 +332,45 @@ int CUGCtrl::SetCellText(int column, long row, const QString &text)
     cell.setText(text);
     cell.setDataType(CUGCell::TextData);
     return SetCell(column, row, cell);
+}
+
+bool CUGCtrl::IsCellWritable(int column, long row)
+{
+    if (column < 0 || row < 0 || column >= m_info.numberOfColumns || row >= m_info.numberOfRows)
+        return false;
+    CUGCell cell;
+    GetCellResolved(column, row, cell);
+    return !cell.isReadOnly() && GetCellType(cell)->allowsEditing();
+}
+
+int CUGCtrl::WriteUserText(int column, long row, const QString &text, ug::TextSource source)
+{
+    if (column < 0 || row < 0 || column >= m_info.numberOfColumns || row >= m_info.numberOfRows)
+        return ug::OutOfRange;
+    if (!IsCellWritable(column, row))
+        return ug::Refused;
+    CUGCell cell;
+    GetCellResolved(column, row, cell);
+    if (cell.isSet(CUGCell::Mask) && !cell.mask().isEmpty()
+        && MaskedText(cell.mask(), text).value() != text)
+        return ug::Refused;
+    QString verified;
+    verified.reserve(text.size());
+    for (QChar character : text) {
+        if (!m_info.dataSource->OnEditVerify(column, row, nullptr, character)
+            || !OnEditVerify(column, row, nullptr, character))
+            return ug::Refused;
+        verified.append(character);
+    }
+    if (!m_info.dataSource->OnEditFinish(column, row, nullptr, verified, false)
+        || !OnEndEdit(column, row, nullptr, verified, false))
+        return ug::Refused;
+    return StoreUserText(column, row, verified, source) == ug::Success ? ug::Success : ug::Refused;
+}
+
+int CUGCtrl::StoreUserText(int column, long row, const QString &text, ug::TextSource)
+{
+    return SetCellText(column, row, text);
 }
 
 int CUGCtrl::DeleteCell(int column, long row)
@@ -526,6 +591,7 @@ int CUGCtrl::SetVScrollWidth(int width)
     if (width < 0 || width > ug::kMaxScrollBarSize)
         return ug::OutOfRange;
     m_info.vScrollWidth = width;
+    setVerticalScrollBarPolicy(width == 0 ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
     if (width > 0)
         verticalScrollBar()->setFixedWidth(width);
     updateGeometries();
@@ -537,6 +603,7 @@ int CUGCtrl::SetHScrollHeight(int height)
     if (height < 0 || height > ug::kMaxScrollBarSize)
         return ug::OutOfRange;
     m_info.hScrollHeight = height;
+    setHorizontalScrollBarPolicy(height == 0 ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
     if (height > 0)
         horizontalScrollBar()->setFixedHeight(height);
     updateGeometries();
@@ -742,6 +809,8 @@ int CUGCtrl::OnCompareCells(const CUGCell *first, const CUGCell *second, int fla
 }
 
 void CUGCtrl::OnLayoutComponents(Layout &) {}
+void CUGCtrl::OnRowsInserted(long, long) {}
+void CUGCtrl::OnRowsDeleting(long, long) {}
 
 QColor CUGCtrl::OnDefaultBackColour(int section)
 {

@@ -59,6 +59,9 @@ public:
     int InsertRow(long row);
     int DeleteRow(long row);
     int AppendRow();
+    // Many rows at once: the view is brought up to date once at the end.
+    int InsertRows(long row, long count);
+    int DeleteRows(long row, long count);
     int GetTopHeadingRows() const;
     int SetTopHeadingRows(int count);
     int GetSideHeadingColumns() const;
@@ -76,6 +79,21 @@ public:
     QString GetCellText(int column, long row);
     int SetCellText(int column, long row, const QString &text);
     int DeleteCell(int column, long row);
+
+    // --- Texts a person gives
+    // Whether a person may give the cell a text: a cell of the cell area
+    // that is not read-only and whose type takes editing. Derived grids
+    // narrow it.
+    virtual bool IsCellWritable(int column, long row);
+    // A text a person gives a cell outside the in-place editor (a replace,
+    // assistive technology, a paste), checked as an edit is: the cell must
+    // be writable, the store and OnEditVerify must take every character,
+    // and the store and OnEndEdit the text. 0 stored, 2 refused, 1 outside.
+    int WriteUserText(int column, long row, const QString &text, ug::TextSource source);
+    // Where every text a person gave a cell is stored, after its checks;
+    // the base stores it with SetCellText. Derived grids learn of a
+    // person's changes here.
+    virtual int StoreUserText(int column, long row, const QString &text, ug::TextSource source);
 
     // --- Defaults, each a whole cell copied
     int GetDefaultCell(CUGCell &cell) const;
@@ -104,6 +122,7 @@ public:
     int SetTopHeadingHeight(int height);
     int SetTopHeadingRowHeight(int row, int height);
     int GetTopHeadingHeight() const;
+    // 0 hides the bar; a bar keeps its style's size until one is set.
     int SetVScrollWidth(int width);
     int SetHScrollHeight(int height);
     // flags: 1 measures the heading rows too.
@@ -144,6 +163,9 @@ public:
     CUGMaskedEdit *GetMaskedEditor() const { return m_maskedEdit; }
     // Ends an edit in progress as cancelled.
     void CancelEdit();
+    // The modifiers held with the key the grid is handling now; hooks and
+    // cell types read them here rather than from the keyboard's state.
+    Qt::KeyboardModifiers KeyModifiers() const { return m_keyModifiers; }
 
     // --- Fonts and cell types
     int RegisterFont(const QFont &font);
@@ -250,9 +272,16 @@ public:
     virtual int OnCompareCells(const CUGCell *first, const CUGCell *second, int flags);
 
 protected:
+    // The parts are about to be placed; an override may change the
+    // rectangles and set column widths (without laying out again).
     virtual void OnLayoutComponents(Layout &layout);
     virtual QColor OnDefaultBackColour(int section);
+    // The current cell's frame, given the cell's own rectangle.
     virtual void OnPaintFocusFrame(QPainter &painter, const QRect &rect);
+    // Rows were inserted or are about to be deleted (through the data
+    // store), by any operation.
+    virtual void OnRowsInserted(long row, long count);
+    virtual void OnRowsDeleting(long row, long count);
     virtual int OnAllowTopHeadingPress(int column);
     virtual int OnAllowTopHeadingCellPress(int column, long row);
     // A context menu was asked for; the base offers none.
@@ -292,6 +321,12 @@ private:
     void afterPositionChange(DragMode mode);
     int moveCurrentTo(int column, long row, DragMode mode);
     bool scrollToShow(int column, long row);
+    // After the rows or columns shrank: the current cell moves inside,
+    // whether or not the hooks allow the move.
+    void keepCurrentInside();
+    void rowsChanged();
+    int findReplaceAll(const QString &findText, const QString &replaceText, int storeFlags);
+    void showNotFound();
     int setView(int leftColumn, long topRow);
     void updateScrollBars();
     void updateGeometries();
@@ -332,6 +367,7 @@ private:
 
     // Keys in the cell area; true when consumed.
     bool handleCellKey(QKeyEvent *event);
+    bool handleNavigationKey(QKeyEvent *event, int key);
     int repeatedSteps(QKeyEvent *event);
 
     // Editors report here.
@@ -387,6 +423,8 @@ private:
     int m_menuSection = 0;
 
     bool m_updatingScrollBars = false;
+    bool m_layingOut = false;
+    Qt::KeyboardModifiers m_keyModifiers;
 };
 
 } // namespace vyr

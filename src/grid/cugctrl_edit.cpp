@@ -74,10 +74,15 @@ int CUGCtrl::BeginEdit(int firstKey)
 
 int CUGCtrl::EndEdit(const QString &text, bool cancelled, bool continueEditing, int nextColumn, long nextRow)
 {
-    if (!m_editing)
-        return 1;
-    const int column = m_editColumn;
-    const long row = m_editRow;
+    // Without an edit in progress there is nothing to store: the ending
+    // is a cancel of the current cell's.
+    if (!m_editing) {
+        if (m_info.currentColumn < 0 || m_info.currentRow < 0)
+            return 1;
+        cancelled = true;
+    }
+    const int column = m_editing ? m_editColumn : m_info.currentColumn;
+    const long row = m_editing ? m_editRow : m_info.currentRow;
     QWidget *editor = m_activeEditor;
     if (!m_info.dataSource->OnEditFinish(column, row, editor, text, cancelled)
         || !OnEndEdit(column, row, editor, text, cancelled))
@@ -93,7 +98,7 @@ int CUGCtrl::EndEdit(const QString &text, bool cancelled, bool continueEditing, 
     m_activeEditor = nullptr;
     m_endingEdit = false;
     if (!cancelled)
-        SetCellText(column, row, text);
+        StoreUserText(column, row, text, ug::TextEdited);
 
     if (continueEditing && focusInCells && m_info.numberOfColumns > 0 && m_info.numberOfRows > 0) {
         if (nextColumn >= m_info.numberOfColumns)

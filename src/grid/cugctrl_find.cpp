@@ -49,39 +49,84 @@ void CUGCtrl::ReplaceDialog()
     showDialog(m_findDialog);
 }
 
+namespace {
+
+// The cell's text with the search's hits replaced: the whole text when
+// whole texts are searched, else every occurrence.
+QString replacedText(const QString &text, const QString &findText, const QString &replaceText, int storeFlags)
+{
+    if (!(storeFlags & ug::FindPartial))
+        return replaceText;
+    const Qt::CaseSensitivity sensitivity = (storeFlags & ug::FindIgnoreCase) ? Qt::CaseInsensitive : Qt::CaseSensitive;
+    QString result = text;
+    return result.replace(findText, replaceText, sensitivity);
+}
+
+} // namespace
+
 int CUGCtrl::FindReplace(const QString &findText, const QString &replaceText, int storeFlags, FindRequest request)
 {
     if (findText.isEmpty() || m_info.numberOfColumns == 0)
         return ug::OutOfRange;
+    if (request == ReplaceAllRequest)
+        return findReplaceAll(findText, replaceText, storeFlags);
     const int column = std::max(0, m_info.currentColumn);
-    const bool replacing = request != FindNextRequest;
-    if (replacing && m_info.currentRow >= 0) {
-        SetCellText(column, m_info.currentRow, replaceText);
+    bool replaced = false;
+    // Only a hit is replaced: the current cell is usually the one the last
+    // search found, but the person may have moved since.
+    if (request == ReplaceRequest && m_info.currentRow >= 0) {
+        const QString text = GetCellText(column, m_info.currentRow);
+        if (findMatches(text, findText, storeFlags))
+            replaced = WriteUserText(column, m_info.currentRow, replacedText(text, findText, replaceText, storeFlags),
+                                     ug::TextReplaced)
+                == ug::Success;
         RepaintCell(column, m_info.currentRow);
-        // A replacement that is found again would be replaced for ever.
-        const Qt::CaseSensitivity sensitivity
-            = (storeFlags & ug::FindIgnoreCase) ? Qt::CaseInsensitive : Qt::CaseSensitive;
-        if (replaceText.compare(findText, sensitivity) == 0
-            || ((storeFlags & ug::FindPartial) && replaceText.contains(findText, sensitivity)))
+    }
+    int storeColumn = 0;
+    CUGDataSource *store = storeFor(column, storeColumn);
+    long row = m_info.currentRow;
+    while (store->FindNext(findText, storeColumn, row, storeFlags) == 0 && row >= 0 && row < m_info.numberOfRows) {
+        // A cell the current cell may not move to is passed over.
+        if (moveCurrentTo(column, row, DragMode::None) == ug::Success)
             return ug::Success;
     }
-    bool foundAny = false;
-    for (;;) {
-        int storeColumn = 0;
-        CUGDataSource *store = storeFor(column, storeColumn);
-        long row = m_info.currentRow;
-        if (store->FindNext(findText, storeColumn, row, storeFlags) != 0 || row >= m_info.numberOfRows)
-            break;
-        foundAny = true;
-        if (moveCurrentTo(column, row, DragMode::None) != ug::Success)
-            return ug::Refused;
-        if (request != ReplaceAllRequest)
-            return ug::Success;
-        SetCellText(column, row, replaceText);
-        RepaintCell(column, row);
-    }
-    if (request == ReplaceAllRequest && foundAny)
-        return ug::Success;
+    showNotFound();
+    return replaced ? ug::Success : ug::OutOfRange;
+}
+
+int CUGCtrl::findReplaceAll(const QString &findText, const QString &replaceText, int storeFlags)
+{
+    const int column = std::max(0, m_info.currentColumn);
+    int storeColumn = 0;
+    CUGDataSource *store = storeFor(column, storeColumn);
+    long lastReplaced = -1;
+    bool found = false;
+    const auto replaceAt = [&](long row) {
+        const QString text = GetCellText(column, row);
+        found = true;
+        if (WriteUserText(column, row, replacedText(text, findText, replaceText, storeFlags), ug::TextReplaced)
+            == ug::Success) {
+            lastReplaced = row;
+            RepaintCell(column, row);
+        }
+    };
+    long row = m_info.currentRow;
+    if (row >= 0 && findMatches(GetCellText(column, row), findText, storeFlags))
+        replaceAt(row);
+    // Each search starts past the last hit, so a replacement that holds
+    // the searched text is not found again.
+    while (store->FindNext(findText, storeColumn, row, storeFlags) == 0 && row >= 0 && row < m_info.numberOfRows)
+        replaceAt(row);
+    if (lastReplaced >= 0)
+        moveCurrentTo(column, lastReplaced, DragMode::None);
+    if (found)
+        return lastReplaced >= 0 ? ug::Success : ug::Refused;
+    showNotFound();
+    return ug::OutOfRange;
+}
+
+void CUGCtrl::showNotFound()
+{
     QWidget *owner = m_findDialog && m_findDialog->isVisible() ? static_cast<QWidget *>(m_findDialog) : this;
     QMessageBox box(QMessageBox::Information, QStringLiteral("Not Found"), QStringLiteral("Item not found"),
                     QMessageBox::Ok, owner);
@@ -91,7 +136,6 @@ int CUGCtrl::FindReplace(const QString &findText, const QString &replaceText, in
         owner->activateWindow();
         m_findDialog->findEdit()->setFocus();
     }
-    return ug::OutOfRange;
 }
 
 } // namespace vyr

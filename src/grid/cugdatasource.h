@@ -33,7 +33,7 @@ public:
     // Adds the stored properties of the cell to `cell`; 1 when nothing is
     // stored there, leaving `cell` as it was.
     virtual int GetCell(int column, long row, CUGCell &cell);
-    // Stores the cell's set properties over what is stored there.
+    // Stores the cell in place of what is stored there.
     virtual int SetCell(int column, long row, const CUGCell &cell);
     // Forgets a cell.
     virtual int DeleteCell(int column, long row);

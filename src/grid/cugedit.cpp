@@ -36,6 +36,11 @@ void CUGEdit::setEditReadOnly(bool readOnly)
     setReadOnly(readOnly);
 }
 
+void CUGEdit::insertTyped(const QString &text)
+{
+    insertPlainText(text);
+}
+
 void CUGEdit::keyPressEvent(QKeyEvent *event)
 {
     if (editorKey(event))

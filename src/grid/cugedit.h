@@ -20,11 +20,14 @@ public:
     QString editText() const override;
     void startText(const QString &text, const QString &mask) override;
     void setEditReadOnly(bool readOnly) override;
+    void insertTyped(const QString &text) override;
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    // Tab ends the edit and goes on in the grid, never to the next control.
+    bool focusNextPrevChild(bool) override { return false; }
 };
 
 } // namespace vyr

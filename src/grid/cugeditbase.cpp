@@ -56,13 +56,20 @@ bool CUGEditBase::editorKey(QKeyEvent *event)
     const QString typed = event->text();
     if (typed.isEmpty() || (modifiers & Qt::ControlModifier))
         return false;
+    QString accepted;
     for (QChar character : typed) {
         if (!character.isPrint())
             return false;
-        if (!verifyCharacter(character))
-            return true;
+        if (verifyCharacter(character))
+            accepted.append(character);
     }
-    return false;
+    if (accepted == typed)
+        return false;
+    // The check dropped or changed a character: what it let through goes in
+    // instead of the key's own text.
+    if (!accepted.isEmpty())
+        insertTyped(accepted);
+    return true;
 }
 
 bool CUGEditBase::verifyCharacter(QChar &character)

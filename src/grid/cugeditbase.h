@@ -32,6 +32,8 @@ public:
     // The text the edit starts with; a masked editor also takes the mask.
     virtual void startText(const QString &text, const QString &mask) = 0;
     virtual void setEditReadOnly(bool readOnly) = 0;
+    // Puts typed text in at the caret, as a key would.
+    virtual void insertTyped(const QString &text) = 0;
 
     // How the edit is to end when the focus leaves next.
     struct Ending

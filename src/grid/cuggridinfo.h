@@ -43,8 +43,9 @@ struct CUGGridInfo
     std::map<long, int> rowHeights;
     CUGCell gridDefault;
     CUGCell headingDefault;
-    int vScrollWidth = 0;
-    int hScrollHeight = 0;
+    // -1: the style's size; 0: no bar.
+    int vScrollWidth = -1;
+    int hScrollHeight = -1;
     int currentCellStyle = 1;
     bool multiSelect = false;
     int vScrollMode = 0;

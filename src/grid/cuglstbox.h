@@ -10,7 +10,7 @@ namespace vyr {
 
 class CUGDropListType;
 
-class CUGLstBox final : public QListWidget
+class CUGLstBox : public QListWidget
 {
     Q_OBJECT
 

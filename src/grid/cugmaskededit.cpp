@@ -36,6 +36,11 @@ void CUGMaskedEdit::setEditReadOnly(bool readOnly)
     setReadOnly(readOnly);
 }
 
+void CUGMaskedEdit::insertTyped(const QString &text)
+{
+    insert(text);
+}
+
 void CUGMaskedEdit::showMasked(int caret)
 {
     setText(m_masked.display());

@@ -23,6 +23,7 @@ public:
     QString editText() const override;
     void startText(const QString &text, const QString &mask) override;
     void setEditReadOnly(bool readOnly) override;
+    void insertTyped(const QString &text) override;
 
     QString editMask() const { return m_masked.mask(); }
 
@@ -30,6 +31,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    // Tab ends the edit and goes on in the grid, never to the next control.
+    bool focusNextPrevChild(bool) override { return false; }
 
 private:
     bool maskedKey(QKeyEvent *event);

@@ -69,7 +69,9 @@ int CUGMem::SetCell(int column, long number, const CUGCell &cell)
                                [](const std::pair<int, CUGCell> &entry, int wanted) { return entry.first < wanted; });
     if (at == stored.end() || at->first != column)
         at = stored.emplace(at, column, CUGCell());
-    at->second.addInfoFrom(cell);
+    // What the grid stores is the whole cell: a property it left unset is
+    // cleared, so that a cell once disabled or coloured can be restored.
+    at->second.copyInfoFrom(cell);
     return 0;
 }
 

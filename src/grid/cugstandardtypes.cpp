@@ -65,9 +65,39 @@ QString CUGDropListType::TypeName() const
     return QStringLiteral("DropList");
 }
 
-const void *CUGDropListType::TypeIdentifier() const
+const void *CUGDropListType::Identifier()
 {
     return &kDropListIdentifier;
+}
+
+const void *CUGDropListType::TypeIdentifier() const
+{
+    return Identifier();
+}
+
+QAccessible::Role CUGDropListType::AccessibleRole(const CUGCell &) const
+{
+    return QAccessible::ComboBox;
+}
+
+QStringList CUGDropListType::AccessibleActions(const CUGCell &cell) const
+{
+    if (cell.isReadOnly())
+        return {};
+    return {QAccessibleActionInterface::showMenuAction()};
+}
+
+void CUGDropListType::DoAccessibleAction(int column, long row, const QString &action)
+{
+    if (action == QAccessibleActionInterface::showMenuAction()) {
+        ctrl()->MoveToCell(column, row);
+        OpenList(column, row);
+    }
+}
+
+CUGLstBox *CUGDropListType::CreateListBox()
+{
+    return new CUGLstBox(this, ctrl());
 }
 
 int CUGDropListType::buttonWidth() const
@@ -127,8 +157,10 @@ int CUGDropListType::OnDoubleClick(int, long, const QRect &, const QPoint &)
 
 int CUGDropListType::OnKey(int column, long row, int &key)
 {
-    const bool control = QApplication::keyboardModifiers() & Qt::ControlModifier;
-    if (key == Qt::Key_Return || key == Qt::Key_Enter || (key == Qt::Key_Down && control)) {
+    const Qt::KeyboardModifiers modifiers = ctrl()->KeyModifiers();
+    const bool opening = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F4
+        || (key == Qt::Key_Down && (modifiers & (Qt::ControlModifier | Qt::AltModifier)));
+    if (opening) {
         ctrl()->MoveToCell(column, row);
         OpenList(column, row);
         key = 0;
@@ -152,7 +184,7 @@ bool CUGDropListType::OpenList(int column, long row)
     if (ctrl()->GetCellRect(column, row, rect) != ug::Success)
         return false;
 
-    auto *list = new CUGLstBox(this, ctrl());
+    CUGLstBox *list = CreateListBox();
     list->setFont(ctrl()->cellFont(cell));
     list->addItems(entries);
     const QFontMetrics metrics(list->font());
@@ -193,10 +225,7 @@ void CUGDropListType::choose(int index, const QString &text)
     RaiseEvent(column, row, ug::DropListSelectIndex, index);
     QString chosen = text;
     if (RaiseEvent(column, row, ug::DropListSelect, reinterpret_cast<std::intptr_t>(&chosen))) {
-        CUGCell cell;
-        ctrl()->GetCellResolved(column, row, cell);
-        cell.setText(chosen);
-        ctrl()->SetCell(column, row, cell);
+        ctrl()->StoreUserText(column, row, chosen, ug::TextChosen);
         RaiseEvent(column, row, ug::DropListPostSelect, reinterpret_cast<std::intptr_t>(&chosen));
     }
     ctrl()->RepaintAll();
@@ -291,6 +320,29 @@ int CUGCheckBoxType::NextValue(int value, int parameter)
 {
     const int states = (parameter & ug::ParamCheckTriState) ? 3 : 2;
     return ((value % states) + states + 1) % states;
+}
+
+QAccessible::Role CUGCheckBoxType::AccessibleRole(const CUGCell &) const
+{
+    return QAccessible::CheckBox;
+}
+
+QString CUGCheckBoxType::AccessibleName(const CUGCell &cell) const
+{
+    return cell.label();
+}
+
+QStringList CUGCheckBoxType::AccessibleActions(const CUGCell &cell) const
+{
+    if (cell.isReadOnly())
+        return {};
+    return {QAccessibleActionInterface::toggleAction()};
+}
+
+void CUGCheckBoxType::DoAccessibleAction(int column, long row, const QString &action)
+{
+    if (action == QAccessibleActionInterface::toggleAction())
+        advance(column, row);
 }
 
 void CUGCheckBoxType::advance(int column, long row)

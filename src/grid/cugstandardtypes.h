@@ -13,7 +13,8 @@ namespace vyr {
 
 // A button at the cell's right edge opens a list of the label's entries
 // (each ended by a line feed). With parameter bit 16 the cell is editable
-// beside the button. Raises 100 before opening (the QStringList, a zero
+// beside the button. Enter, F4, and Down with Alt or Control open the list;
+// typing in an open list jumps to the next entry that begins with the text. Raises 100 before opening (the QStringList, a zero
 // answer keeps it closed), 102 with the chosen index, 101 with the chosen
 // text (a zero answer keeps the old text), and 103 after storing it.
 class CUGDropListType : public CUGCellType
@@ -33,6 +34,13 @@ public:
     void OnClosePopups() override;
     void MeasureCell(QSize &size, const CUGCell &cell) const override;
 
+    // The identifier every drop list type reports.
+    static const void *Identifier();
+
+    QAccessible::Role AccessibleRole(const CUGCell &cell) const override;
+    QStringList AccessibleActions(const CUGCell &cell) const override;
+    void DoAccessibleAction(int column, long row, const QString &action) override;
+
     // Opens the list of the cell; false when it stays closed.
     bool OpenList(int column, long row);
     // The entries a label lists: pieces ended by a line feed.
@@ -40,6 +48,10 @@ public:
     bool IsListOpen() const;
     CUGLstBox *ListBox() const { return m_list; }
     int buttonWidth() const;
+
+protected:
+    // The pop-up list a derived type shows its entries in.
+    virtual CUGLstBox *CreateListBox();
 
 private:
     friend class CUGLstBox;
@@ -71,6 +83,11 @@ public:
     static QRect BoxRect(const QRect &cellRect, const CUGCell &cell);
     // The value after one press.
     static int NextValue(int value, int parameter);
+
+    QAccessible::Role AccessibleRole(const CUGCell &cell) const override;
+    QString AccessibleName(const CUGCell &cell) const override;
+    QStringList AccessibleActions(const CUGCell &cell) const override;
+    void DoAccessibleAction(int column, long row, const QString &action) override;
 
 private:
     void advance(int column, long row);

@@ -88,6 +88,24 @@ enum CellTypeEvent : int {
 // Cell type parameter of the arrow type.
 enum ArrowParam : int { ArrowRight = 0, ArrowLeft = 1, ArrowBoth = 2 };
 
+// How a person gave a cell its text; derived grids see it with the text.
+enum TextSource : int {
+    // Typed in an in-place editor.
+    TextEdited = 0,
+    // Picked from a drop list.
+    TextChosen = 1,
+    // Set by an editor a cell's button opened.
+    TextBrowsed = 2,
+    // Written by a replace.
+    TextReplaced = 3,
+    // Written by assistive technology.
+    TextAssisted = 4,
+    // Pasted from the clipboard.
+    TextPasted = 5,
+    // Put back by undo or redo, or moved with its row.
+    TextRestored = 6,
+};
+
 // Find flags of the data store, as the find/replace dialog sets them.
 enum FindBits : int { FindPartial = 1, FindIgnoreCase = 2, FindUp = 4, FindReplace = 8 };
 

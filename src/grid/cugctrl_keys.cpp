@@ -1,0 +1,182 @@
+// CUGCtrl: keys and focus - what the cell area does with a key after its
+// cell type and OnCellKey had it, and how the focus enters and leaves.
+#include "grid/cugctrl.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace vyr {
+
+// --- Keys
+
+bool CUGCtrl::event(QEvent *event)
+{
+    // Shortcuts of the window must not take the keys the grid moves with.
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto *key = static_cast<QKeyEvent *>(event);
+        if (key->modifiers() == Qt::NoModifier || key->modifiers() == Qt::ShiftModifier) {
+            event->accept();
+            return true;
+        }
+    }
+    return QAbstractScrollArea::event(event);
+}
+
+bool CUGCtrl::focusNextPrevChild(bool next)
+{
+    // Tab moves between cells; Control+Tab leaves the grid, and so does Tab
+    // when there is no cell to move to.
+    const bool hasCells = m_info.numberOfColumns > 0 && m_info.numberOfRows > 0;
+    if (hasCells && hasFocus() && !(QGuiApplication::keyboardModifiers() & Qt::ControlModifier))
+        return false;
+    return QAbstractScrollArea::focusNextPrevChild(next);
+}
+
+void CUGCtrl::focusInEvent(QFocusEvent *event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    if (m_info.currentColumn < 0 && m_info.numberOfColumns > 0 && m_info.numberOfRows > 0)
+        moveCurrentTo(0, 0, DragMode::None);
+    RepaintAll();
+}
+
+int CUGCtrl::repeatedSteps(QKeyEvent *event)
+{
+    if (!event->isAutoRepeat()) {
+        m_repeatCount = 0;
+        return 1;
+    }
+    // Held keys speed up: one row per repeat at first, up to eight.
+    ++m_repeatCount;
+    return std::min(8, 1 + m_repeatCount / 8);
+}
+
+bool CUGCtrl::handleCellKey(QKeyEvent *event)
+{
+    const int column = m_info.currentColumn;
+    const long row = m_info.currentRow;
+    int key = event->key();
+    bool handled = false;
+    if (column >= 0 && row >= 0) {
+        CUGCell cell;
+        GetCellResolved(column, row, cell);
+        handled = GetCellType(cell)->OnKey(column, row, key) != 0;
+    }
+    OnCellKey(key, handled);
+    if (key == 0)
+        return true;
+
+    const Qt::KeyboardModifiers modifiers = event->modifiers();
+    const bool control = modifiers & Qt::ControlModifier;
+    DragMode mode = DragMode::None;
+    if (modifiers & Qt::ShiftModifier)
+        mode = DragMode::Shift;
+    const int currentColumn = std::max(0, column);
+    const long currentRow = std::max(0L, row);
+    switch (key) {
+    case Qt::Key_Left:
+        moveCurrentTo(std::max(0, currentColumn - 1), currentRow, mode);
+        return true;
+    case Qt::Key_Right:
+        moveCurrentTo(std::min(m_info.numberOfColumns - 1, currentColumn + 1), currentRow, mode);
+        return true;
+    case Qt::Key_Tab:
+        if (control)
+            return false;
+        moveCurrentTo(std::min(m_info.numberOfColumns - 1, currentColumn + 1), currentRow, DragMode::None);
+        return true;
+    case Qt::Key_Backtab:
+        moveCurrentTo(std::max(0, currentColumn - 1), currentRow, DragMode::None);
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down: {
+        const long steps = repeatedSteps(event);
+        const long target = key == Qt::Key_Up ? currentRow - steps : currentRow + steps;
+        moveCurrentTo(currentColumn, std::clamp(target, 0L, std::max(0L, m_info.numberOfRows - 1)), mode);
+        return true;
+    }
+    case Qt::Key_PageUp:
+        moveCurrentTo(currentColumn, std::max(0L, currentRow - GetPageRows()), mode);
+        return true;
+    case Qt::Key_PageDown:
+        moveCurrentTo(currentColumn, std::min(m_info.numberOfRows - 1, currentRow + GetPageRows()), mode);
+        return true;
+    case Qt::Key_Home:
+        if (control)
+            moveCurrentTo(currentColumn, 0, mode);
+        else
+            moveCurrentTo(0, currentRow, mode);
+        return true;
+    case Qt::Key_End:
+        if (control)
+            moveCurrentTo(currentColumn, m_info.numberOfRows - 1, mode);
+        else
+            moveCurrentTo(m_info.numberOfColumns - 1, currentRow, mode);
+        return true;
+    case Qt::Key_F2:
+        BeginEdit(0);
+        return true;
+    case Qt::Key_F:
+        if (control) {
+            FindDialog();
+            return true;
+        }
+        break;
+    case Qt::Key_H:
+        if (control) {
+            ReplaceDialog();
+            return true;
+        }
+        break;
+    default:
+        break;
+    }
+    const QString text = event->text();
+    if (text.isEmpty() || !text[0].isPrint() || control)
+        return false;
+    QChar character = text[0];
+    bool charHandled = false;
+    if (column >= 0 && row >= 0) {
+        CUGCell cell;
+        GetCellResolved(column, row, cell);
+        charHandled = GetCellType(cell)->OnCharDown(column, row, character) != 0;
+    }
+    OnCellChar(character, charHandled);
+    return true;
+}
+
+void CUGCtrl::keyPressEvent(QKeyEvent *event)
+{
+    m_keyModifiers = event->modifiers();
+    const bool hasCells = m_info.numberOfColumns > 0 && m_info.numberOfRows > 0;
+    const bool consumed = hasCells && handleCellKey(event);
+    m_keyModifiers = Qt::NoModifier;
+    if (consumed)
+        return;
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        // Enter belongs to the grid, not to the dialog's default button;
+        // Control+Enter is passed on to the window as a plain Enter.
+        event->accept();
+        if (event->modifiers() & Qt::ControlModifier) {
+            QKeyEvent plain(QEvent::KeyPress, event->key(), event->modifiers() & ~Qt::ControlModifier,
+                            event->text());
+            if (window() != this)
+                QCoreApplication::sendEvent(window(), &plain);
+        }
+        return;
+    }
+    QAbstractScrollArea::keyPressEvent(event);
+}
+
+void CUGCtrl::keyReleaseEvent(QKeyEvent *event)
+{
+    if (!event->isAutoRepeat())
+        m_repeatCount = 0;
+    QAbstractScrollArea::keyReleaseEvent(event);
+}
+
+} // namespace vyr
