@@ -27,7 +27,7 @@ const void *CUGCellType::TypeIdentifier() const
     return &kNormalIdentifier;
 }
 
-void CUGCellType::EditRect(QRect &) const {}
+void CUGCellType::EditRect(QRect &, const CUGCell &) const {}
 
 int CUGCellType::OnLeftClick(int, long, bool, const QRect &, const QPoint &)
 {

@@ -37,7 +37,7 @@ public:
     // answer that kind's identifier.
     virtual const void *TypeIdentifier() const;
     // The part of the cell an in-place editor may use.
-    virtual void EditRect(QRect &rect) const;
+    virtual void EditRect(QRect &rect, const CUGCell &cell) const;
 
     // Mouse and keys: non-zero when the type handled them. A handled key
     // is set to 0.

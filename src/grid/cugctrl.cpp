@@ -230,8 +230,25 @@ int CUGCtrl::DeleteRows(long row, long count)
     return deleted == count ? ug::Success : ug::Refused;
 }
 
+void CUGCtrl::BeginBatch()
+{
+    ++m_batchDepth;
+}
+
+void CUGCtrl::EndBatch()
+{
+    if (m_batchDepth == 0 || --m_batchDepth > 0 || !m_batchDirty)
+        return;
+    m_batchDirty = false;
+    rowsChanged();
+}
+
 void CUGCtrl::rowsChanged()
 {
+    if (m_batchDepth > 0) {
+        m_batchDirty = true;
+        return;
+    }
     updateScrollBars();
     notifyAccessibility(-1, -1);
     RepaintAll();

@@ -133,6 +133,9 @@ public:
     int GetCurrentCol() const;
     long GetCurrentRow() const;
     int MoveToCell(int column, long row);
+    // MoveToCell as code means it whatever keys are held: the selection
+    // collapses to the cell.
+    int GotoCell(int column, long row);
     enum StepMove { StepUp = 0, StepDown = 1, StepPageUp = 2, StepPageDown = 3, StepFirst = 4, StepLast = 5 };
     int StepCurrentRow(int move);
     int GetLeftCol() const;
@@ -207,6 +210,15 @@ public:
     // What the dialog's buttons ask for, callable without it.
     enum FindRequest { FindNextRequest, ReplaceRequest, ReplaceAllRequest };
     int FindReplace(const QString &findText, const QString &replaceText, int storeFlags, FindRequest request);
+
+    // Runs OnGridInit, once, for a grid that is not attached to a dialog
+    // item (AttachToDialogItem runs it itself).
+    void InitializeGrid();
+
+    // Operations between BeginBatch and the matching EndBatch bring the view
+    // up to date once, at the end, rather than after each row.
+    void BeginBatch();
+    void EndBatch();
 
     // --- Attaching to a dialog
     // Takes the place of the dialog's widget with this control ID: same
@@ -424,6 +436,9 @@ private:
 
     bool m_updatingScrollBars = false;
     bool m_layingOut = false;
+    bool m_initialised = false;
+    int m_batchDepth = 0;
+    bool m_batchDirty = false;
     Qt::KeyboardModifiers m_keyModifiers;
 };
 

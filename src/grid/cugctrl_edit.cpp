@@ -35,7 +35,7 @@ int CUGCtrl::BeginEdit(int firstKey)
         return ug::OutOfRange;
     }
     rect.adjust(0, 0, -1, -1);
-    type->EditRect(rect);
+    type->EditRect(rect, m_editCell);
 
     CUGEditBase *editor = m_editCell.isSet(CUGCell::Mask) ? static_cast<CUGEditBase *>(m_maskedEdit)
                                                           : static_cast<CUGEditBase *>(m_edit);

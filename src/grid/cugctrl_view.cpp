@@ -319,7 +319,7 @@ int CUGCtrl::setView(int leftColumn, long topRow)
         QRect rect;
         if (GetCellRect(m_editColumn, m_editRow, rect) == ug::Success) {
             rect.adjust(0, 0, -1, -1);
-            GetCellType(m_editCell)->EditRect(rect);
+            GetCellType(m_editCell)->EditRect(rect, m_editCell);
             m_activeEditor->setGeometry(rect);
         }
     }
@@ -415,6 +415,11 @@ int CUGCtrl::MoveToCell(int column, long row)
     else if (modifiers & Qt::ControlModifier)
         mode = DragMode::Control;
     return moveCurrentTo(column, row, mode);
+}
+
+int CUGCtrl::GotoCell(int column, long row)
+{
+    return moveCurrentTo(column, row, DragMode::None);
 }
 
 int CUGCtrl::moveCurrentTo(int column, long row, DragMode mode)
@@ -648,8 +653,16 @@ int CUGCtrl::AttachToDialogItem(QWidget *dialog, int controlId)
     m_info.headingDefault.setFont(headingFont);
     show();
     updateGeometries();
-    OnGridInit();
+    InitializeGrid();
     return 1;
+}
+
+void CUGCtrl::InitializeGrid()
+{
+    if (m_initialised)
+        return;
+    m_initialised = true;
+    OnGridInit();
 }
 
 void CUGCtrl::notifyAccessibility(int column, long row)

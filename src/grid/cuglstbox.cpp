@@ -30,7 +30,7 @@ void CUGLstBox::chooseCurrent()
     const QString text = item(index)->text();
     CUGDropListType *type = m_type;
     close();
-    type->choose(index, text);
+    type->Choose(index, text);
 }
 
 void CUGLstBox::dismiss()

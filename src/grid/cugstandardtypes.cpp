@@ -105,7 +105,7 @@ int CUGDropListType::buttonWidth() const
     return ctrl()->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, ctrl());
 }
 
-void CUGDropListType::EditRect(QRect &rect) const
+void CUGDropListType::EditRect(QRect &rect, const CUGCell &) const
 {
     rect.setRight(rect.right() - (buttonWidth() + 1));
 }
@@ -215,7 +215,7 @@ bool CUGDropListType::OpenList(int column, long row)
     return true;
 }
 
-void CUGDropListType::choose(int index, const QString &text)
+void CUGDropListType::Choose(int index, const QString &text)
 {
     const int column = m_openColumn;
     const long row = m_openRow;

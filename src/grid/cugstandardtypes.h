@@ -25,7 +25,7 @@ public:
 
     QString TypeName() const override;
     const void *TypeIdentifier() const override;
-    void EditRect(QRect &rect) const override;
+    void EditRect(QRect &rect, const CUGCell &cell) const override;
     int OnLeftClick(int column, long row, bool pressed, const QRect &rect, const QPoint &point) override;
     int OnDoubleClick(int column, long row, const QRect &rect, const QPoint &point) override;
     int OnKey(int column, long row, int &key) override;
@@ -52,10 +52,14 @@ public:
 protected:
     // The pop-up list a derived type shows its entries in.
     virtual CUGLstBox *CreateListBox();
+    // An entry of the open list was chosen: 102, then 101, and when that
+    // agrees the text is stored and 103 raised.
+    virtual void Choose(int index, const QString &text);
+    // The button shows pressed.
+    bool isPressed() const { return m_pressed; }
 
 private:
     friend class CUGLstBox;
-    void choose(int index, const QString &text);
     void closedWithoutChoice(bool byClick);
 
     QPointer<CUGLstBox> m_list;

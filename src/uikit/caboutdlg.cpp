@@ -49,7 +49,7 @@ bool CAboutDlg::OnInitDialog()
 
 qintptr CAboutDlg::OnHelpRequest(qintptr, qintptr)
 {
-    return showLoomhouseHelp(helpTopic()) != 0 ? 1 : 0;
+    return ShowTopicHelp();
 }
 
 } // namespace vyr

@@ -1,6 +1,7 @@
 #include "uikit/cvyrdialog.h"
 
 #include "uikit/helpevents.h"
+#include "uikit/outsideservices.h"
 #include "uikit/templateloader.h"
 #include "uikit/tooltipctrl.h"
 #include "util/resourcelibrary.h"
@@ -246,6 +247,13 @@ void CVyrDialog::reject()
 qintptr CVyrDialog::OnHelpRequest(qintptr, qintptr)
 {
     return 0;
+}
+
+qintptr CVyrDialog::ShowTopicHelp() const
+{
+    if (m_helpTopic.empty())
+        return 0;
+    return showLoomhouseHelp(m_helpTopic) != 0 ? 1 : 0;
 }
 
 void CVyrDialog::OnDestroyDialog()

@@ -98,6 +98,10 @@ protected:
     // Shows help for the dialog and returns non-zero, or returns 0 so that
     // the request goes on to the parent. The base shows nothing.
     virtual qintptr OnHelpRequest(qintptr wParam, qintptr lParam);
+    // Shows the dialog's help topic in the authoring application's help
+    // book, for an OnHelpRequest that has nothing else to show; 0 without a
+    // topic or a help library.
+    qintptr ShowTopicHelp() const;
     virtual void SetupToolTips();
     virtual void OnDestroyDialog();
     virtual void OnCloseDialog(QCloseEvent *event);

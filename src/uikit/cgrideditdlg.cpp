@@ -1,0 +1,142 @@
+#include "uikit/cgrideditdlg.h"
+
+#include "uikit/cvvyrgrid.h"
+#include "util/resourceids.h"
+
+#include <QAbstractButton>
+
+namespace vyr {
+
+CGridEditDlg::CGridEditDlg(int columnCount, QString title, QString label, QStringList values, bool enabled,
+                           QStringList choices, QString secondLabel, std::string helpTopic, QWidget *parent)
+    : CVyrDialog(kTemplateId, 0, true, std::move(helpTopic), parent, DialogMode::ModeModal)
+    , m_columnCount(std::max(1, columnCount))
+    , m_title(std::move(title))
+    , m_label(std::move(label))
+    , m_secondLabel(std::move(secondLabel))
+    , m_values(std::move(values))
+    , m_enabled(enabled)
+    , m_choices(std::move(choices))
+{
+    RegisterControl(&m_labelControl, kIdLabel);
+    RegisterControl(&m_secondLabelControl, kIdSecondLabel);
+}
+
+CGridEditDlg::~CGridEditDlg() = default;
+
+bool CGridEditDlg::OnInitDialog()
+{
+    CVyrDialog::OnInitDialog();
+    if (helpTopic().empty()) {
+        if (QWidget *help = GetDlgItem(kIdHelp))
+            help->hide();
+    }
+    setWindowTitle(m_title);
+    if (m_labelControl)
+        m_labelControl->setText(m_label);
+    if (m_secondLabelControl) {
+        m_secondLabelControl->setText(m_secondLabel);
+        m_secondLabelControl->setVisible(!m_secondLabel.isEmpty());
+    }
+
+    auto *grid = new CVVyrGrid(m_columnCount, true);
+    if (!grid->AttachToDialogItem(this, kIdGrid)) {
+        delete grid;
+        return true;
+    }
+    m_grid = grid;
+    if (!m_choices.isEmpty()) {
+        CUGCell cell;
+        grid->GetColumnDefault(0, cell);
+        cell.setCellType(grid->DropListTypeId());
+        cell.setCellTypeParam(ug::ParamEditable);
+        grid->SetCellActionHandler(cell, this);
+        grid->SetColumnDefault(0, cell);
+        CUGCell first;
+        grid->GetCellResolved(0, 0, first);
+        first.setCellType(grid->DropListTypeId());
+        first.setCellTypeParam(ug::ParamEditable);
+        grid->SetCellActionHandler(first, this);
+        grid->SetCell(0, 0, first);
+    }
+    for (qsizetype at = 0; at + m_columnCount <= m_values.size(); at += m_columnCount)
+        grid->AppendRowTexts(m_values.mid(at, m_columnCount));
+    m_result.clear();
+    grid->EnableGrid(m_enabled);
+
+    const struct
+    {
+        unsigned id;
+        void (CVVyrGrid::*action)();
+    } buttons[] = {{kIdMoveUp, &CVVyrGrid::MoveSelectedRowsUp},
+                   {kIdMoveDown, &CVVyrGrid::MoveSelectedRowsDown},
+                   {kIdDelete, &CVVyrGrid::DeleteSelectedRows}};
+    for (const auto &button : buttons) {
+        if (auto *widget = qobject_cast<QAbstractButton *>(GetDlgItem(button.id))) {
+            widget->setEnabled(m_enabled);
+            connect(widget, &QAbstractButton::clicked, this, [this, action = button.action] {
+                if (m_grid) {
+                    m_grid->CommitEdit();
+                    (m_grid->*action)();
+                }
+            });
+        }
+    }
+    if (auto *sort = qobject_cast<QAbstractButton *>(GetDlgItem(kIdSort))) {
+        sort->setEnabled(m_enabled);
+        connect(sort, &QAbstractButton::clicked, this, [this] {
+            if (m_grid) {
+                m_grid->CommitEdit();
+                m_grid->SortByColumn(0);
+            }
+        });
+    }
+    grid->setFocus();
+    return true;
+}
+
+void CGridEditDlg::OnGetChoices(CVVyrGrid &grid, int, long, CUGCell &, QStringList &choices)
+{
+    QStringList taken;
+    for (long row = 0; row < grid.GetRowCount(); ++row)
+        taken.append(grid.GetCellString(row, 0));
+    for (const QString &choice : std::as_const(m_choices)) {
+        if (!taken.contains(choice))
+            choices.append(choice);
+    }
+}
+
+void CGridEditDlg::OnOK()
+{
+    if (m_grid) {
+        m_grid->CommitEdit();
+        m_result.clear();
+        for (long row = 0; row < m_grid->GetRowCount(); ++row) {
+            QStringList texts;
+            m_grid->GetRowTexts(row, texts);
+            const bool complete
+                = std::none_of(texts.cbegin(), texts.cend(), [](const QString &text) { return text.isEmpty(); });
+            if (complete)
+                m_result.append(texts);
+        }
+    }
+    CVyrDialog::OnOK();
+}
+
+void CGridEditDlg::OnCancel()
+{
+    // Escape first ends the edit in progress without keeping its text.
+    if (m_grid && m_grid->IsEditing()) {
+        m_grid->CancelEdit();
+        m_grid->setFocus();
+        return;
+    }
+    CVyrDialog::OnCancel();
+}
+
+qintptr CGridEditDlg::OnHelpRequest(qintptr, qintptr)
+{
+    return ShowTopicHelp();
+}
+
+} // namespace vyr

@@ -1,0 +1,398 @@
+// CVVyrGrid: construction, setup, enabling and its colours, the program
+// cell types' events, and the grid control hooks that make a list editor.
+// Rows, keys and moving through the cells are in cvvyrgrid_rows.cpp; undo,
+// redo and the clipboard in cvvyrgrid_history.cpp.
+#include "uikit/cvvyrgrid.h"
+
+#include "uikit/cvvyrbrowsebuttontype.h"
+#include "uikit/cvvyrdroplisttype.h"
+#include "uikit/cvvyrgridedit.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyle>
+
+namespace vyr {
+
+CellActionHandler::~CellActionHandler() = default;
+void CellActionHandler::OnBrowse(CVVyrGrid &, int, long, CUGCell &) {}
+void CellActionHandler::OnGetChoices(CVVyrGrid &, int, long, CUGCell &, QStringList &) {}
+void CellActionHandler::OnChoiceSelected(CVVyrGrid &, int, long, CUGCell &, const QString &) {}
+
+CVVyrGrid::CVVyrGrid(int columnCount, bool keepNewRow, QWidget *parent)
+    : CUGCtrl(parent)
+    , m_columnCount(std::max(1, columnCount))
+    , m_keepNewRow(keepNewRow)
+    , m_editor(std::make_unique<CVVyrGridEdit>(this, GetGridWidget()))
+    , m_dropListType(std::make_unique<CVVYRDropListType>())
+    , m_browseType(std::make_unique<CVVyrBrowseButtonType>())
+    , m_colourType(std::make_unique<CVVyrColourPickType>())
+    , m_history(kUndoLimit)
+{
+    readColours();
+}
+
+CVVyrGrid::~CVVyrGrid()
+{
+    CancelEdit();
+    m_dropListType->OnClosePopups();
+}
+
+void CVVyrGrid::readColours()
+{
+    const QPalette &colours = palette();
+    m_colours.text = colours.color(QPalette::Active, QPalette::Text);
+    m_colours.back = colours.color(QPalette::Active, QPalette::Base);
+    m_colours.disabledText = colours.color(QPalette::Disabled, QPalette::Text);
+    m_colours.disabledBack = colours.color(QPalette::Active, QPalette::Button);
+    m_colours.highlightText = colours.color(QPalette::Active, QPalette::HighlightedText);
+    m_colours.highlightBack = colours.color(QPalette::Active, QPalette::Highlight);
+}
+
+bool CVVyrGrid::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::PaletteChange:
+    case QEvent::ApplicationPaletteChange:
+        // A theme switched at run time recolours what the grid wrote.
+        readColours();
+        if (m_dropListId >= 0)
+            EnableGrid(m_enabled);
+        break;
+    case QEvent::ShortcutOverride: {
+        // The clipboard and undo keys belong to the grid, not to the window.
+        auto *key = static_cast<QKeyEvent *>(event);
+        const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
+        const bool control = modifiers == Qt::ControlModifier;
+        const bool controlShift = modifiers == (Qt::ControlModifier | Qt::ShiftModifier);
+        if ((control && (key->key() == Qt::Key_C || key->key() == Qt::Key_V || key->key() == Qt::Key_Z
+                         || key->key() == Qt::Key_Y))
+            || (controlShift && key->key() == Qt::Key_Z)) {
+            event->accept();
+            return true;
+        }
+        break;
+    }
+    default:
+        break;
+    }
+    return CUGCtrl::event(event);
+}
+
+// --- Setup
+
+void CVVyrGrid::OnGridInit()
+{
+    SetSideHeadingWidth(0);
+    SetTopHeadingHeight(0);
+    SetMultiSelect(true);
+    SetVScrollMode(1);
+    SetVScrollWidth(style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this));
+    SetHScrollHeight(0);
+    SetCurrentCellStyle(3);
+
+    m_editor->setParent(GetGridWidget());
+    m_editor->setProperty("controlId", 125);
+    m_editor->setGeometry(QRect());
+    m_editor->hide();
+
+    // The dialog's font when there is one, else the desktop's.
+    const QFont font = parentWidget() ? parentWidget()->font() : QApplication::font();
+    m_fontIndex = RegisterFont(font);
+    CUGCell cell;
+    GetDefaultCell(cell);
+    cell.setFont(font);
+    SetDefaultCell(cell);
+    GetHeadingDefaultCell(cell);
+    cell.setFont(font);
+    SetHeadingDefaultCell(cell);
+    SetDefFont(font);
+
+    SetColumnCount(m_columnCount);
+    SetRowCount(m_keepNewRow ? 1 : 0);
+    if (m_keepNewRow) {
+        for (int column = 0; column < m_columnCount; ++column)
+            SetCellText(column, 0, QString());
+    }
+    for (int column = 0; column < m_columnCount; ++column)
+        SetColumnWidth(column, width() / m_columnCount);
+
+    m_dropListId = RegisterCellType(m_dropListType.get());
+    m_browseId = RegisterCellType(m_browseType.get());
+    m_colourId = RegisterCellType(m_colourType.get());
+    setWindowTitle(QStringLiteral("Grid"));
+    EnableGrid(true);
+}
+
+// --- Enabling
+
+void CVVyrGrid::applyEnabledLook(CUGCell &cell, bool cellEnabled) const
+{
+    if (m_enabled) {
+        cell.setTextColor(m_colours.text);
+        cell.setBackColor(m_colours.back);
+        cell.setHighlightTextColor(m_colours.highlightText);
+        cell.setHighlightBackColor(m_colours.highlightBack);
+    } else {
+        cell.setTextColor(m_colours.disabledText);
+        cell.setHighlightTextColor(m_colours.disabledText);
+        cell.setBackColor(m_colours.disabledBack);
+        cell.setHighlightBackColor(m_colours.disabledBack);
+    }
+    cell.setReadOnly(!m_enabled);
+    if (cellEnabled)
+        return;
+    // A disabled cell keeps its disabled look in an enabled grid, and shows
+    // nothing but its background when its text is to be hidden.
+    const QColor text = m_showDisabledText ? m_colours.disabledText : m_colours.disabledBack;
+    cell.setTextColor(text);
+    cell.setHighlightTextColor(text);
+    cell.setBackColor(m_colours.disabledBack);
+    cell.setHighlightBackColor(m_colours.disabledBack);
+}
+
+void CVVyrGrid::EnableGrid(bool enable)
+{
+    m_enabled = enable;
+    CUGCell cell;
+    GetDefaultCell(cell);
+    applyEnabledLook(cell, true);
+    SetDefaultCell(cell);
+    for (int column = 0; column < GetColumnCount(); ++column) {
+        cell.clearAll();
+        GetColumnDefault(column, cell);
+        applyEnabledLook(cell, true);
+        SetColumnDefault(column, cell);
+    }
+    BeginBatch();
+    for (long row = 0; row < GetRowCount(); ++row) {
+        for (int column = 0; column < GetColumnCount(); ++column) {
+            cell.clearAll();
+            GetCell(column, row, cell);
+            applyEnabledLook(cell, !isDisabledCell(cell));
+            SetCell(column, row, cell);
+        }
+    }
+    EndBatch();
+    RepaintAll();
+}
+
+bool CVVyrGrid::IsGridEnabled() const
+{
+    return m_enabled;
+}
+
+void CVVyrGrid::EnableCell(int column, long row, bool enable)
+{
+    if (column < 0 || row < 0 || column >= GetColumnCount() || row >= GetRowCount())
+        return;
+    CUGCell cell;
+    GetCell(column, row, cell);
+    applyEnabledLook(cell, enable);
+    cell.setPropertyFlag(kDisabledCellMark, !enable);
+    SetCell(column, row, cell);
+    RepaintCell(column, row);
+}
+
+bool CVVyrGrid::IsCellEnabled(int column, long row)
+{
+    CUGCell cell;
+    GetCell(column, row, cell);
+    return !isDisabledCell(cell);
+}
+
+bool CVVyrGrid::IsCellWritable(int column, long row)
+{
+    return m_enabled && IsCellEnabled(column, row) && CUGCtrl::IsCellWritable(column, row);
+}
+
+void CVVyrGrid::SetCellActionHandler(CUGCell &cell, CellActionHandler *handler)
+{
+    cell.setUserValue(reinterpret_cast<std::intptr_t>(handler));
+}
+
+CellActionHandler *CVVyrGrid::CellActionHandlerOf(const CUGCell &cell)
+{
+    return reinterpret_cast<CellActionHandler *>(cell.userValue());
+}
+
+void CVVyrGrid::CommitEdit()
+{
+    if (!IsEditing())
+        return;
+    EndEdit(m_editor->editText(), false, false, 0, 0);
+}
+
+// --- Hooks of the grid control
+
+int CVVyrGrid::OnAllowCellMove(int, long, int newColumn, long newRow)
+{
+    return IsCellEnabled(newColumn, newRow) ? 1 : 0;
+}
+
+int CVVyrGrid::OnAllowColumnResize(int)
+{
+    return 0;
+}
+
+int CVVyrGrid::OnAllowRowResize(long)
+{
+    return 0;
+}
+
+int CVVyrGrid::OnAllowTopHeadingResize()
+{
+    return 0;
+}
+
+int CVVyrGrid::OnAllowSideHeadingResize()
+{
+    return 0;
+}
+
+int CVVyrGrid::OnAllowTopHeadingPress(int)
+{
+    return 0;
+}
+
+int CVVyrGrid::OnAllowTopHeadingCellPress(int, long)
+{
+    return 0;
+}
+
+void CVVyrGrid::OnCellLeftClick(int, long row, bool pressed, const QRect &, const QPoint &, bool)
+{
+    if (pressed && m_enabled && isNewRow(row))
+        useNewRow();
+}
+
+void CVVyrGrid::OnCellDoubleClick(int column, long row, const QRect &, const QPoint &, bool)
+{
+    if (!m_enabled)
+        return;
+    if (isNewRow(row) && !useNewRow())
+        return;
+    CUGCell cell;
+    GetCellResolved(column, row, cell);
+    if (!cell.isReadOnly())
+        BeginEdit(0);
+}
+
+int CVVyrGrid::OnBeginEdit(int column, long row, QWidget *&editor)
+{
+    CUGCell cell;
+    GetCellResolved(column, row, cell);
+    const int type = cell.cellType();
+    // A drop list or a button is typed into only in its editable look.
+    if ((type == m_dropListId || type == m_browseId || type == m_colourId)
+        && !(cell.cellTypeParam() & ug::ParamEditable))
+        return 0;
+    m_editor->setMaxLength(32767);
+    editor = m_editor.get();
+    return 1;
+}
+
+int CVVyrGrid::OnEditNextCell(int, long, int &, long &)
+{
+    return 0;
+}
+
+void CVVyrGrid::OnLayoutComponents(Layout &layout)
+{
+    const int share = layout.grid.width() / m_columnCount;
+    for (int column = 0; column < GetColumnCount(); ++column)
+        SetColumnWidth(column, share);
+    layout.tabs = QRect();
+}
+
+QColor CVVyrGrid::OnDefaultBackColour(int)
+{
+    return m_enabled ? m_colours.back : m_colours.disabledBack;
+}
+
+void CVVyrGrid::OnPaintFocusFrame(QPainter &painter, const QRect &rect)
+{
+    if (!m_enabled)
+        return;
+    QPen pen(hasFocus() ? m_colours.highlightBack : palette().color(QPalette::Mid));
+    pen.setWidth(2);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    // One pixel narrower and shorter than the cell, inside its grid lines.
+    painter.drawRect(rect.adjusted(1, 1, -2, -2));
+}
+
+// --- The program cell types' events
+
+long CVVyrGrid::OnCellTypeEvent(int typeId, int column, long row, int message, std::intptr_t parameter)
+{
+    if (!IsCellEnabled(column, row))
+        return 0;
+    CUGCell cell;
+    GetCellResolved(column, row, cell);
+    CellActionHandler *handler = CellActionHandlerOf(cell);
+    if (typeId == m_dropListId && message == ug::DropListSelect) {
+        const QString &text = *reinterpret_cast<const QString *>(parameter);
+        if (!handler)
+            return OnChoiceSelected(column, row, text) ? 1 : 0;
+        handler->OnChoiceSelected(*this, column, row, cell, text);
+        return 1;
+    }
+    if (typeId == m_dropListId && message == ug::DropListStart) {
+        auto &entries = *reinterpret_cast<QStringList *>(parameter);
+        if (handler) {
+            QStringList choices;
+            handler->OnGetChoices(*this, column, row, cell, choices);
+            entries = choices;
+        } else {
+            OnGetChoices(column, row, entries);
+        }
+        return 1;
+    }
+    if ((typeId == m_browseId || typeId == m_colourId) && message == kBrowseEvent) {
+        if (!handler)
+            return OnBrowse(column, row);
+        UndoStep step(*this);
+        const QString before = cell.text();
+        handler->OnBrowse(*this, column, row, cell);
+        SetCell(column, row, cell);
+        RepaintCell(column, row);
+        if (cell.text() != before)
+            OnCellChange(column, row, ug::TextBrowsed);
+        return 1;
+    }
+    return 1;
+}
+
+int CVVyrGrid::StoreUserText(int column, long row, const QString &text, ug::TextSource source)
+{
+    UndoStep step(*this);
+    const int result = CUGCtrl::StoreUserText(column, row, text, source);
+    if (result == ug::Success)
+        OnCellChange(column, row, source);
+    return result;
+}
+
+// --- The subclasses' hooks
+
+bool CVVyrGrid::OnRowAdded(long)
+{
+    return true;
+}
+
+void CVVyrGrid::OnCellChange(int, long, ug::TextSource) {}
+
+bool CVVyrGrid::OnChoiceSelected(int, long, const QString &)
+{
+    return true;
+}
+
+void CVVyrGrid::OnGetChoices(int, long, QStringList &) {}
+
+int CVVyrGrid::OnBrowse(int, long)
+{
+    return 1;
+}
+
+} // namespace vyr

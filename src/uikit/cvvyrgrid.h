@@ -1,0 +1,261 @@
+// CVVyrGrid: the editable list every grid of the library is built on.
+//
+// A fixed number of text columns, one record per row. With "keep new row"
+// the last row is always blank, for entering a new record: using it (a
+// click, F2 or typing on it) first appends a fresh blank row above it, and
+// it is never deleted, moved or sorted. The grid as a whole and each cell
+// can be enabled or disabled, each with its colours; a disabled cell (cell
+// property bit 0x4000000) cannot become current. Tab and Shift+Tab walk the
+// enabled cells and leave the grid at its ends; Delete and Backspace delete
+// the selected rows, Insert opens a row, F2 or typing edits the current
+// cell. Three program cell types (a drop list, a browse button and a colour
+// pick) are registered with every grid, and a cell may name a
+// CellActionHandler that its list or button calls.
+//
+// Beyond editing cells, every grid copies the selected rows to the
+// clipboard as the tab-separated text spreadsheets use (Control+C), pastes
+// such text (Control+V) through the same checks and hooks as typing, and
+// undoes and redoes each thing a person did as one step (Control+Z,
+// Control+Y, Control+Shift+Z).
+//
+// Subclasses give the columns their meaning through the hooks OnRowAdded,
+// OnCellChange, OnChoiceSelected, OnGetChoices and OnBrowse.
+#ifndef VYR_UIKIT_CVVYRGRID_H
+#define VYR_UIKIT_CVVYRGRID_H
+
+#include "grid/cugctrl.h"
+#include "uikit/cellactionhandler.h"
+#include "uikit/gridhistory.h"
+
+#include <QColor>
+#include <QStringList>
+
+#include <memory>
+
+namespace vyr {
+
+class CVVYRDropListType;
+class CVVyrBrowseButtonType;
+class CVVyrColourPickType;
+class CVVyrGridEdit;
+
+// The cell property bit that marks a disabled cell.
+inline constexpr std::uint32_t kDisabledCellMark = CUGCell::DerivedProperty;
+
+// Whether a cell (as read from a grid) carries the disabled-cell mark.
+inline bool isDisabledCell(const CUGCell &cell)
+{
+    return (cell.propertyMask() & kDisabledCellMark) != 0;
+}
+
+class CVVyrGrid : public CUGCtrl
+{
+    Q_OBJECT
+
+public:
+    // The browse button's event: the button was used.
+    static constexpr int kBrowseEvent = 0x1300F;
+    // Steps the history keeps.
+    static constexpr std::size_t kUndoLimit = 200;
+
+    // `columnCount` is at least 1.
+    CVVyrGrid(int columnCount, bool keepNewRow, QWidget *parent = nullptr);
+    ~CVVyrGrid() override;
+
+    // --- Records
+    // A row of `texts` (exactly one per column) before the new row, or at
+    // the end; its index, or -1 when the count is wrong.
+    virtual long AppendRowTexts(const QStringList &texts);
+    // A blank row before the new row, or at the end, which OnRowAdded may
+    // refuse; its index, or -1 when refused.
+    virtual long AppendBlankRow();
+    // Appends the row's texts (empty where a cell has none) to `texts`;
+    // nothing for a row past the end.
+    virtual void GetRowTexts(long row, QStringList &texts);
+    // The cell's text; empty outside the grid. The row comes first.
+    virtual QString GetCellString(long row, int column);
+
+    // --- Rows, with a new row only
+    // Deletes the current row and every row holding a selected cell.
+    virtual void DeleteSelectedRows();
+    // Each row holding a selected cell changes place with the one above
+    // (below); the current row and the selection go with them.
+    virtual void MoveSelectedRowsUp();
+    virtual void MoveSelectedRowsDown();
+    // Exchanges the texts of two rows.
+    virtual void SwapRows(long first, long second);
+    // Orders the records by the column's text, ignoring case; records with
+    // equal texts keep their order. Only texts move.
+    virtual void SortByColumn(int column);
+    bool rowsModified() const { return m_rowsModified; }
+    void setRowsModified(bool modified) { m_rowsModified = modified; }
+
+    // --- Moving through the cells
+    // The cell, else the next enabled one after it row by row; past the
+    // last row the focus goes to the dialog's next control.
+    virtual void MoveToNextCell(int column, long row);
+    virtual void TabForward();
+    // The mirror of MoveToNextCell, leaving for the previous control.
+    virtual void MoveToPreviousCell(int column, long row);
+    virtual void TabBackward();
+
+    // --- Enabling
+    virtual void EnableCell(int column, long row, bool enable);
+    virtual bool IsCellEnabled(int column, long row);
+    virtual void EnableGrid(bool enable);
+    virtual bool IsGridEnabled() const;
+    // When false, disabled cells are drawn in their background colour
+    // only: their texts stay stored but cannot be seen.
+    void SetShowDisabledText(bool show) { m_showDisabledText = show; }
+    bool showsDisabledText() const { return m_showDisabledText; }
+    bool IsCellWritable(int column, long row) override;
+
+    // Ends an edit in progress with the editor's text, not continuing.
+    // Call it before reading or checking the grid.
+    virtual void CommitEdit();
+
+    // Keeps `handler` (not owned) in the cell's user value.
+    virtual void SetCellActionHandler(CUGCell &cell, CellActionHandler *handler);
+    // The handler a resolved cell names, or null.
+    static CellActionHandler *CellActionHandlerOf(const CUGCell &cell);
+
+    // --- Clipboard
+    // The texts of the rows holding a selected cell (the current row when
+    // none is selected), as tab-separated text; the new row is left out.
+    QString SelectedRowsText();
+    void CopySelectedRows();
+    // Pastes tab-separated text: on the new row each line becomes a new
+    // record, from column 0; on other rows the lines overwrite from the
+    // current cell on, lines past the last record becoming new ones.
+    // Surplus fields, read-only and disabled cells, and texts the cell's
+    // checks refuse are passed over and counted. One undo step.
+    struct PasteResult
+    {
+        long rows = 0;
+        long refusedCells = 0;
+    };
+    PasteResult PasteText(const QString &text);
+    void Paste();
+
+    // --- Undo and redo
+    bool CanUndo() const { return m_history.canUndo(); }
+    bool CanRedo() const { return m_history.canRedo(); }
+    void Undo();
+    void Redo();
+    // Groups what happens while it lives into one undo step, inside any
+    // step already open.
+    class UndoStep
+    {
+    public:
+        explicit UndoStep(CVVyrGrid &grid);
+        ~UndoStep();
+        UndoStep(const UndoStep &) = delete;
+        UndoStep &operator=(const UndoStep &) = delete;
+
+    private:
+        CVVyrGrid &m_grid;
+    };
+
+    bool keepsNewRow() const { return m_keepNewRow; }
+    int columnCount() const { return m_columnCount; }
+    int fontIndex() const { return m_fontIndex; }
+    int DropListTypeId() const { return m_dropListId; }
+    int BrowseTypeId() const { return m_browseId; }
+    int ColourTypeId() const { return m_colourId; }
+    CVVyrGridEdit *InPlaceEditor() const { return m_editor.get(); }
+
+    int StoreUserText(int column, long row, const QString &text, ug::TextSource source) override;
+    long OnCellTypeEvent(int typeId, int column, long row, int message, std::intptr_t parameter) override;
+
+protected:
+    // --- Hooks for subclasses
+    // A blank row was added (by a person or AppendBlankRow); false refuses
+    // it, and it is deleted again. The base accepts.
+    virtual bool OnRowAdded(long row);
+    // A person changed the cell's text (typed, chose, browsed, pasted,
+    // replaced), or undo, redo or a move of rows put a text there
+    // (ug::TextRestored: derive what follows from the text, change no text).
+    virtual void OnCellChange(int column, long row, ug::TextSource source);
+    // A drop list entry was chosen in a cell without a handler; false keeps
+    // the cell's text. The base accepts.
+    virtual bool OnChoiceSelected(int column, long row, const QString &text);
+    // A drop list without a handler opens; the base adds nothing.
+    virtual void OnGetChoices(int column, long row, QStringList &choices);
+    // A browse button without a handler was used; the base does nothing.
+    virtual int OnBrowse(int column, long row);
+
+    // --- Grid control hooks
+    void OnGridInit() override;
+    int OnAllowCellMove(int oldColumn, long oldRow, int newColumn, long newRow) override;
+    int OnAllowColumnResize(int column) override;
+    int OnAllowRowResize(long row) override;
+    int OnAllowTopHeadingResize() override;
+    int OnAllowSideHeadingResize() override;
+    void OnCellLeftClick(int column, long row, bool pressed, const QRect &rect, const QPoint &point,
+                         bool handled) override;
+    void OnCellDoubleClick(int column, long row, const QRect &rect, const QPoint &point, bool handled) override;
+    void OnCellKey(int &key, bool handled) override;
+    void OnCellChar(QChar &character, bool handled) override;
+    void OnCellWrite(int column, long row, const CUGCell &cell) override;
+    int OnBeginEdit(int column, long row, QWidget *&editor) override;
+    int OnEditNextCell(int oldColumn, long oldRow, int &newColumn, long &newRow) override;
+    void OnLayoutComponents(Layout &layout) override;
+    QColor OnDefaultBackColour(int section) override;
+    void OnPaintFocusFrame(QPainter &painter, const QRect &rect) override;
+    int OnAllowTopHeadingPress(int column) override;
+    int OnAllowTopHeadingCellPress(int column, long row) override;
+    void OnRowsInserted(long row, long count) override;
+    void OnRowsDeleting(long row, long count) override;
+
+    bool event(QEvent *event) override;
+
+    // The colours every grid uses, read from the palette.
+    struct Colours
+    {
+        QColor text, back, disabledText, disabledBack, highlightText, highlightBack;
+    };
+    const Colours &colours() const { return m_colours; }
+
+private:
+    // Using the new row appends a blank record first; false when refused.
+    bool useNewRow();
+    bool isNewRow(long row) const;
+    // Opens a blank row at `row` and asks OnRowAdded; -1 when refused.
+    long addBlankRowAt(long row);
+    void readColours();
+    void applyEnabledLook(CUGCell &cell, bool cellEnabled) const;
+    // Rows that hold a selected cell, with the current row, in order.
+    std::vector<bool> markedRows();
+    StoredRows storedRows(long row, long count);
+    void replay(const GridStep &step, bool undoing);
+    void restoreText(int column, long row, const QString &text);
+    // Cells selected in one row, from `left` to `right`.
+    struct SelectedCells
+    {
+        long row;
+        int left;
+        int right;
+    };
+    void reselect(const std::vector<SelectedCells> &cells);
+
+    int m_columnCount;
+    bool m_keepNewRow;
+    bool m_enabled = true;
+    bool m_showDisabledText = true;
+    bool m_rowsModified = false;
+    int m_fontIndex = -1;
+    Colours m_colours;
+    std::unique_ptr<CVVyrGridEdit> m_editor;
+    std::unique_ptr<CVVYRDropListType> m_dropListType;
+    std::unique_ptr<CVVyrBrowseButtonType> m_browseType;
+    std::unique_ptr<CVVyrColourPickType> m_colourType;
+    int m_dropListId = -1;
+    int m_browseId = -1;
+    int m_colourId = -1;
+    GridHistory m_history;
+    bool m_replaying = false;
+};
+
+} // namespace vyr
+
+#endif // VYR_UIKIT_CVVYRGRID_H

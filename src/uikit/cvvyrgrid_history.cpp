@@ -1,0 +1,242 @@
+// CVVyrGrid: undo and redo - recording every change of a text and every
+// row inserted or deleted while a person's action runs, and playing a step
+// back or forward - and copying and pasting rows through the clipboard.
+#include "uikit/cvvyrgrid.h"
+
+#include "util/tabulartext.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+namespace vyr {
+
+CVVyrGrid::UndoStep::UndoStep(CVVyrGrid &grid)
+    : m_grid(grid)
+{
+    if (!m_grid.m_replaying)
+        m_grid.m_history.begin(m_grid.GetCurrentCol(), m_grid.GetCurrentRow());
+}
+
+CVVyrGrid::UndoStep::~UndoStep()
+{
+    if (!m_grid.m_replaying)
+        m_grid.m_history.end();
+}
+
+void CVVyrGrid::OnCellWrite(int column, long row, const CUGCell &cell)
+{
+    if (m_replaying || column < 0 || row < 0 || row >= GetRowCount())
+        return;
+    const bool open = m_history.isOpen();
+    if (!open && !m_history.canUndo() && !m_history.canRedo())
+        return;
+    const QString before = GetCellText(column, row);
+    const QString after = cell.text();
+    if (before == after)
+        return;
+    if (open)
+        m_history.recordText(column, row, before, after);
+    else
+        m_history.clear();
+}
+
+void CVVyrGrid::OnRowsInserted(long row, long count)
+{
+    if (m_replaying)
+        return;
+    if (m_history.isOpen())
+        m_history.recordRowsInserted(row, count);
+    else
+        m_history.clear();
+}
+
+void CVVyrGrid::OnRowsDeleting(long row, long count)
+{
+    if (m_replaying)
+        return;
+    if (m_history.isOpen())
+        m_history.recordRowsDeleted(row, count, storedRows(row, count));
+    else
+        m_history.clear();
+}
+
+StoredRows CVVyrGrid::storedRows(long row, long count)
+{
+    StoredRows rows(static_cast<std::size_t>(count));
+    for (long offset = 0; offset < count; ++offset) {
+        auto &cells = rows[std::size_t(offset)];
+        cells.resize(std::size_t(GetColumnCount()));
+        for (int column = 0; column < GetColumnCount(); ++column) {
+            CUGCell cell;
+            if (GetCell(column, row + offset, cell) == ug::Success)
+                cells[std::size_t(column)] = std::move(cell);
+        }
+    }
+    return rows;
+}
+
+void CVVyrGrid::Undo()
+{
+    if (IsEditing())
+        return;
+    if (const GridStep *step = m_history.takeUndo())
+        replay(*step, true);
+}
+
+void CVVyrGrid::Redo()
+{
+    if (IsEditing())
+        return;
+    if (const GridStep *step = m_history.takeRedo())
+        replay(*step, false);
+}
+
+void CVVyrGrid::restoreText(int column, long row, const QString &text)
+{
+    SetCellText(column, row, text);
+    OnCellChange(column, row, ug::TextRestored);
+}
+
+void CVVyrGrid::replay(const GridStep &step, bool undoing)
+{
+    m_replaying = true;
+    BeginBatch();
+    if (undoing) {
+        // Rows the step inserted one after another go in one deletion.
+        long pendingRow = 0;
+        long pendingCount = 0;
+        const auto flush = [&] {
+            if (pendingCount > 0)
+                DeleteRows(pendingRow, pendingCount);
+            pendingCount = 0;
+        };
+        for (auto change = step.changes.rbegin(); change != step.changes.rend(); ++change) {
+            switch (change->kind) {
+            case GridChange::Text:
+                if (change->removedByUndo)
+                    break;
+                flush();
+                restoreText(change->column, change->row, change->before);
+                break;
+            case GridChange::RowsInserted:
+                if (pendingCount > 0 && change->row + change->count == pendingRow) {
+                    pendingRow = change->row;
+                    pendingCount += change->count;
+                } else {
+                    flush();
+                    pendingRow = change->row;
+                    pendingCount = change->count;
+                }
+                break;
+            case GridChange::RowsDeleted:
+                flush();
+                InsertRows(change->row, change->count);
+                for (long offset = 0; offset < change->count; ++offset) {
+                    const auto &cells = change->cells[std::size_t(offset)];
+                    for (int column = 0; column < int(cells.size()); ++column) {
+                        if (cells[std::size_t(column)])
+                            SetCell(column, change->row + offset, *cells[std::size_t(column)]);
+                    }
+                    for (int column = 0; column < int(cells.size()); ++column)
+                        OnCellChange(column, change->row + offset, ug::TextRestored);
+                }
+                break;
+            }
+        }
+        flush();
+    } else {
+        for (const GridChange &change : step.changes) {
+            switch (change.kind) {
+            case GridChange::Text:
+                restoreText(change.column, change.row, change.after);
+                break;
+            case GridChange::RowsInserted:
+                InsertRows(change.row, change.count);
+                break;
+            case GridChange::RowsDeleted:
+                DeleteRows(change.row, change.count);
+                break;
+            }
+        }
+    }
+    EndBatch();
+    m_replaying = false;
+    // Back where the step began, or as near as the rows allow.
+    const long row = std::min(step.row, GetRowCount() - 1);
+    if (step.column >= 0 && row >= 0)
+        GotoCell(std::min(step.column, GetColumnCount() - 1), row);
+    RepaintAll();
+}
+
+// --- Clipboard
+
+QString CVVyrGrid::SelectedRowsText()
+{
+    const std::vector<bool> marked = markedRows();
+    TextTable table;
+    for (long row = 0; row < GetRowCount(); ++row) {
+        if (!marked[std::size_t(row)] || isNewRow(row))
+            continue;
+        StringList fields;
+        fields.reserve(std::size_t(GetColumnCount()));
+        for (int column = 0; column < GetColumnCount(); ++column)
+            fields.push_back(GetCellText(column, row).toStdString());
+        table.push_back(std::move(fields));
+    }
+    return QString::fromStdString(formatTabularText(table));
+}
+
+void CVVyrGrid::CopySelectedRows()
+{
+    const QString text = SelectedRowsText();
+    if (!text.isEmpty())
+        QGuiApplication::clipboard()->setText(text);
+}
+
+void CVVyrGrid::Paste()
+{
+    PasteText(QGuiApplication::clipboard()->text());
+}
+
+CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
+{
+    PasteResult result;
+    if (!m_enabled || IsEditing())
+        return result;
+    const TextTable table = parseTabularText(text.toStdString());
+    if (table.empty())
+        return result;
+    long startRow = GetCurrentRow();
+    if (startRow < 0)
+        startRow = m_keepNewRow ? GetRowCount() - 1 : 0;
+    const int firstColumn = isNewRow(startRow) ? 0 : std::max(0, GetCurrentCol());
+    UndoStep step(*this);
+    BeginBatch();
+    for (std::size_t line = 0; line < table.size(); ++line) {
+        long row = startRow + long(line);
+        if (isNewRow(row)) {
+            row = AppendBlankRow();
+            if (row < 0)
+                break;
+        } else if (row >= GetRowCount()) {
+            break;
+        }
+        const StringList &fields = table[line];
+        for (std::size_t field = 0; field < fields.size(); ++field) {
+            const int column = firstColumn + int(field);
+            if (column >= GetColumnCount())
+                break;
+            // Cells nobody may write are passed over; a text a writable
+            // cell refuses is counted, so that the caller can say so.
+            if (IsCellWritable(column, row)
+                && WriteUserText(column, row, QString::fromStdString(fields[field]), ug::TextPasted) != ug::Success)
+                ++result.refusedCells;
+        }
+        ++result.rows;
+    }
+    EndBatch();
+    RepaintAll();
+    return result;
+}
+
+} // namespace vyr

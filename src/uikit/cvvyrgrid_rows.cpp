@@ -1,0 +1,395 @@
+// CVVyrGrid: records and rows - appending, reading, deleting, moving,
+// swapping and sorting - and the keys, typing and Tab walk that a person
+// uses on them.
+#include "uikit/cvvyrgrid.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace vyr {
+
+bool CVVyrGrid::isNewRow(long row) const
+{
+    return m_keepNewRow && row >= 0 && row == GetRowCount() - 1;
+}
+
+long CVVyrGrid::addBlankRowAt(long row)
+{
+    if (InsertRow(row) != ug::Success)
+        return -1;
+    for (int column = 0; column < GetColumnCount(); ++column)
+        SetCellText(column, row, QString());
+    if (!OnRowAdded(row)) {
+        DeleteRow(row);
+        return -1;
+    }
+    RepaintAll();
+    return row;
+}
+
+long CVVyrGrid::AppendRowTexts(const QStringList &texts)
+{
+    if (texts.size() != m_columnCount)
+        return -1;
+    const long row = m_keepNewRow ? std::max(0L, GetRowCount() - 1) : GetRowCount();
+    if (InsertRow(row) != ug::Success)
+        return -1;
+    for (int column = 0; column < m_columnCount; ++column)
+        SetCellText(column, row, texts[column]);
+    RepaintAll();
+    return row;
+}
+
+long CVVyrGrid::AppendBlankRow()
+{
+    return addBlankRowAt(m_keepNewRow ? std::max(0L, GetRowCount() - 1) : GetRowCount());
+}
+
+bool CVVyrGrid::useNewRow()
+{
+    UndoStep step(*this);
+    return AppendBlankRow() >= 0;
+}
+
+void CVVyrGrid::GetRowTexts(long row, QStringList &texts)
+{
+    if (row < 0 || row >= GetRowCount())
+        return;
+    for (int column = 0; column < GetColumnCount(); ++column)
+        texts.append(GetCellString(row, column));
+}
+
+QString CVVyrGrid::GetCellString(long row, int column)
+{
+    return GetCellText(column, row);
+}
+
+std::vector<bool> CVVyrGrid::markedRows()
+{
+    std::vector<bool> marked(std::size_t(std::max(0L, GetRowCount())), false);
+    const long rows = GetRowCount();
+    for (const CUGSelection::Block &block : gridInfo().selection.blocks()) {
+        for (long row = std::max(0L, block.top()); row <= std::min(rows - 1, block.bottom()); ++row)
+            marked[std::size_t(row)] = true;
+    }
+    if (GetCurrentRow() >= 0 && GetCurrentRow() < rows)
+        marked[std::size_t(GetCurrentRow())] = true;
+    return marked;
+}
+
+void CVVyrGrid::DeleteSelectedRows()
+{
+    if (!m_keepNewRow || GetRowCount() < 2)
+        return;
+    UndoStep step(*this);
+    const std::vector<bool> marked = markedRows();
+    BeginBatch();
+    // From the bottom up, a run of marked rows at a time; the new row stays.
+    for (long row = GetRowCount() - 2; row >= 0;) {
+        if (!marked[std::size_t(row)]) {
+            --row;
+            continue;
+        }
+        long first = row;
+        while (first > 0 && marked[std::size_t(first - 1)])
+            --first;
+        DeleteRows(first, row - first + 1);
+        row = first - 1;
+    }
+    ClearSelection();
+    EndBatch();
+    RepaintAll();
+}
+
+void CVVyrGrid::reselect(const std::vector<SelectedCells> &cells)
+{
+    ClearSelection();
+    for (const SelectedCells &selected : cells) {
+        if (GetMultiSelect())
+            SelectRange(selected.left, selected.row, selected.right, selected.row);
+        else
+            SelectCell(selected.left, selected.row);
+    }
+}
+
+void CVVyrGrid::MoveSelectedRowsUp()
+{
+    if (!m_keepNewRow)
+        return;
+    UndoStep step(*this);
+    const int currentColumn = GetCurrentCol();
+    const long currentRow = GetCurrentRow();
+    if (currentColumn >= 0 && currentRow >= 0)
+        SelectCell(currentColumn, currentRow);
+    const long last = GetRowCount() - 1;
+    const std::vector<bool> marked = markedRows();
+    // A selected row moves unless it is at the top, or held there by the
+    // selected rows above it that cannot move either.
+    std::vector<bool> moves(marked.size(), false);
+    bool held = true;
+    for (long row = 0; row < last; ++row) {
+        held = marked[std::size_t(row)] && (row == 0 || held);
+        moves[std::size_t(row)] = marked[std::size_t(row)] && !held;
+    }
+    std::vector<SelectedCells> cells;
+    for (const CUGSelection::Block &block : gridInfo().selection.blocks()) {
+        for (long row = std::max(0L, block.top()); row <= std::min(last - 1, block.bottom()); ++row) {
+            const long to = moves[std::size_t(row)] ? row - 1 : row;
+            cells.push_back({to, block.left(), block.right()});
+        }
+    }
+    BeginBatch();
+    for (long row = 1; row < last; ++row) {
+        if (moves[std::size_t(row)])
+            SwapRows(row, row - 1);
+    }
+    if (currentRow >= 0 && currentRow < last && moves[std::size_t(currentRow)])
+        GotoCell(currentColumn, currentRow - 1);
+    reselect(cells);
+    EndBatch();
+    RepaintAll();
+}
+
+void CVVyrGrid::MoveSelectedRowsDown()
+{
+    if (!m_keepNewRow)
+        return;
+    UndoStep step(*this);
+    const int currentColumn = GetCurrentCol();
+    const long currentRow = GetCurrentRow();
+    if (currentColumn >= 0 && currentRow >= 0)
+        SelectCell(currentColumn, currentRow);
+    const long last = GetRowCount() - 1;
+    const std::vector<bool> marked = markedRows();
+    // The mirror of moving up: the last record cannot move into the new row.
+    std::vector<bool> moves(marked.size(), false);
+    bool held = true;
+    for (long row = last - 1; row >= 0; --row) {
+        held = marked[std::size_t(row)] && (row == last - 1 || held);
+        moves[std::size_t(row)] = marked[std::size_t(row)] && !held;
+    }
+    std::vector<SelectedCells> cells;
+    for (const CUGSelection::Block &block : gridInfo().selection.blocks()) {
+        for (long row = std::max(0L, block.top()); row <= std::min(last - 1, block.bottom()); ++row) {
+            const long to = moves[std::size_t(row)] ? row + 1 : row;
+            cells.push_back({to, block.left(), block.right()});
+        }
+    }
+    BeginBatch();
+    for (long row = last - 2; row >= 0; --row) {
+        if (moves[std::size_t(row)])
+            SwapRows(row, row + 1);
+    }
+    if (currentRow >= 0 && currentRow < last && moves[std::size_t(currentRow)])
+        GotoCell(currentColumn, currentRow + 1);
+    reselect(cells);
+    EndBatch();
+    RepaintAll();
+}
+
+void CVVyrGrid::SwapRows(long first, long second)
+{
+    const long rows = GetRowCount();
+    if (!m_keepNewRow || first < 0 || second < 0 || first >= rows || second >= rows || first == second)
+        return;
+    UndoStep step(*this);
+    for (int column = 0; column < GetColumnCount(); ++column) {
+        const QString firstText = GetCellText(column, first);
+        const QString secondText = GetCellText(column, second);
+        if (firstText == secondText)
+            continue;
+        SetCellText(column, first, secondText);
+        SetCellText(column, second, firstText);
+        OnCellChange(column, first, ug::TextRestored);
+        OnCellChange(column, second, ug::TextRestored);
+    }
+    m_rowsModified = true;
+    RepaintAll();
+}
+
+void CVVyrGrid::SortByColumn(int column)
+{
+    const long rows = GetRowCount();
+    if (!m_keepNewRow || column < 0 || column >= GetColumnCount() || rows <= 2)
+        return;
+    // The records, not the new row: a stable sort of their texts is what
+    // exchanging neighbours out of order gives, without its quadratic time.
+    const long records = rows - 1;
+    std::vector<QStringList> texts(static_cast<std::size_t>(records));
+    for (long row = 0; row < records; ++row)
+        GetRowTexts(row, texts[std::size_t(row)]);
+    std::vector<long> order(static_cast<std::size_t>(records));
+    std::iota(order.begin(), order.end(), 0L);
+    std::stable_sort(order.begin(), order.end(), [&](long a, long b) {
+        return texts[std::size_t(a)][column].compare(texts[std::size_t(b)][column], Qt::CaseInsensitive) < 0;
+    });
+    bool moved = false;
+    UndoStep step(*this);
+    BeginBatch();
+    for (long row = 0; row < records; ++row) {
+        const long from = order[std::size_t(row)];
+        if (from == row)
+            continue;
+        moved = true;
+        const QStringList &source = texts[std::size_t(from)];
+        const QStringList &target = texts[std::size_t(row)];
+        for (int c = 0; c < GetColumnCount(); ++c) {
+            if (source[c] == target[c])
+                continue;
+            SetCellText(c, row, source[c]);
+            OnCellChange(c, row, ug::TextRestored);
+        }
+    }
+    EndBatch();
+    if (moved)
+        m_rowsModified = true;
+    RepaintAll();
+}
+
+// --- Moving through the cells
+
+void CVVyrGrid::MoveToNextCell(int column, long row)
+{
+    for (;;) {
+        if (row >= GetRowCount()) {
+            // Past the last cell: on to the dialog's next control.
+            QAbstractScrollArea::focusNextPrevChild(true);
+            return;
+        }
+        if (column >= GetColumnCount()) {
+            column = 0;
+            ++row;
+            continue;
+        }
+        if (row >= 0 && GotoCell(column, row) == ug::Success)
+            return;
+        ++column;
+    }
+}
+
+void CVVyrGrid::TabForward()
+{
+    MoveToNextCell(GetCurrentCol() + 1, std::max(0L, GetCurrentRow()));
+}
+
+void CVVyrGrid::MoveToPreviousCell(int column, long row)
+{
+    for (;;) {
+        if (row < 0 || GetColumnCount() == 0) {
+            QAbstractScrollArea::focusNextPrevChild(false);
+            return;
+        }
+        if (column < 0) {
+            column = GetColumnCount() - 1;
+            --row;
+            continue;
+        }
+        if (row < GetRowCount() && GotoCell(column, row) == ug::Success)
+            return;
+        --column;
+    }
+}
+
+void CVVyrGrid::TabBackward()
+{
+    // Shift is held: with multi-select on the move would extend the selection.
+    const bool multiSelect = GetMultiSelect();
+    SetMultiSelect(false);
+    const long row = GetCurrentRow() < 0 ? GetRowCount() - 1 : GetCurrentRow();
+    const int column = GetCurrentRow() < 0 ? GetColumnCount() - 1 : GetCurrentCol() - 1;
+    MoveToPreviousCell(column, row);
+    SetMultiSelect(multiSelect);
+}
+
+// --- Keys and typing
+
+void CVVyrGrid::OnCellKey(int &key, bool)
+{
+    const Qt::KeyboardModifiers modifiers = KeyModifiers();
+    const bool control = modifiers & Qt::ControlModifier;
+    const bool shift = modifiers & Qt::ShiftModifier;
+    switch (key) {
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+        if (m_enabled && m_keepNewRow)
+            DeleteSelectedRows();
+        key = 0;
+        return;
+    case Qt::Key_Tab:
+        if (control)
+            return;
+        if (shift)
+            TabBackward();
+        else
+            TabForward();
+        key = 0;
+        return;
+    case Qt::Key_Backtab:
+        if (control)
+            return;
+        TabBackward();
+        key = 0;
+        return;
+    case Qt::Key_Insert:
+        if (m_enabled && m_keepNewRow && GetCurrentRow() >= 0) {
+            UndoStep step(*this);
+            addBlankRowAt(GetCurrentRow());
+        }
+        key = 0;
+        return;
+    case Qt::Key_F2: {
+        key = 0;
+        // A read-only grid never grows, not even by its new row.
+        if (!m_enabled || (isNewRow(GetCurrentRow()) && !useNewRow()))
+            return;
+        CUGCell cell;
+        GetCellResolved(GetCurrentCol(), GetCurrentRow(), cell);
+        if (!cell.isReadOnly())
+            BeginEdit(0);
+        return;
+    }
+    case Qt::Key_C:
+        if (control && !shift) {
+            CopySelectedRows();
+            key = 0;
+        }
+        return;
+    case Qt::Key_V:
+        if (control && !shift) {
+            Paste();
+            key = 0;
+        }
+        return;
+    case Qt::Key_Z:
+        if (control) {
+            if (shift)
+                Redo();
+            else
+                Undo();
+            key = 0;
+        }
+        return;
+    case Qt::Key_Y:
+        if (control && !shift) {
+            Redo();
+            key = 0;
+        }
+        return;
+    default:
+        return;
+    }
+}
+
+void CVVyrGrid::OnCellChar(QChar &character, bool)
+{
+    if (character == u'\t' || character == QChar(0x1b) || character == u'\b' || !m_enabled)
+        return;
+    if (isNewRow(GetCurrentRow()) && !useNewRow())
+        return;
+    CUGCell cell;
+    GetCellResolved(GetCurrentCol(), GetCurrentRow(), cell);
+    if (!cell.isReadOnly())
+        BeginEdit(character.unicode());
+}
+
+} // namespace vyr

@@ -1,0 +1,96 @@
+// GridHistory: what each thing a person did changed in a grid, so that it
+// can be undone and redone.
+//
+// A step is opened (begin) before a person's action and closed (end) after
+// it; steps opened inside an open step join it. While a step is open the
+// grid reports every change of a cell's text and every row inserted or
+// deleted. A change outside any step (a page loading its rows, a format
+// change) makes the recorded steps meaningless, and the grid clears them.
+//
+// The history keeps at most `limit` steps; the oldest go first.
+#ifndef VYR_UIKIT_GRIDHISTORY_H
+#define VYR_UIKIT_GRIDHISTORY_H
+
+#include "grid/cugcell.h"
+
+#include <QString>
+
+#include <cstddef>
+#include <deque>
+#include <optional>
+#include <vector>
+
+namespace vyr {
+
+// The stored cells of a run of rows, by row and then by column; a column
+// with nothing stored has no value.
+using StoredRows = std::vector<std::vector<std::optional<CUGCell>>>;
+
+struct GridChange
+{
+    enum Kind { Text, RowsInserted, RowsDeleted };
+
+    Kind kind = Text;
+    int column = 0;
+    long row = 0;
+    // RowsInserted and RowsDeleted: how many rows from `row`.
+    long count = 0;
+    QString before;
+    QString after;
+    // A text written into a row the same step inserted: undoing the step
+    // removes the row, so the text need not be put back first.
+    bool removedByUndo = false;
+    // RowsDeleted: what the rows held.
+    StoredRows cells;
+};
+
+struct GridStep
+{
+    std::vector<GridChange> changes;
+    // The current cell when the step began, where undo leaves it.
+    int column = -1;
+    long row = -1;
+};
+
+class GridHistory
+{
+public:
+    explicit GridHistory(std::size_t limit);
+
+    // Opens a step (or joins the open one) at the current cell.
+    void begin(int column, long row);
+    // Closes the step opened by the matching begin; an outermost step that
+    // changed nothing is dropped.
+    void end();
+    bool isOpen() const { return m_depth > 0; }
+
+    void recordText(int column, long row, const QString &before, const QString &after);
+    void recordRowsInserted(long row, long count);
+    void recordRowsDeleted(long row, long count, StoredRows cells);
+    void clear();
+
+    bool canUndo() const { return !m_undo.empty(); }
+    bool canRedo() const { return !m_redo.empty(); }
+    std::size_t undoCount() const { return m_undo.size(); }
+    // The step to undo, moved to the redo list; null when there is none.
+    const GridStep *takeUndo();
+    // The step to redo, moved back to the undo list; null when there is none.
+    const GridStep *takeRedo();
+
+private:
+    void recordRowsRemoved(long row, long count);
+
+    std::size_t m_limit;
+    int m_depth = 0;
+    std::optional<GridStep> m_open;
+    std::deque<GridStep> m_undo;
+    std::deque<GridStep> m_redo;
+    // Rows the open step inserted, as one run [first, end): texts written
+    // there need no undo of their own.
+    long m_freshFirst = 0;
+    long m_freshEnd = 0;
+};
+
+} // namespace vyr
+
+#endif // VYR_UIKIT_GRIDHISTORY_H
