@@ -1,5 +1,6 @@
 // The subcommands of vyrtool. Each takes the arguments after its own name
-// and returns the process exit status: 0 done, 1 failed, 2 bad usage.
+// and returns the process exit status: 0 done, 1 failed or cancelled, 2 bad
+// usage, 3 a dialog refused OK under --accept.
 #ifndef VYRTOOL_COMMANDS_H
 #define VYRTOOL_COMMANDS_H
 
@@ -11,5 +12,7 @@ int runCodecCommand(std::span<const std::string_view> arguments);
 int runFormatCommand(std::string_view command, std::span<const std::string_view> arguments);
 // "about" or "template".
 int runDialogCommand(std::string_view command, std::span<const std::string_view> arguments);
+// "domain" or "list".
+int runEditorCommand(std::string_view command, std::span<const std::string_view> arguments);
 
 #endif // VYRTOOL_COMMANDS_H

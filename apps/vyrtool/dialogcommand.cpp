@@ -1,26 +1,19 @@
 // vyrtool about / template: show a dialog of the resource library, as a user
 // or a translator would see it.
 #include "commands.h"
+#include "dialogrunner.h"
 
 #include "uikit/application.h"
 #include "uikit/caboutdlg.h"
 #include "util/numbertext.h"
 
 #include <QApplication>
-#include <QPixmap>
-#include <QTimer>
 
 #include <cstdio>
 #include <memory>
 #include <string>
 
 namespace {
-
-struct DialogOptions
-{
-    std::string screenshot;
-    bool accept = false;
-};
 
 // Reads --screenshot FILE and --accept; false on anything else.
 bool readOptions(std::span<const std::string_view> arguments, DialogOptions &options)
@@ -41,29 +34,6 @@ bool readOptions(std::span<const std::string_view> arguments, DialogOptions &opt
         }
     }
     return true;
-}
-
-int runDialog(vyr::CVyrDialog &dialog, const DialogOptions &options)
-{
-    if (!dialog.Create()) {
-        std::fprintf(stderr, "vyrtool: template %u is not in the resource library\n", dialog.templateId());
-        return 1;
-    }
-    if (!options.screenshot.empty()) {
-        dialog.show();
-        QApplication::processEvents();
-        if (!dialog.grab().save(QString::fromLocal8Bit(options.screenshot.c_str()), "PNG")) {
-            std::fprintf(stderr, "vyrtool: cannot write %s\n", options.screenshot.c_str());
-            return 1;
-        }
-        if (!options.accept)
-            return 0;
-    }
-    if (options.accept)
-        QTimer::singleShot(0, &dialog, [&dialog] { dialog.OnOK(); });
-    const int result = dialog.DoModal();
-    std::printf("%d\n", result);
-    return 0;
 }
 
 } // namespace
@@ -93,5 +63,8 @@ int runDialogCommand(std::string_view command, std::span<const std::string_view>
     else
         dialog = std::make_unique<vyr::CVyrDialog>(templateId, 0, true, std::string(), nullptr,
                                                    vyr::DialogMode::ModeModal);
-    return runDialog(*dialog, options);
+    const DialogOutcome outcome = runToolDialog(*dialog, options, std::string(command).c_str());
+    if (outcome == DialogOutcome::Accepted || outcome == DialogOutcome::Cancelled)
+        std::printf("%d\n", outcome == DialogOutcome::Accepted ? vyr::kEndOk : vyr::kEndCancel);
+    return outcome == DialogOutcome::Cancelled ? 0 : exitStatus(outcome);
 }

@@ -19,8 +19,17 @@ constexpr const char *kUsage = "usage: vyrtool <command> [arguments]\n"
                                "  template ID [--screenshot FILE] [--accept]\n"
                                "      Show the dialog template ID of the resource library, for checking\n"
                                "      a layout or a translation (LANG=de_DE.UTF-8 for German).\n"
+                               "  domain range|coded VALUE --format CAPFILE [--screenshot FILE] [--accept]\n"
+                               "      Edit a range or coded value domain, given as the colon-packed\n"
+                               "      value of a domain argument, with the format's field types; the\n"
+                               "      new value is printed after OK.\n"
+                               "  list stringset|stringlist|stringmap VALUE [--source] [--screenshot FILE]\n"
+                               "       [--accept]\n"
+                               "      Edit a colon-packed set, list or map of strings (read-only with\n"
+                               "      --source, as for a reader's format); the new value after OK.\n"
                                "  With --screenshot the dialog is drawn into the PNG FILE; with --accept\n"
-                               "  it is closed with OK at once, so both also work without a display.\n"
+                               "  it is closed with OK at once, so both also work without a display. A\n"
+                               "  dialog that refuses OK prints why on standard error and exits with 3.\n"
                                "  format show CAPFILE\n"
                                "      Every answer the dialog gets from a format capability file, as JSON.\n"
                                "  type parse TEXT [--list-mode 0|1]\n"
@@ -54,6 +63,8 @@ int main(int argc, char **argv)
         return runFormatCommand(command, std::span(arguments).subspan(1));
     if (command == "about" || command == "template")
         return runDialogCommand(command, std::span(arguments).subspan(1));
+    if (command == "domain" || command == "list")
+        return runEditorCommand(command, std::span(arguments).subspan(1));
     std::fprintf(stderr, "vyrtool: unknown command \"%.*s\"\n\n%s", static_cast<int>(command.size()), command.data(),
                  kUsage);
     return 2;

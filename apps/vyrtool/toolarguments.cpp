@@ -18,8 +18,14 @@ std::vector<std::string> ToolArguments::all(const std::string &name) const
     return values;
 }
 
+bool ToolArguments::hasFlag(const std::string &name) const
+{
+    return std::find(flags.begin(), flags.end(), name) != flags.end();
+}
+
 std::optional<ToolArguments> readToolArguments(std::span<const std::string_view> arguments,
-                                               std::initializer_list<std::string_view> known, const char *command)
+                                               std::initializer_list<std::string_view> known, const char *command,
+                                               std::initializer_list<std::string_view> flags)
 {
     ToolArguments read;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -29,6 +35,10 @@ std::optional<ToolArguments> readToolArguments(std::span<const std::string_view>
             continue;
         }
         const std::string_view name = argument.substr(2);
+        if (std::find(flags.begin(), flags.end(), name) != flags.end()) {
+            read.flags.emplace_back(name);
+            continue;
+        }
         if (std::find(known.begin(), known.end(), name) == known.end()) {
             std::fprintf(stderr, "vyrtool %s: unknown option \"%.*s\"\n", command, static_cast<int>(argument.size()),
                          argument.data());

@@ -14,15 +14,21 @@ struct ToolArguments
 {
     std::vector<std::string> words;
     std::multimap<std::string, std::string> options;
+    // Options given that take no value.
+    std::vector<std::string> flags;
+
+    bool hasFlag(const std::string &name) const;
 
     // The one value of `name`, if given.
     std::optional<std::string> option(const std::string &name) const;
     std::vector<std::string> all(const std::string &name) const;
 };
 
-// Every "--name" in `arguments` must be one of `known` and take a value.
-// On a mistake, says what is wrong on standard error and returns nothing.
+// Every "--name" in `arguments` must be one of `known`, which take a value,
+// or of `flags`, which take none. On a mistake, says what is wrong on
+// standard error and returns nothing.
 std::optional<ToolArguments> readToolArguments(std::span<const std::string_view> arguments,
-                                               std::initializer_list<std::string_view> known, const char *command);
+                                               std::initializer_list<std::string_view> known, const char *command,
+                                               std::initializer_list<std::string_view> flags = {});
 
 #endif // VYRTOOL_TOOLARGUMENTS_H

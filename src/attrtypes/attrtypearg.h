@@ -22,6 +22,33 @@
 namespace vyr {
 
 class AttrType;
+class AttrTypeArgBinIntWidth;
+class AttrTypeArgCodedDomain;
+class AttrTypeArgInt;
+class AttrTypeArgIntWidth;
+class AttrTypeArgRangeDomain;
+class AttrTypeArgStringList;
+class AttrTypeArgStringMap;
+class AttrTypeArgStringSet;
+class AttrTypeArgTemplate;
+
+// One operation per argument kind, for code outside the model that treats
+// the kinds differently (the grid cells that edit them): a new kind cannot
+// be added without every such piece of code being told.
+class AttrTypeArgVisitor
+{
+public:
+    virtual ~AttrTypeArgVisitor() = default;
+    virtual void visit(const AttrTypeArgInt &arg) = 0;
+    virtual void visit(const AttrTypeArgIntWidth &arg) = 0;
+    virtual void visit(const AttrTypeArgBinIntWidth &arg) = 0;
+    virtual void visit(const AttrTypeArgStringSet &arg) = 0;
+    virtual void visit(const AttrTypeArgStringList &arg) = 0;
+    virtual void visit(const AttrTypeArgStringMap &arg) = 0;
+    virtual void visit(const AttrTypeArgRangeDomain &arg) = 0;
+    virtual void visit(const AttrTypeArgCodedDomain &arg) = 0;
+    virtual void visit(const AttrTypeArgTemplate &arg) = 0;
+};
 
 class AttrTypeArg
 {
@@ -46,6 +73,8 @@ public:
     virtual bool validate(std::string_view value, std::string_view label) const;
     // A fresh, empty argument of the same kind; null for a template argument.
     virtual std::unique_ptr<AttrTypeArg> createNew() const = 0;
+    // Calls the visitor's operation for this argument's kind.
+    virtual void accept(AttrTypeArgVisitor &visitor) const = 0;
 
     std::uint32_t index() const { return m_index; }
     const std::string &keyword() const { return m_keyword; }

@@ -23,18 +23,21 @@ class AttrTypeArgStringSet final : public AttrTypeArgBrowseList
 {
 public:
     std::unique_ptr<AttrTypeArg> createNew() const override;
+    void accept(AttrTypeArgVisitor &visitor) const override { visitor.visit(*this); }
 };
 
 class AttrTypeArgStringList final : public AttrTypeArgBrowseList
 {
 public:
     std::unique_ptr<AttrTypeArg> createNew() const override;
+    void accept(AttrTypeArgVisitor &visitor) const override { visitor.visit(*this); }
 };
 
 class AttrTypeArgStringMap final : public AttrTypeArgBrowseList
 {
 public:
     std::unique_ptr<AttrTypeArg> createNew() const override;
+    void accept(AttrTypeArgVisitor &visitor) const override { visitor.visit(*this); }
 };
 
 // A domain argument refuses an empty value, telling the user (message
@@ -52,12 +55,14 @@ class AttrTypeArgRangeDomain final : public AttrTypeArgDomain
 {
 public:
     std::unique_ptr<AttrTypeArg> createNew() const override;
+    void accept(AttrTypeArgVisitor &visitor) const override { visitor.visit(*this); }
 };
 
 class AttrTypeArgCodedDomain final : public AttrTypeArgDomain
 {
 public:
     std::unique_ptr<AttrTypeArg> createNew() const override;
+    void accept(AttrTypeArgVisitor &visitor) const override { visitor.visit(*this); }
 };
 
 } // namespace vyr

@@ -21,6 +21,7 @@ public:
     void setDefault(std::string_view text) override;
     bool isSelectable(int mode) const override;
     std::unique_ptr<AttrTypeArg> createNew() const override;
+    void accept(AttrTypeArgVisitor &visitor) const override { visitor.visit(*this); }
 
     const std::string &fixedValue() const { return m_fixedValue; }
 
@@ -37,6 +38,7 @@ public:
     void setValue(std::string_view text) override;
     void setDefault(std::string_view text) override;
     std::unique_ptr<AttrTypeArg> createNew() const override;
+    void accept(AttrTypeArgVisitor &visitor) const override { visitor.visit(*this); }
 };
 
 // Keeps exactly "2" or "4"; otherwise "4".
@@ -48,6 +50,7 @@ public:
     void setValue(std::string_view text) override;
     void setDefault(std::string_view text) override;
     std::unique_ptr<AttrTypeArg> createNew() const override;
+    void accept(AttrTypeArgVisitor &visitor) const override { visitor.visit(*this); }
 };
 
 } // namespace vyr

@@ -19,6 +19,7 @@ public:
     std::unique_ptr<AttrTypeArg> clone() const override;
     bool isSelectable(int mode) const override;
     std::unique_ptr<AttrTypeArg> createNew() const override;
+    void accept(AttrTypeArgVisitor &visitor) const override { visitor.visit(*this); }
 
     const AttrTypeArg &prototype() const { return *m_prototype; }
 

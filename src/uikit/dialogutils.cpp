@@ -3,6 +3,7 @@
 #include "frame/vyrrwstringarrayimp.h"
 #include "frame/vyrrwstringimp.h"
 #include "uikit/outsideservices.h"
+#include "uikit/unattendedrun.h"
 #include "util/asciitext.h"
 #include "util/installdir.h"
 #include "util/macrovalues.h"
@@ -176,6 +177,18 @@ int SelectComboItem(QComboBox *combo, const QString &text)
 
 int ShowMessageBox(QWidget *owner, const QString &text, const QString &caption, unsigned flags)
 {
+    // Nobody is there to answer: the box takes its default button, and its
+    // text goes to the run that reports it.
+    if (UnattendedRun::isActive()) {
+        UnattendedRun::noteMessage(text);
+        switch (flags & 0x0F) {
+        case MbYesNo:
+        case MbYesNoCancel:
+            return IdYes;
+        default:
+            return IdOk;
+        }
+    }
     QMessageBox box(owner ? owner : QApplication::activeWindow());
     box.setWindowTitle(caption.isEmpty() ? QGuiApplication::applicationDisplayName() : caption);
     box.setText(text);

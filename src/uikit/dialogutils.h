@@ -83,7 +83,9 @@ enum MessageBoxFlag : unsigned {
 enum MessageBoxResult : int { IdOk = 1, IdCancel = 2, IdYes = 6, IdNo = 7 };
 
 // A message box; an empty caption becomes the application's name, a null
-// owner the application's active window. Returns the button pressed.
+// owner the application's active window. Returns the button pressed. In an
+// unattended run (unattendedrun.h) nothing is shown and the first button
+// (OK or Yes) is the answer.
 int ShowMessageBox(QWidget *owner, const QString &text, const QString &caption, unsigned flags);
 // ShowMessageBox with the exclamation icon added.
 int ShowExclamationBox(const QString &text, const QString &caption, QWidget *owner, unsigned flags);

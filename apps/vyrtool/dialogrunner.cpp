@@ -1,0 +1,60 @@
+#include "dialogrunner.h"
+
+#include "uikit/cvyrdialog.h"
+#include "uikit/unattendedrun.h"
+
+#include <QApplication>
+#include <QPixmap>
+#include <QTimer>
+
+#include <cstdio>
+#include <optional>
+
+DialogOutcome runToolDialog(vyr::CVyrDialog &dialog, const DialogOptions &options, const char *command)
+{
+    if (!dialog.Create()) {
+        std::fprintf(stderr, "vyrtool %s: template %u is not in the resource library\n", command, dialog.templateId());
+        return DialogOutcome::Failed;
+    }
+    if (!options.screenshot.empty()) {
+        dialog.show();
+        QApplication::processEvents();
+        if (!dialog.grab().save(QString::fromLocal8Bit(options.screenshot.c_str()), "PNG")) {
+            std::fprintf(stderr, "vyrtool %s: cannot write %s\n", command, options.screenshot.c_str());
+            return DialogOutcome::Failed;
+        }
+        if (!options.accept)
+            return DialogOutcome::Drawn;
+    }
+    std::optional<bool> accepted;
+    QStringList reasons;
+    if (options.accept) {
+        QTimer::singleShot(0, &dialog, [&] {
+            vyr::UnattendedRun run;
+            accepted = run.accept(dialog);
+            reasons = run.messages();
+        });
+    }
+    const int result = dialog.DoModal();
+    if (accepted && !*accepted) {
+        if (reasons.isEmpty())
+            reasons.append(QStringLiteral("the dialog did not take OK"));
+        for (const QString &reason : std::as_const(reasons))
+            std::fprintf(stderr, "vyrtool %s: %s\n", command, qPrintable(reason));
+        return DialogOutcome::Refused;
+    }
+    return result == vyr::kEndOk ? DialogOutcome::Accepted : DialogOutcome::Cancelled;
+}
+
+int exitStatus(DialogOutcome outcome)
+{
+    switch (outcome) {
+    case DialogOutcome::Accepted:
+    case DialogOutcome::Drawn:
+        return 0;
+    case DialogOutcome::Refused:
+        return vyr::kExitRefused;
+    default:
+        return 1;
+    }
+}

@@ -1,0 +1,80 @@
+#include "attrtypesdlg/argumenteditor.h"
+
+#include "attrtypesdlg/ccodeddomaindlg.h"
+#include "attrtypesdlg/crangedomaindlg.h"
+#include "uikit/cgrideditdlg.h"
+#include "uikit/narrowtext.h"
+#include "util/resourceids.h"
+#include "util/resourcelibrary.h"
+
+namespace vyr {
+
+namespace {
+
+struct ListEditorTexts
+{
+    int columns;
+    unsigned title;
+    unsigned label;
+    // 0: no second label.
+    unsigned note;
+};
+
+ListEditorTexts textsOf(ArgumentEditor::Kind kind)
+{
+    switch (kind) {
+    case ArgumentEditor::Kind::StringSet:
+        return {1, res::StringSetTitle, res::StringSetLabel, res::GridEditIncompleteNote};
+    case ArgumentEditor::Kind::StringList:
+        return {1, res::StringListTitle, res::StringListLabel, 0};
+    default:
+        return {2, res::StringMapTitle, res::StringMapLabel, res::GridEditIncompleteNote};
+    }
+}
+
+bool isDomain(ArgumentEditor::Kind kind)
+{
+    return kind == ArgumentEditor::Kind::RangeDomain || kind == ArgumentEditor::Kind::CodedDomain;
+}
+
+} // namespace
+
+ArgumentEditor::ArgumentEditor(Kind kind, std::string_view packed, const DataTypeMappings *registry, bool editable,
+                               QWidget *parent)
+    : m_kind(kind)
+{
+    const StringList elements = csvSplit(packed, ':');
+    if (kind == Kind::RangeDomain) {
+        m_dialog = std::make_unique<CRangeDomainDlg>(elements, registry, editable, parent);
+    } else if (kind == Kind::CodedDomain) {
+        m_dialog = std::make_unique<CCodedDomainDlg>(elements, registry, editable, parent);
+    } else {
+        const ListEditorTexts texts = textsOf(kind);
+        m_dialog = std::make_unique<CGridEditDlg>(texts.columns, loadResourceString(texts.title),
+                                                  loadResourceString(texts.label), fromNarrowList(elements), editable,
+                                                  QStringList(),
+                                                  texts.note ? loadResourceString(texts.note) : QString(),
+                                                  std::string(), parent);
+    }
+}
+
+ArgumentEditor::~ArgumentEditor() = default;
+
+std::string ArgumentEditor::packedResult() const
+{
+    if (isDomain(m_kind))
+        return csvJoin(static_cast<const CDomainDlg &>(*m_dialog).domainList(), ':');
+    StringList elements;
+    for (const QString &text : static_cast<const CGridEditDlg &>(*m_dialog).result())
+        elements.push_back(toNarrow(text));
+    return csvJoin(elements, ':');
+}
+
+std::optional<std::string> ArgumentEditor::run()
+{
+    if (m_dialog->DoModal() != kEndOk)
+        return std::nullopt;
+    return packedResult();
+}
+
+} // namespace vyr

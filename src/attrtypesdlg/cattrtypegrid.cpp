@@ -1,0 +1,194 @@
+#include "attrtypesdlg/cattrtypegrid.h"
+
+#include "attrtypes/typestring.h"
+#include "uikit/narrowtext.h"
+#include "util/resourceids.h"
+#include "util/resourcelibrary.h"
+
+#include <algorithm>
+
+namespace vyr {
+
+namespace {
+
+const QString kNoDomain = QStringLiteral("none");
+
+// A drop list's label: each entry ended by a line feed.
+QString listLabel(const QStringList &entries)
+{
+    QString label;
+    for (const QString &entry : entries)
+        label += entry + u'\n';
+    return label;
+}
+
+} // namespace
+
+CAttrTypeGrid::CAttrTypeGrid(const DataTypeMappings &registry, int typeColumn, int mode, bool keepNewRow,
+                             StringList domainNames, QWidget *parent)
+    : CVVyrGrid(typeColumn + 4, keepNewRow, parent)
+    , m_registry(&registry)
+    , m_typeColumn(typeColumn)
+    , m_mode(mode)
+    , m_domainNames(std::move(domainNames))
+    , m_argumentCells(*this)
+{
+    SetShowDisabledText(false);
+    for (std::size_t pair = 0; pair < registry.pairCount(); ++pair) {
+        const AttrTypeTemplate &typeTemplate = registry.nativeTemplate(pair);
+        const QString name = fromNarrow(typeTemplate.name());
+        if (!typeTemplate.isSelectable(mode) || m_templates.contains(name))
+            continue;
+        m_templates.insert(name, &typeTemplate);
+        m_typeNames.append(name);
+    }
+    std::sort(m_typeNames.begin(), m_typeNames.end());
+}
+
+CAttrTypeGrid::~CAttrTypeGrid() = default;
+
+const AttrTypeTemplate *CAttrTypeGrid::TemplateOf(const QString &displayName) const
+{
+    return m_templates.value(displayName, nullptr);
+}
+
+void CAttrTypeGrid::OnGridInit()
+{
+    CVVyrGrid::OnGridInit();
+    SetTopHeadingHeight(20);
+    const unsigned headings[] = {res::TypeHeading, res::WidthHeading, res::DecimalsHeading, res::DomainHeading};
+    for (int i = 0; i < 4; ++i)
+        SetCellText(m_typeColumn + i, -1, loadResourceString(headings[i]));
+
+    CUGCell cell;
+    GetColumnDefault(m_typeColumn, cell);
+    cell.setCellType(DropListTypeId());
+    cell.setLabel(listLabel(m_typeNames));
+    SetColumnDefault(m_typeColumn, cell);
+    cell.clearAll();
+    GetColumnDefault(domainColumn(), cell);
+    cell.setCellType(DropListTypeId());
+    QStringList domains{kNoDomain};
+    for (const std::string &name : m_domainNames)
+        domains.append(fromNarrow(name));
+    cell.setLabel(listLabel(domains));
+    SetColumnDefault(domainColumn(), cell);
+    if (keepsNewRow())
+        prepareRow(GetRowCount() - 1);
+}
+
+void CAttrTypeGrid::prepareRow(long row)
+{
+    EnableCell(argumentColumn(0), row, false);
+    EnableCell(argumentColumn(1), row, false);
+    EnableCell(domainColumn(), row, hasDomains());
+}
+
+bool CAttrTypeGrid::OnRowAdded(long row)
+{
+    prepareRow(row);
+    return true;
+}
+
+long CAttrTypeGrid::AppendRowTexts(const QStringList &texts)
+{
+    const long row = CVVyrGrid::AppendRowTexts(texts);
+    if (row >= 0) {
+        prepareRow(row);
+        SetUpArgumentCells(row, TemplateOf(GetCellString(row, m_typeColumn)), false);
+    }
+    return row;
+}
+
+void CAttrTypeGrid::SetUpArgumentCells(long row, const AttrTypeTemplate *typeTemplate, bool fresh)
+{
+    // The template's defaults, as a type of it without values takes them.
+    std::unique_ptr<AttrType> defaults;
+    if (typeTemplate && fresh)
+        defaults = std::make_unique<AttrType>(*typeTemplate, StringList(), std::string(), m_registry);
+    for (int argument = 0; argument < 2; ++argument) {
+        const int column = argumentColumn(argument);
+        const bool takes = typeTemplate && std::size_t(argument) < typeTemplate->argCount();
+        if (takes) {
+            CUGCell cell;
+            GetCell(column, row, cell);
+            const QString kept = cell.text();
+            m_argumentCells.configureCell(*typeTemplate->arg(std::size_t(argument)), cell);
+            cell.setText(fresh ? fromNarrow(defaults->arg(std::size_t(argument))->value()) : kept);
+            SetCell(column, row, cell);
+        }
+        EnableCell(column, row, takes);
+    }
+    RepaintAll();
+}
+
+void CAttrTypeGrid::OnCellChange(int column, long row, ug::TextSource source)
+{
+    if (column != m_typeColumn)
+        return;
+    // A text that names no template leaves the argument cells as they are.
+    const AttrTypeTemplate *typeTemplate = TemplateOf(GetCellString(row, column));
+    if (typeTemplate)
+        SetUpArgumentCells(row, typeTemplate, source != ug::TextRestored);
+}
+
+void CAttrTypeGrid::SetRowType(long row, const AttrType &type)
+{
+    if (row < 0 || row >= GetRowCount())
+        return;
+    SetCellText(m_typeColumn, row, fromNarrow(type.name()));
+    for (int argument = 0; argument < 2; ++argument) {
+        const AttrTypeArg *value = type.arg(std::size_t(argument));
+        SetCellText(argumentColumn(argument), row, value ? fromNarrow(value->value()) : QString());
+    }
+    if (hasDomains())
+        SetCellText(domainColumn(), row, type.suffix().empty() ? kNoDomain : fromNarrow(type.suffix()));
+    SetUpArgumentCells(row, TemplateOf(fromNarrow(type.name())), false);
+}
+
+std::unique_ptr<AttrType> CAttrTypeGrid::GetRowType(long row)
+{
+    if (row < 0 || row >= GetRowCount())
+        return nullptr;
+    const QString name = GetCellString(row, m_typeColumn);
+    if (!TemplateOf(name))
+        return nullptr;
+    StringList values;
+    for (int argument = 0; argument < 2; ++argument) {
+        const int column = argumentColumn(argument);
+        const QString value = GetCellString(row, column);
+        if (!IsCellEnabled(column, row) || value.isEmpty())
+            break;
+        values.push_back(toNarrow(value));
+    }
+    std::string domain;
+    if (hasDomains() && IsCellEnabled(domainColumn(), row)) {
+        const QString text = GetCellString(row, domainColumn());
+        if (!text.isEmpty() && text != kNoDomain)
+            domain = toNarrow(text);
+    }
+    return m_registry->createType(formatType(toNarrow(name), values, domain, kDialogListMode), kDialogListMode);
+}
+
+void CAttrTypeGrid::LayoutLeadingColumns(int) {}
+
+void CAttrTypeGrid::OnLayoutComponents(Layout &layout)
+{
+    const int width = layout.grid.width();
+    LayoutLeadingColumns(width);
+    int rest = width;
+    for (int column = 0; column < m_typeColumn; ++column)
+        rest -= GetColumnWidth(column);
+    // Shares of what the leading columns leave; without domains the domain
+    // column takes nothing and the others share its part.
+    const double type = hasDomains() ? 0.35 : 0.5;
+    const double argument = hasDomains() ? 0.15 : 0.25;
+    const double domain = hasDomains() ? 0.35 : 0.0;
+    SetColumnWidth(m_typeColumn, int(type * rest));
+    SetColumnWidth(argumentColumn(0), int(argument * rest));
+    SetColumnWidth(argumentColumn(1), int(argument * rest));
+    SetColumnWidth(domainColumn(), int(domain * rest));
+    layout.tabs = QRect();
+}
+
+} // namespace vyr

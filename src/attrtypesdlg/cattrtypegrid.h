@@ -1,0 +1,97 @@
+// CAttrTypeGrid: a list grid that edits attribute data types in a run of
+// four columns starting at its type column:
+//
+//   type column      the type: the display name (the name) of one of the
+//                    format's templates, chosen from a drop list
+//   type column + 1  first argument, enabled when the template takes one
+//   type column + 2  second argument, enabled when it takes two
+//   type column + 3  domain: "none" or one of the format's domain names,
+//                    shown only when the format has domains
+//
+// Each argument cell is the cell its kind asks for (a number, a drop list of
+// widths, a button that opens a list or domain editor; see argumentcells.h).
+// Choosing a type sets the argument cells up for its template and gives
+// them their defaults. Disabled cells hide their texts.
+//
+// The drop list offers the names of the format's own templates that are
+// selectable in the grid's mode (in mode 1 neither "char" nor "boolean"), in
+// ascending order, each once. Columns before the type column belong to the
+// subclass, which sizes them (LayoutLeadingColumns); the type columns share
+// what is left.
+#ifndef VYR_ATTRTYPESDLG_CATTRTYPEGRID_H
+#define VYR_ATTRTYPESDLG_CATTRTYPEGRID_H
+
+#include "attrtypes/datatypemappings.h"
+#include "attrtypesdlg/argumentcells.h"
+#include "uikit/cvvyrgrid.h"
+
+#include <QHash>
+
+#include <memory>
+
+namespace vyr {
+
+class CAttrTypeGrid : public CVVyrGrid
+{
+    Q_OBJECT
+
+public:
+    // `registry` must outlive the grid; without `domainNames` the format has
+    // no domains and the domain column stays hidden.
+    CAttrTypeGrid(const DataTypeMappings &registry, int typeColumn, int mode, bool keepNewRow,
+                  StringList domainNames = {}, QWidget *parent = nullptr);
+    ~CAttrTypeGrid() override;
+
+    const DataTypeMappings &registry() const { return *m_registry; }
+    int typeColumn() const { return m_typeColumn; }
+    int argumentColumn(int argument) const { return m_typeColumn + 1 + argument; }
+    int domainColumn() const { return m_typeColumn + 3; }
+    bool hasDomains() const { return !m_domainNames.empty(); }
+    int mode() const { return m_mode; }
+    // The display names the type drop list offers, in its order.
+    const QStringList &typeNames() const { return m_typeNames; }
+    // The template a display name stands for, or null.
+    const AttrTypeTemplate *TemplateOf(const QString &displayName) const;
+
+    // Fills the row's type columns from `type`, keeping its argument values.
+    void SetRowType(long row, const AttrType &type);
+    // A record appended from texts gets its cells set up for its type.
+    long AppendRowTexts(const QStringList &texts) override;
+
+    // The type the row's columns describe: its template with the values of
+    // the enabled, non-empty argument cells up to the first empty one, and
+    // the domain as its suffix; null when they describe none.
+    std::unique_ptr<AttrType> GetRowType(long row);
+
+protected:
+    void OnGridInit() override;
+    // A blank row's argument cells stay disabled until it has a type, and
+    // its domain cell is enabled only when the format has domains.
+    bool OnRowAdded(long row) override;
+    void OnCellChange(int column, long row, ug::TextSource source) override;
+    void OnLayoutComponents(Layout &layout) override;
+    // Sizes the columns before the type column for a grid `width` wide; the
+    // base has none.
+    virtual void LayoutLeadingColumns(int width);
+
+    // Sets the row's argument cells up for `typeTemplate`; with `fresh` they
+    // take the template's defaults, else they keep their texts.
+    void SetUpArgumentCells(long row, const AttrTypeTemplate *typeTemplate, bool fresh);
+
+private:
+    // Argument cells disabled until the row has a type; the domain cell
+    // enabled only when the format has domains.
+    void prepareRow(long row);
+
+    const DataTypeMappings *m_registry;
+    int m_typeColumn;
+    int m_mode;
+    StringList m_domainNames;
+    QStringList m_typeNames;
+    QHash<QString, const AttrTypeTemplate *> m_templates;
+    ArgumentCells m_argumentCells;
+};
+
+} // namespace vyr
+
+#endif // VYR_ATTRTYPESDLG_CATTRTYPEGRID_H

@@ -1,0 +1,114 @@
+#include "attrtypesdlg/cdomaindlg.h"
+
+#include "attrtypes/datatypemappings.h"
+#include "attrtypes/typestring.h"
+#include "attrtypesdlg/cattrtypegrid.h"
+#include "uikit/dialogutils.h"
+#include "uikit/narrowtext.h"
+#include "util/resourcelibrary.h"
+
+namespace vyr {
+
+CDomainDlg::CDomainDlg(unsigned templateId, StringList domain, const DataTypeMappings *registry, bool editable,
+                       int typeGridMode, QWidget *parent)
+    : CVyrDialog(templateId, 0, true, kHelpTopic, parent, DialogMode::ModeModal)
+    , m_domain(std::move(domain))
+    , m_noTypes(registry ? nullptr : std::make_unique<DataTypeMappings>(std::string(), !editable))
+    , m_registry(registry ? registry : m_noTypes.get())
+    , m_editable(editable)
+    , m_typeGridMode(typeGridMode)
+{
+    RegisterControl(&m_name, kIdName);
+    RegisterControl(&m_nameOnly, kIdNameOnly);
+}
+
+CDomainDlg::~CDomainDlg() = default;
+
+bool CDomainDlg::OnInitDialog()
+{
+    CVyrDialog::OnInitDialog();
+    auto *grid = new CAttrTypeGrid(*m_registry, 0, m_typeGridMode, false);
+    if (grid->AttachToDialogItem(this, kIdTypeGrid))
+        m_typeGrid = grid;
+    else
+        delete grid;
+    AttachDefinitionControls();
+
+    if (!m_domain.empty() && m_name)
+        m_name->setText(fromNarrow(m_domain.front()));
+    std::unique_ptr<AttrType> field;
+    if (!ShowDefinition(field) && m_nameOnly)
+        m_nameOnly->setChecked(true);
+    if (m_typeGrid) {
+        m_typeGrid->AppendBlankRow();
+        if (field)
+            m_typeGrid->SetRowType(0, *field);
+    }
+    if (m_name)
+        m_name->setEnabled(m_editable);
+    if (m_nameOnly) {
+        m_nameOnly->setEnabled(m_editable);
+        connect(m_nameOnly.get(), &QCheckBox::clicked, this, [this] { ApplyEnablingRule(); });
+    }
+    ApplyEnablingRule();
+    return true;
+}
+
+std::unique_ptr<AttrType> CDomainDlg::CreateFieldType(const std::string &text) const
+{
+    return m_registry->createType(text, kDialogListMode);
+}
+
+bool CDomainDlg::isNameOnly() const
+{
+    return m_nameOnly && m_nameOnly->isChecked();
+}
+
+void CDomainDlg::ApplyEnablingRule()
+{
+    const bool enable = m_editable && !isNameOnly();
+    if (m_typeGrid) {
+        m_typeGrid->CommitEdit();
+        m_typeGrid->setEnabled(enable);
+        m_typeGrid->EnableGrid(enable);
+    }
+    EnableDefinition(enable);
+}
+
+bool CDomainDlg::Refuse(unsigned messageId)
+{
+    ShowExclamationBox(loadResourceString(messageId), QString(), this, MbOk);
+    return false;
+}
+
+void CDomainDlg::OnOK()
+{
+    if (m_typeGrid)
+        m_typeGrid->CommitEdit();
+    const std::string name = m_name ? toNarrow(m_name->text()) : std::string();
+    if (name.empty()) {
+        Refuse(res::DomainNameRequired);
+        return;
+    }
+    if (!isNameOnly() && !CheckDefinition())
+        return;
+    CVyrDialog::OnOK();
+    // A domain given by name, or one whose field type the grid does not
+    // describe, is its name alone.
+    StringList rebuilt{name};
+    if (!isNameOnly() && m_typeGrid) {
+        if (const std::unique_ptr<AttrType> field = m_typeGrid->GetRowType(0)) {
+            rebuilt.push_back(formatType(*field, kDialogListMode));
+            for (std::string &text : DefinitionTexts())
+                rebuilt.push_back(std::move(text));
+        }
+    }
+    m_domain = std::move(rebuilt);
+}
+
+qintptr CDomainDlg::OnHelpRequest(qintptr, qintptr)
+{
+    return ShowTopicHelp();
+}
+
+} // namespace vyr
