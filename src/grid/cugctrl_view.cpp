@@ -640,7 +640,12 @@ int CUGCtrl::AttachToDialogItem(QWidget *dialog, int controlId)
     }
     if (QLayout *layout = parent->layout())
         delete layout->replaceWidget(placeholder, this, Qt::FindChildrenRecursively);
+    // The grid takes the placeholder's place in the tab order. Qt links
+    // only widgets that take the focus, and a placeholder usually does not.
+    const Qt::FocusPolicy placeholderPolicy = placeholder->focusPolicy();
+    placeholder->setFocusPolicy(Qt::StrongFocus);
     QWidget::setTabOrder(placeholder, this);
+    placeholder->setFocusPolicy(placeholderPolicy);
     placeholder->setProperty("controlId", QVariant());
     placeholder->hide();
     placeholder->deleteLater();

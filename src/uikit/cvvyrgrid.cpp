@@ -355,6 +355,8 @@ long CVVyrGrid::OnCellTypeEvent(int typeId, int column, long row, int message, s
             return OnBrowse(column, row);
         UndoStep step(*this);
         const QString before = cell.text();
+        if (isNewRow(row) && !useNewRow())
+            return 0;
         handler->OnBrowse(*this, column, row, cell);
         SetCell(column, row, cell);
         RepaintCell(column, row);
@@ -368,6 +370,10 @@ long CVVyrGrid::OnCellTypeEvent(int typeId, int column, long row, int message, s
 int CVVyrGrid::StoreUserText(int column, long row, const QString &text, ug::TextSource source)
 {
     UndoStep step(*this);
+    // A text given to the new row makes it a record, however it came: the
+    // blank row goes below it first.
+    if (isNewRow(row) && !useNewRow())
+        return ug::Refused;
     const int result = CUGCtrl::StoreUserText(column, row, text, source);
     if (result == ug::Success)
         OnCellChange(column, row, source);

@@ -8,6 +8,8 @@
 #include "grid/cugmem.h"
 
 #include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
 #include <QHelpEvent>
 #include <QScrollBar>
 #include <QToolTip>
@@ -555,10 +557,17 @@ void tst_CUGCtrl::attachTakesThePlaceOfADialogItem()
 {
     QDialog dialog;
     auto *layout = new QVBoxLayout(&dialog);
+    auto *before = new QLineEdit(&dialog);
     auto *placeholder = new QWidget(&dialog);
     placeholder->setProperty("controlId", 61206);
     placeholder->setObjectName("gridHere");
+    auto *after = new QLineEdit(&dialog);
+    auto *label = new QLabel("&Grid:", &dialog);
+    label->setBuddy(placeholder);
+    layout->addWidget(before);
     layout->addWidget(placeholder);
+    layout->addWidget(after);
+    layout->addWidget(label);
     QFont font = dialog.font();
     font.setPointSize(13);
     dialog.setFont(font);
@@ -569,7 +578,12 @@ void tst_CUGCtrl::attachTakesThePlaceOfADialogItem()
     QCOMPARE(grid->parentWidget(), &dialog);
     QCOMPARE(grid->objectName(), QString("gridHere"));
     QCOMPARE(grid->gridInits, 1);
-    QCOMPARE(layout->indexOf(grid), 0);
+    QCOMPARE(layout->indexOf(grid), 1);
+    // It takes the placeholder's place in the tab order and as a buddy.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(before->nextInFocusChain(), static_cast<QWidget *>(grid));
+    QCOMPARE(label->buddy(), static_cast<QWidget *>(grid));
+    Q_UNUSED(after);
     QCOMPARE(grid->GetDefFont().pointSize(), 13);
     CUGCell heading;
     grid->GetHeadingDefaultCell(heading);

@@ -1,0 +1,44 @@
+#include <gtest/gtest.h>
+
+#include "util/colourtext.h"
+
+namespace vyr {
+namespace {
+
+TEST(ColourText, readsThreeFractions)
+{
+    const struct
+    {
+        const char *text;
+        std::optional<Rgb> colour;
+    } cases[] = {
+        {"1, 0.5 ,0", Rgb{255, 127, 0}},
+        {"0,0,0", Rgb{0, 0, 0}},
+        {" 1 , 1 , 1 ", Rgb{255, 255, 255}},
+        // Out of range: truncated, then wrapped into a byte.
+        {"2,-1,1.5", Rgb{254, 1, 126}},
+        {"1e300,0,0", Rgb{0, 0, 0}},
+        {"1e309,0,0", std::nullopt},
+        {"0.5,0.5", std::nullopt},
+        {"0,0,0,0", std::nullopt},
+        {"a,b,c", std::nullopt},
+        {",,", std::nullopt},
+        {"nan,0,0", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(parseColourText(c.text), c.colour) << "text: \"" << c.text << "\"";
+    EXPECT_EQ(parseColourText("1,0.5,0")->value(), 255u + 127u * 256u);
+}
+
+TEST(ColourText, everyByteReadsBackAsWritten)
+{
+    for (int byte = 0; byte < 256; ++byte) {
+        const Rgb colour{std::uint8_t(byte), std::uint8_t(255 - byte), std::uint8_t(byte / 2)};
+        EXPECT_EQ(parseColourText(formatColourText(colour)), colour) << formatColourText(colour);
+    }
+    EXPECT_EQ(formatColourText({255, 0, 51}), "1,0,0.2");
+}
+
+} // namespace
+} // namespace vyr
