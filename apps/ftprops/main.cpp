@@ -8,11 +8,13 @@
 // double click or "Properties..." opens the dialog. --edit opens the dialog
 // on the named feature type at once and ends with it. --screenshot saves the
 // dialog as a PNG once it shows; --accept then presses OK (otherwise Cancel,
-// when a screenshot was asked for), so that it runs without a person. With
-// no display it runs on the offscreen platform.
+// when a screenshot was asked for), so that it runs without a person; a
+// refused OK prints why on standard error and exits with 3. With no display
+// it runs on the offscreen platform.
 #include "workspace.h"
 #include "workspacewindow.h"
 
+#include "uikit/unattendedrun.h"
 #include "vyr/vyr_session.h"
 
 #include <QApplication>
@@ -34,12 +36,13 @@ struct Automation
     bool active() const { return accept || !screenshot.isEmpty(); }
 };
 
-// Waits for the dialog to show, then takes the picture and ends it.
-void automateNextDialog(const Automation &automation)
+// Waits for the dialog to show, then takes the picture and ends it. When
+// OK is refused, the reasons go to standard error and `refused` is set.
+void automateNextDialog(const Automation &automation, bool &refused)
 {
     auto *poll = new QTimer(qApp);
     poll->setInterval(50);
-    QObject::connect(poll, &QTimer::timeout, qApp, [poll, automation] {
+    QObject::connect(poll, &QTimer::timeout, qApp, [poll, automation, &refused] {
         auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
         if (!dialog || !dialog->isVisible())
             return;
@@ -47,10 +50,19 @@ void automateNextDialog(const Automation &automation)
         poll->stop();
         if (!automation.screenshot.isEmpty() && !dialog->grab().save(automation.screenshot))
             std::fprintf(stderr, "vyr-ftprops: cannot write %s\n", qPrintable(automation.screenshot));
-        if (automation.accept)
-            dialog->accept();
-        else
+        if (!automation.accept) {
             dialog->reject();
+            return;
+        }
+        vyr::UnattendedRun run;
+        if (run.accept(*dialog))
+            return;
+        refused = true;
+        QStringList reasons = run.messages();
+        if (reasons.isEmpty())
+            reasons.append(QStringLiteral("the dialog did not take OK"));
+        for (const QString &reason : std::as_const(reasons))
+            std::fprintf(stderr, "vyr-ftprops: %s\n", qPrintable(reason));
     });
     poll->start();
 }
@@ -105,11 +117,15 @@ int main(int argc, char *argv[])
             std::fprintf(stderr, "vyr-ftprops: the workspace has no feature type \"%s\"\n", name.c_str());
             status = 2;
         } else {
+            bool refused = false;
             if (automation.active())
-                automateNextDialog(automation);
+                automateNextDialog(automation, refused);
             std::string message;
             const EditResult result = workspace->edit(index, nullptr, message);
-            if (result == EditResult::Cancelled) {
+            if (refused) {
+                std::printf("OK was refused, nothing saved\n");
+                status = vyr::kExitRefused;
+            } else if (result == EditResult::Cancelled) {
                 std::printf("cancelled, nothing saved\n");
                 status = 1;
             } else {

@@ -6,12 +6,19 @@
 // through the run tells whether the dialog took it; when it refused (it
 // stayed open), the dialog is cancelled and the kept texts say why - what a
 // tool prints before it exits with status 3.
+//
+// The run is kept on the application object (its properties
+// "vyrUnattended" and "vyrUnattendedMessages"), so that a host program and
+// the dialog library it loads agree on it without sharing any code.
 #ifndef VYR_UIKIT_UNATTENDEDRUN_H
 #define VYR_UIKIT_UNATTENDEDRUN_H
 
-#include <QStringList>
+#include "uikit/cvyrdialog.h"
 
-class QDialog;
+#include <QCoreApplication>
+#include <QDialog>
+#include <QStringList>
+#include <QVariant>
 
 namespace vyr {
 
@@ -21,25 +28,60 @@ inline constexpr int kExitRefused = 3;
 class UnattendedRun
 {
 public:
-    UnattendedRun();
-    ~UnattendedRun();
+    UnattendedRun()
+        : m_wasActive(isActive())
+        , m_earlier(messages())
+    {
+        setProperty(kActive, true);
+        setProperty(kMessages, QStringList());
+    }
+    ~UnattendedRun()
+    {
+        setProperty(kActive, m_wasActive);
+        setProperty(kMessages, m_earlier);
+    }
     UnattendedRun(const UnattendedRun &) = delete;
     UnattendedRun &operator=(const UnattendedRun &) = delete;
 
     // Presses OK in the shown `dialog`: true when it closed. When it stays
-    // open it is closed with Cancel, and false is answered.
-    bool accept(QDialog &dialog);
-    // The texts of the message boxes not shown so far.
-    const QStringList &messages() const { return m_messages; }
+    // open it is closed with Cancel (past a Cancel of its own that would
+    // only end an edit), and false is answered.
+    bool accept(QDialog &dialog)
+    {
+        dialog.accept();
+        if (!dialog.isVisible())
+            return true;
+        dialog.done(kEndCancel);
+        return false;
+    }
+
+    // The texts of the message boxes not shown during this run.
+    static QStringList messages()
+    {
+        return qApp ? qApp->property(kMessages).toStringList() : QStringList();
+    }
 
     // Whether message boxes are shown now; false while a run lives.
-    static bool isActive();
+    static bool isActive() { return qApp && qApp->property(kActive).toBool(); }
     // A message box that was not shown: its text is kept by the live run.
-    static void noteMessage(const QString &text);
+    static void noteMessage(const QString &text)
+    {
+        if (isActive())
+            setProperty(kMessages, messages() << text);
+    }
 
 private:
-    QStringList m_messages;
-    UnattendedRun *m_previous;
+    static constexpr char kActive[] = "vyrUnattended";
+    static constexpr char kMessages[] = "vyrUnattendedMessages";
+
+    static void setProperty(const char *name, const QVariant &value)
+    {
+        if (qApp)
+            qApp->setProperty(name, value);
+    }
+
+    bool m_wasActive;
+    QStringList m_earlier;
 };
 
 } // namespace vyr

@@ -1,6 +1,7 @@
 # vyr-ftprops on a copy of the bundled workspace: OK saves only what changed
-# (nothing, here), a screenshot without --accept cancels and saves nothing,
-# and bad usage, a missing feature type and a broken workspace end with 2.
+# (nothing, here), a screenshot without --accept cancels and saves nothing, a
+# refused OK says why and ends with 3 at once, and bad usage, a missing
+# feature type and a broken workspace end with 2.
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${EXAMPLES}/ DESTINATION ${WORK})
 file(READ ${WORK}/schemas/shapefile-roads.json before)
@@ -18,6 +19,22 @@ endif()
 file(READ ${WORK}/schemas/shapefile-roads.json after)
 if(NOT before STREQUAL after)
     message(FATAL_ERROR "a feature file changed without an edit")
+endif()
+
+# A geometry the format does not know: OK is refused, nothing waits for a
+# person, nothing is saved.
+file(READ ${WORK}/schemas/shapefile-wells.json wells)
+string(REGEX REPLACE "\"\\*vyr_geometry\\{0\\}\": \"[a-z_]+\"" "\"*vyr_geometry{0}\": \"no_such_geometry\""
+       unknown "${wells}")
+if(unknown STREQUAL wells)
+    message(FATAL_ERROR "the test could not plant an unknown geometry")
+endif()
+file(WRITE ${WORK}/schemas/shapefile-wells.json "${unknown}")
+execute_process(COMMAND ${TOOL} ${WORK}/workspace.json --edit WELLS --accept
+    OUTPUT_VARIABLE said ERROR_VARIABLE reason RESULT_VARIABLE status TIMEOUT 60)
+file(READ ${WORK}/schemas/shapefile-wells.json kept)
+if(NOT status EQUAL 3 OR NOT reason MATCHES "geometry" OR NOT kept STREQUAL unknown)
+    message(FATAL_ERROR "refused OK: exit ${status}, said: ${said} ${reason}")
 endif()
 
 file(WRITE ${WORK}/broken.json "{\"feature_types\": [ {\"feature\": \"schemas/none.json\", \"format\": \"formats/csv.fmt\"} ]}")
