@@ -5,7 +5,7 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/deps.sh"
 "$root/scripts/build.sh" release >/dev/null
-for bench in codecs lists pattern numbers dialogs attrtypes formatinfo schema grid; do
+for bench in codecs lists pattern numbers dialogs attrtypes formatinfo schema grid listgrid; do
     echo "== bench_$bench"
     "$root/build/release/bench/bench_$bench" --benchmark_color=false "$@"
 done

@@ -1,6 +1,5 @@
 #include "attrtypesdlg/ccodeddomaindlg.h"
 
-#include "attrtypes/attrtype.h"
 #include "uikit/cvvyrgrid.h"
 #include "uikit/narrowtext.h"
 #include "util/resourceids.h"
@@ -9,7 +8,7 @@
 namespace vyr {
 
 CCodedDomainDlg::CCodedDomainDlg(StringList domain, const DataTypeMappings *registry, bool editable, QWidget *parent)
-    : CDomainDlg(kTemplateId, std::move(domain), registry, editable, kTypeMode, parent)
+    : CDomainDlg(kTemplateId, DomainKind::Coded, std::move(domain), registry, editable, kTypeMode, parent)
 {
 }
 
@@ -26,17 +25,12 @@ void CCodedDomainDlg::AttachDefinitionControls()
     codes->SetCellText(1, -1, loadResourceString(res::DescriptionHeading));
 }
 
-bool CCodedDomainDlg::ShowDefinition(std::unique_ptr<AttrType> &field)
+void CCodedDomainDlg::ShowDefinition(const DomainList &domain)
 {
-    const StringList &domain = domainList();
-    if (domain.size() < 4)
-        return false;
-    field = CreateFieldType(domain[1]);
-    if (m_codes) {
-        for (std::size_t at = 2; at + 1 < domain.size(); at += 2)
-            m_codes->AppendRowTexts({fromNarrow(domain[at]), fromNarrow(domain[at + 1])});
-    }
-    return true;
+    if (!m_codes)
+        return;
+    for (const auto &[code, description] : domain.codes)
+        m_codes->AppendRowTexts({fromNarrow(code), fromNarrow(description)});
 }
 
 void CCodedDomainDlg::EnableDefinition(bool enable)
@@ -61,19 +55,15 @@ bool CCodedDomainDlg::CheckDefinition()
     return Refuse(res::DomainCodeRequired);
 }
 
-StringList CCodedDomainDlg::DefinitionTexts()
+void CCodedDomainDlg::TakeDefinition(DomainList &domain)
 {
-    StringList texts;
     if (!m_codes)
-        return texts;
+        return;
     for (long row = 0; row < m_codes->GetRowCount(); ++row) {
         const QString code = m_codes->GetCellString(row, 0);
-        if (code.isEmpty())
-            continue;
-        texts.push_back(toNarrow(code));
-        texts.push_back(toNarrow(m_codes->GetCellString(row, 1)));
+        if (!code.isEmpty())
+            domain.codes.emplace_back(toNarrow(code), toNarrow(m_codes->GetCellString(row, 1)));
     }
-    return texts;
 }
 
 } // namespace vyr

@@ -32,10 +32,10 @@ public:
 
 protected:
     void AttachDefinitionControls() override;
-    bool ShowDefinition(std::unique_ptr<AttrType> &field) override;
+    void ShowDefinition(const DomainList &domain) override;
     void EnableDefinition(bool enable) override;
     bool CheckDefinition() override;
-    StringList DefinitionTexts() override;
+    void TakeDefinition(DomainList &domain) override;
 
 private:
     QPointer<CVVyrGrid> m_codes;

@@ -9,9 +9,10 @@
 
 namespace vyr {
 
-CDomainDlg::CDomainDlg(unsigned templateId, StringList domain, const DataTypeMappings *registry, bool editable,
-                       int typeGridMode, QWidget *parent)
+CDomainDlg::CDomainDlg(unsigned templateId, DomainKind kind, StringList domain, const DataTypeMappings *registry,
+                       bool editable, int typeGridMode, QWidget *parent)
     : CVyrDialog(templateId, 0, true, kHelpTopic, parent, DialogMode::ModeModal)
+    , m_kind(kind)
     , m_domain(std::move(domain))
     , m_noTypes(registry ? nullptr : std::make_unique<DataTypeMappings>(std::string(), !editable))
     , m_registry(registry ? registry : m_noTypes.get())
@@ -34,11 +35,17 @@ bool CDomainDlg::OnInitDialog()
         delete grid;
     AttachDefinitionControls();
 
-    if (!m_domain.empty() && m_name)
-        m_name->setText(fromNarrow(m_domain.front()));
+    const DomainList shown = readDomainList(m_domain, m_kind);
+    if (m_name)
+        m_name->setText(fromNarrow(shown.name));
     std::unique_ptr<AttrType> field;
-    if (!ShowDefinition(field) && m_nameOnly)
-        m_nameOnly->setChecked(true);
+    if (shown.byName) {
+        if (m_nameOnly)
+            m_nameOnly->setChecked(true);
+    } else {
+        field = m_registry->createType(shown.fieldType, kDialogListMode);
+        ShowDefinition(shown);
+    }
     if (m_typeGrid) {
         m_typeGrid->AppendBlankRow();
         if (field)
@@ -52,11 +59,6 @@ bool CDomainDlg::OnInitDialog()
     }
     ApplyEnablingRule();
     return true;
-}
-
-std::unique_ptr<AttrType> CDomainDlg::CreateFieldType(const std::string &text) const
-{
-    return m_registry->createType(text, kDialogListMode);
 }
 
 bool CDomainDlg::isNameOnly() const
@@ -95,15 +97,16 @@ void CDomainDlg::OnOK()
     CVyrDialog::OnOK();
     // A domain given by name, or one whose field type the grid does not
     // describe, is its name alone.
-    StringList rebuilt{name};
+    DomainList taken;
+    taken.name = name;
     if (!isNameOnly() && m_typeGrid) {
         if (const std::unique_ptr<AttrType> field = m_typeGrid->GetRowType(0)) {
-            rebuilt.push_back(formatType(*field, kDialogListMode));
-            for (std::string &text : DefinitionTexts())
-                rebuilt.push_back(std::move(text));
+            taken.byName = false;
+            taken.fieldType = formatType(*field, kDialogListMode);
+            TakeDefinition(taken);
         }
     }
-    m_domain = std::move(rebuilt);
+    m_domain = writeDomainList(taken, m_kind);
 }
 
 qintptr CDomainDlg::OnHelpRequest(qintptr, qintptr)

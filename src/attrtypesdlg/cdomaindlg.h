@@ -12,6 +12,7 @@
 #ifndef VYR_ATTRTYPESDLG_CDOMAINDLG_H
 #define VYR_ATTRTYPESDLG_CDOMAINDLG_H
 
+#include "attrtypes/domainlist.h"
 #include "attrtypesdlg/cattrtypegrid.h"
 #include "uikit/cvyrdialog.h"
 #include "util/listpacking.h"
@@ -49,26 +50,22 @@ public:
 
 protected:
     // `registry` may be null: then no field type can be chosen.
-    CDomainDlg(unsigned templateId, StringList domain, const DataTypeMappings *registry, bool editable,
-               int typeGridMode, QWidget *parent);
+    CDomainDlg(unsigned templateId, DomainKind kind, StringList domain, const DataTypeMappings *registry,
+               bool editable, int typeGridMode, QWidget *parent);
 
     bool OnInitDialog() override;
     qintptr OnHelpRequest(qintptr wParam, qintptr lParam) override;
 
     // Sets up the kind's own controls (before the list is shown).
     virtual void AttachDefinitionControls() = 0;
-    // Shows the definition of the list: true when it has one (then `field`
-    // may take the field type), false for a domain given by name.
-    virtual bool ShowDefinition(std::unique_ptr<AttrType> &field) = 0;
+    // Shows the bounds or codes of a domain that is not given by name.
+    virtual void ShowDefinition(const DomainList &domain) = 0;
     // Enables or disables the kind's own definition controls.
     virtual void EnableDefinition(bool enable) = 0;
     // Whether the definition may be taken; otherwise the user was told why.
     virtual bool CheckDefinition() = 0;
-    // The definition's texts after the field type.
-    virtual StringList DefinitionTexts() = 0;
-
-    // The field type read from a text of the list, or null.
-    std::unique_ptr<AttrType> CreateFieldType(const std::string &text) const;
+    // Puts the bounds or codes shown into `domain`.
+    virtual void TakeDefinition(DomainList &domain) = 0;
     // Tells the user string `messageId` and answers false.
     bool Refuse(unsigned messageId);
     bool isNameOnly() const;
@@ -77,6 +74,7 @@ protected:
 private:
     void ApplyEnablingRule();
 
+    DomainKind m_kind;
     StringList m_domain;
     // Without a format's registry the type grid offers nothing.
     std::unique_ptr<DataTypeMappings> m_noTypes;

@@ -1,6 +1,5 @@
 #include "attrtypesdlg/crangedomaindlg.h"
 
-#include "attrtypes/attrtype.h"
 #include "uikit/narrowtext.h"
 #include "util/numbertext.h"
 #include "util/resourceids.h"
@@ -8,7 +7,7 @@
 namespace vyr {
 
 CRangeDomainDlg::CRangeDomainDlg(StringList domain, const DataTypeMappings *registry, bool editable, QWidget *parent)
-    : CDomainDlg(kTemplateId, std::move(domain), registry, editable, kTypeMode, parent)
+    : CDomainDlg(kTemplateId, DomainKind::Range, std::move(domain), registry, editable, kTypeMode, parent)
 {
     RegisterControl(&m_minimum, kIdMinimum);
     RegisterControl(&m_maximum, kIdMaximum);
@@ -16,17 +15,12 @@ CRangeDomainDlg::CRangeDomainDlg(StringList domain, const DataTypeMappings *regi
 
 void CRangeDomainDlg::AttachDefinitionControls() {}
 
-bool CRangeDomainDlg::ShowDefinition(std::unique_ptr<AttrType> &field)
+void CRangeDomainDlg::ShowDefinition(const DomainList &domain)
 {
-    const StringList &domain = domainList();
-    if (domain.size() != 4)
-        return false;
-    field = CreateFieldType(domain[1]);
     if (m_minimum)
-        m_minimum->setText(fromNarrow(domain[2]));
+        m_minimum->setText(fromNarrow(domain.minimum));
     if (m_maximum)
-        m_maximum->setText(fromNarrow(domain[3]));
-    return true;
+        m_maximum->setText(fromNarrow(domain.maximum));
 }
 
 void CRangeDomainDlg::EnableDefinition(bool enable)
@@ -51,10 +45,10 @@ bool CRangeDomainDlg::CheckDefinition()
     return true;
 }
 
-StringList CRangeDomainDlg::DefinitionTexts()
+void CRangeDomainDlg::TakeDefinition(DomainList &domain)
 {
-    return {m_minimum ? toNarrow(m_minimum->text()) : std::string(),
-            m_maximum ? toNarrow(m_maximum->text()) : std::string()};
+    domain.minimum = m_minimum ? toNarrow(m_minimum->text()) : std::string();
+    domain.maximum = m_maximum ? toNarrow(m_maximum->text()) : std::string();
 }
 
 } // namespace vyr

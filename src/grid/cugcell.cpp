@@ -44,7 +44,7 @@ CUGCell::CUGCell(const CUGCell &other)
     , m_decimals(other.m_decimals)
     , m_userValue(other.m_userValue)
     , m_text(other.m_text)
-    , m_rare(other.m_rare ? std::make_unique<Rare>(*other.m_rare) : nullptr)
+    , m_rare(other.m_rare)
 {
 }
 
@@ -66,7 +66,9 @@ const CUGCell::Rare &CUGCell::rare() const
 CUGCell::Rare &CUGCell::rareForWriting()
 {
     if (!m_rare)
-        m_rare = std::make_unique<Rare>();
+        m_rare = std::make_shared<Rare>();
+    else if (m_rare.use_count() > 1)
+        m_rare = std::make_shared<Rare>(*m_rare);
     return *m_rare;
 }
 
@@ -87,8 +89,16 @@ void takeIfSet(std::uint32_t set, Field &field, const Field &from, std::uint32_t
 
 } // namespace
 
-void CUGCell::addRareFrom(const Rare &source, std::uint32_t set)
+void CUGCell::addRareFrom(const std::shared_ptr<Rare> &from, std::uint32_t set)
 {
+    // When the source sets every rare property this cell has, its block
+    // holds all this cell will read: share it rather than copy into ours.
+    const std::uint32_t ours = m_mask & kRareProperties;
+    if ((ours & ~set) == 0) {
+        m_rare = from;
+        return;
+    }
+    const Rare &source = *from;
     Rare &target = rareForWriting();
     takeIfSet(set, target.maskText, source.maskText, Mask);
     takeIfSet(set, target.label, source.label, Label);
@@ -125,7 +135,7 @@ void CUGCell::addInfoFrom(const CUGCell &source)
     takeIfSet(set, m_readOnly, source.m_readOnly, ReadOnly);
     takeIfSet(set, m_decimals, source.m_decimals, Decimals);
     if ((set & kRareProperties) && source.m_rare)
-        addRareFrom(*source.m_rare, set);
+        addRareFrom(source.m_rare, set);
     m_mask |= set;
 }
 
@@ -140,9 +150,12 @@ void CUGCell::clearAll()
     m_mask = 0;
     if (!m_text.isNull())
         m_text.clear();
-    if (m_rare) {
+    // A block of our own is kept for the next use; a shared one is let go.
+    if (m_rare && m_rare.use_count() == 1) {
         m_rare->label.clear();
         m_rare->extraData.clear();
+    } else {
+        m_rare.reset();
     }
     m_userValue = -1;
     m_cellType = -1;
@@ -152,6 +165,12 @@ void CUGCell::clearAll()
 void CUGCell::setText(const QString &text)
 {
     store(m_text, text, Text);
+}
+
+void CUGCell::setText(QString &&text)
+{
+    m_text = std::move(text);
+    m_mask |= Text;
 }
 
 QString CUGCell::takeText()

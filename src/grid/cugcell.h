@@ -81,6 +81,7 @@ public:
     // The stored text without a copy; empty when not set.
     const QString &textRef() const;
     void setText(const QString &text);
+    void setText(QString &&text);
     // Moves the text out; the cell is left without text.
     QString takeText();
     QString mask() const { return isSet(Mask) ? rare().maskText : QString(); }
@@ -134,7 +135,9 @@ public:
 private:
     // Properties most cells never set live apart, made on first use, so
     // that the common cell - text and a few numbers - is small and cheap to
-    // copy, clear and lay over another.
+    // copy, clear and lay over another. Cells share the block until one of
+    // them changes it: a column's colours laid over thousands of cells are
+    // kept once.
     struct Rare
     {
         QString maskText;
@@ -155,7 +158,7 @@ private:
 
     const Rare &rare() const;
     Rare &rareForWriting();
-    void addRareFrom(const Rare &source, std::uint32_t set);
+    void addRareFrom(const std::shared_ptr<Rare> &source, std::uint32_t set);
 
     template <class Field, class Value>
     void store(Field &field, const Value &value, Property property)
@@ -173,7 +176,7 @@ private:
     int m_decimals = -1;
     std::intptr_t m_userValue = 0;
     QString m_text;
-    std::unique_ptr<Rare> m_rare;
+    std::shared_ptr<Rare> m_rare;
 };
 
 } // namespace vyr

@@ -197,9 +197,7 @@ int CUGCtrl::InsertRows(long row, long count)
 {
     if (row < 0 || row > m_info.numberOfRows || count < 0)
         return ug::OutOfRange;
-    long inserted = 0;
-    while (inserted < count && m_info.dataSource->InsertRow(row) == 0)
-        ++inserted;
+    const long inserted = std::clamp(m_info.dataSource->InsertRows(row, count), 0L, count);
     if (inserted > 0) {
         shiftRowHeights(m_info.rowHeights, row, inserted);
         m_info.numberOfRows += inserted;
@@ -216,9 +214,7 @@ int CUGCtrl::DeleteRows(long row, long count)
     if (count == 0)
         return ug::Success;
     OnRowsDeleting(row, count);
-    long deleted = 0;
-    while (deleted < count && m_info.dataSource->DeleteRow(row) == 0)
-        ++deleted;
+    const long deleted = std::clamp(m_info.dataSource->DeleteRows(row, count), 0L, count);
     if (deleted > 0) {
         shiftRowHeights(m_info.rowHeights, row, -deleted);
         m_info.numberOfRows -= deleted;
@@ -228,6 +224,34 @@ int CUGCtrl::DeleteRows(long row, long count)
         rowsChanged();
     }
     return deleted == count ? ug::Success : ug::Refused;
+}
+
+int CUGCtrl::PermuteRowTexts(long row, const std::vector<long> &order)
+{
+    const long count = long(order.size());
+    if (row < 0 || row + count > m_info.numberOfRows)
+        return ug::OutOfRange;
+    std::vector<bool> seen(order.size(), false);
+    for (const long from : order) {
+        if (from < 0 || from >= count || seen[std::size_t(from)])
+            return ug::OutOfRange;
+        seen[std::size_t(from)] = true;
+    }
+    // One request per data store, with the store's own column numbers.
+    std::vector<std::pair<CUGDataSource *, std::vector<int>>> stores;
+    for (int column = 0; column < m_info.numberOfColumns; ++column) {
+        int storeColumn = 0;
+        CUGDataSource *store = storeFor(column, storeColumn);
+        auto found = std::find_if(stores.begin(), stores.end(), [store](const auto &entry) { return entry.first == store; });
+        if (found == stores.end())
+            found = stores.insert(stores.end(), {store, {}});
+        found->second.push_back(storeColumn);
+    }
+    for (const auto &[store, columns] : stores)
+        store->PermuteTexts(columns, row, order);
+    OnRowTextsPermuted(row, order);
+    RepaintAll();
+    return ug::Success;
 }
 
 void CUGCtrl::BeginBatch()
@@ -249,9 +273,21 @@ void CUGCtrl::rowsChanged()
         m_batchDirty = true;
         return;
     }
-    updateScrollBars();
-    notifyAccessibility(-1, -1);
-    RepaintAll();
+    // Rows often come one after another (a page loading its records): the
+    // scroll bars, assistive technology and the screen catch up once, when
+    // control returns to the event loop.
+    if (m_viewUpdatePending)
+        return;
+    m_viewUpdatePending = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_viewUpdatePending = false;
+            updateScrollBars();
+            notifyAccessibility(-1, -1);
+            RepaintAll();
+        },
+        Qt::QueuedConnection);
 }
 
 int CUGCtrl::AppendRow()
@@ -357,27 +393,40 @@ bool CUGCtrl::IsCellWritable(int column, long row)
         return false;
     CUGCell cell;
     GetCellResolved(column, row, cell);
-    return !cell.isReadOnly() && GetCellType(cell)->allowsEditing();
+    return MayWriteCell(column, row, cell);
+}
+
+bool CUGCtrl::MayWriteCell(int, long, const CUGCell &resolved)
+{
+    return !resolved.isReadOnly() && GetCellType(resolved)->allowsEditing();
 }
 
 int CUGCtrl::WriteUserText(int column, long row, const QString &text, ug::TextSource source)
 {
     if (column < 0 || row < 0 || column >= m_info.numberOfColumns || row >= m_info.numberOfRows)
         return ug::OutOfRange;
-    if (!IsCellWritable(column, row))
-        return ug::Refused;
     CUGCell cell;
     GetCellResolved(column, row, cell);
-    if (cell.isSet(CUGCell::Mask) && !cell.mask().isEmpty()
-        && MaskedText(cell.mask(), text).value() != text)
+    if (!MayWriteCell(column, row, cell))
         return ug::Refused;
-    QString verified;
-    verified.reserve(text.size());
-    for (QChar character : text) {
+    return WriteCheckedText(column, row, text, source, cell);
+}
+
+int CUGCtrl::WriteCheckedText(int column, long row, const QString &text, ug::TextSource source,
+                              const CUGCell &resolved)
+{
+    if (resolved.isSet(CUGCell::Mask) && !resolved.mask().isEmpty()
+        && MaskedText(resolved.mask(), text).value() != text)
+        return ug::Refused;
+    // The checks may change a character; the text is copied only then.
+    QString verified = text;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        QChar character = text[i];
         if (!m_info.dataSource->OnEditVerify(column, row, nullptr, character)
             || !OnEditVerify(column, row, nullptr, character))
             return ug::Refused;
-        verified.append(character);
+        if (character != text[i])
+            verified[i] = character;
     }
     if (!m_info.dataSource->OnEditFinish(column, row, nullptr, verified, false)
         || !OnEndEdit(column, row, nullptr, verified, false))
@@ -828,6 +877,7 @@ int CUGCtrl::OnCompareCells(const CUGCell *first, const CUGCell *second, int fla
 void CUGCtrl::OnLayoutComponents(Layout &) {}
 void CUGCtrl::OnRowsInserted(long, long) {}
 void CUGCtrl::OnRowsDeleting(long, long) {}
+void CUGCtrl::OnRowTextsPermuted(long, const std::vector<long> &) {}
 
 QColor CUGCtrl::OnDefaultBackColour(int section)
 {

@@ -62,6 +62,11 @@ public:
     // Many rows at once: the view is brought up to date once at the end.
     int InsertRows(long row, long count);
     int DeleteRows(long row, long count);
+    // Reorders the texts of the rows from `row` on, in every column: row
+    // row + i takes the texts row + order[i] had. Only texts move, straight
+    // in the data stores; OnRowTextsPermuted reports it, not OnCellWrite.
+    // 1 when `order` is not a permutation of rows that exist.
+    int PermuteRowTexts(long row, const std::vector<long> &order);
     int GetTopHeadingRows() const;
     int SetTopHeadingRows(int count);
     int GetSideHeadingColumns() const;
@@ -82,9 +87,8 @@ public:
 
     // --- Texts a person gives
     // Whether a person may give the cell a text: a cell of the cell area
-    // that is not read-only and whose type takes editing. Derived grids
-    // narrow it.
-    virtual bool IsCellWritable(int column, long row);
+    // that MayWriteCell allows.
+    bool IsCellWritable(int column, long row);
     // A text a person gives a cell outside the in-place editor (a replace,
     // assistive technology, a paste), checked as an edit is: the cell must
     // be writable, the store and OnEditVerify must take every character,
@@ -288,12 +292,20 @@ protected:
     // rectangles and set column widths (without laying out again).
     virtual void OnLayoutComponents(Layout &layout);
     virtual QColor OnDefaultBackColour(int section);
+    // Whether a person may write the cell, given as resolved: the base
+    // allows a cell that is not read-only and whose type takes editing.
+    virtual bool MayWriteCell(int column, long row, const CUGCell &resolved);
+    // WriteUserText for a cell already resolved and known to be writable.
+    int WriteCheckedText(int column, long row, const QString &text, ug::TextSource source, const CUGCell &resolved);
+
     // The current cell's frame, given the cell's own rectangle.
     virtual void OnPaintFocusFrame(QPainter &painter, const QRect &rect);
     // Rows were inserted or are about to be deleted (through the data
     // store), by any operation.
     virtual void OnRowsInserted(long row, long count);
     virtual void OnRowsDeleting(long row, long count);
+    // The texts of the rows from `row` on were reordered by PermuteRowTexts.
+    virtual void OnRowTextsPermuted(long row, const std::vector<long> &order);
     virtual int OnAllowTopHeadingPress(int column);
     virtual int OnAllowTopHeadingCellPress(int column, long row);
     // A context menu was asked for; the base offers none.
@@ -439,6 +451,7 @@ private:
     bool m_initialised = false;
     int m_batchDepth = 0;
     bool m_batchDirty = false;
+    bool m_viewUpdatePending = false;
     Qt::KeyboardModifiers m_keyModifiers;
 };
 

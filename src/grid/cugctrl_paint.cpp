@@ -29,6 +29,10 @@ int CUGCtrl::RepaintCell(int column, long row)
 
 void CUGCtrl::RepaintAll()
 {
+    if (m_batchDepth > 0) {
+        m_batchDirty = true;
+        return;
+    }
     m_grid->update();
     m_topHeading->update();
     m_sideHeading->update();

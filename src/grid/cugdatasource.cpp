@@ -1,5 +1,7 @@
 #include "grid/cugdatasource.h"
 
+#include "grid/cugcell.h"
+
 namespace vyr {
 
 CUGDataSource::~CUGDataSource() = default;
@@ -62,5 +64,42 @@ int CUGDataSource::OnEditContinue(int, long, int &, long &)
 void CUGDataSource::OnColumnChange(int, int) {}
 
 void CUGDataSource::OnRowChange(long, long) {}
+
+long CUGDataSource::InsertRows(long row, long count)
+{
+    long done = 0;
+    while (done < count && InsertRow(row) == 0)
+        ++done;
+    return done;
+}
+
+long CUGDataSource::DeleteRows(long row, long count)
+{
+    long done = 0;
+    while (done < count && DeleteRow(row) == 0)
+        ++done;
+    return done;
+}
+
+int CUGDataSource::PermuteTexts(const std::vector<int> &columns, long firstRow, const std::vector<long> &order)
+{
+    std::vector<QString> texts(order.size());
+    for (const int column : columns) {
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            CUGCell cell;
+            GetCell(column, firstRow + long(i), cell);
+            texts[i] = cell.takeText();
+        }
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            if (order[i] == long(i))
+                continue;
+            CUGCell cell;
+            GetCell(column, firstRow + long(i), cell);
+            cell.setText(texts[std::size_t(order[i])]);
+            SetCell(column, firstRow + long(i), cell);
+        }
+    }
+    return 0;
+}
 
 } // namespace vyr

@@ -9,6 +9,8 @@
 
 #include <QString>
 
+#include <vector>
+
 class QWidget;
 
 namespace vyr {
@@ -30,6 +32,9 @@ public:
     virtual int InsertRow(long row);
     // Removes the row; the rows after it move up one.
     virtual int DeleteRow(long row);
+    // Many rows at once; the rows opened or removed, from the first on.
+    virtual long InsertRows(long row, long count);
+    virtual long DeleteRows(long row, long count);
     // Adds the stored properties of the cell to `cell`; 1 when nothing is
     // stored there, leaving `cell` as it was.
     virtual int GetCell(int column, long row, CUGCell &cell);
@@ -37,6 +42,10 @@ public:
     virtual int SetCell(int column, long row, const CUGCell &cell);
     // Forgets a cell.
     virtual int DeleteCell(int column, long row);
+    // Reorders the texts of the columns' rows from `firstRow` on: the row
+    // firstRow + i takes the texts row firstRow + order[i] had. Only texts
+    // move; the cells' other properties stay where they are.
+    virtual int PermuteTexts(const std::vector<int> &columns, long firstRow, const std::vector<long> &order);
     // The next cell of `column` after `row` (before it with FindUp) whose
     // text holds `text` (whole, unless FindPartial; any case with
     // FindIgnoreCase); 0 with `row` moved there, 1 when there is none.

@@ -52,6 +52,22 @@ int CUGMem::DeleteRow(long number)
     return 0;
 }
 
+long CUGMem::InsertRows(long number, long count)
+{
+    if (number < 0 || count < 0)
+        return 0;
+    m_rows.insertRows(number, count);
+    return count;
+}
+
+long CUGMem::DeleteRows(long number, long count)
+{
+    if (number < 0 || count < 0)
+        return 0;
+    m_rows.removeRows(number, count);
+    return count;
+}
+
 int CUGMem::GetCell(int column, long number, CUGCell &cell)
 {
     const Row *stored = row(number);
@@ -81,6 +97,51 @@ int CUGMem::DeleteCell(int column, long number)
         stored->erase(std::remove_if(stored->begin(), stored->end(),
                                      [column](const std::pair<int, CUGCell> &entry) { return entry.first == column; }),
                       stored->end());
+    }
+    return 0;
+}
+
+int CUGMem::PermuteTexts(const std::vector<int> &columns, long firstRow, const std::vector<long> &order)
+{
+    if (firstRow < 0)
+        return CUGDataSource::PermuteTexts(columns, firstRow, order);
+    // The rows are found once, in order (each in constant time), and keep
+    // their place in memory; the texts leave their cells and go to their
+    // new rows without a cell being copied.
+    const std::size_t count = order.size();
+    std::vector<Row *> rows(count);
+    for (std::size_t i = 0; i < count; ++i)
+        rows[i] = row(firstRow + long(i));
+    const auto cellAt = [](Row &stored, int column) -> CUGCell * {
+        auto at = std::lower_bound(stored.begin(), stored.end(), column,
+                                   [](const std::pair<int, CUGCell> &entry, int wanted) { return entry.first < wanted; });
+        return at != stored.end() && at->first == column ? &at->second : nullptr;
+    };
+    std::vector<QString> texts(count);
+    std::vector<char> hadText(count);
+    for (const int column : columns) {
+        for (std::size_t i = 0; i < count; ++i) {
+            CUGCell *cell = rows[i] ? cellAt(*rows[i], column) : nullptr;
+            hadText[i] = cell && cell->isSet(CUGCell::Text);
+            if (hadText[i])
+                texts[i] = cell->takeText();
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::size_t from = std::size_t(order[i]);
+            if (!hadText[from])
+                continue;
+            if (!rows[i])
+                rows[i] = &rowForWriting(firstRow + long(i));
+            CUGCell *cell = cellAt(*rows[i], column);
+            if (!cell) {
+                Row &stored = *rows[i];
+                auto at = std::lower_bound(
+                    stored.begin(), stored.end(), column,
+                    [](const std::pair<int, CUGCell> &entry, int wanted) { return entry.first < wanted; });
+                cell = &stored.emplace(at, column, CUGCell())->second;
+            }
+            cell->setText(std::move(texts[from]));
+        }
     }
     return 0;
 }

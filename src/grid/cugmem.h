@@ -25,10 +25,14 @@ public:
 
     int InsertRow(long row) override;
     int DeleteRow(long row) override;
+    long InsertRows(long row, long count) override;
+    long DeleteRows(long row, long count) override;
     int GetCell(int column, long row, CUGCell &cell) override;
     int SetCell(int column, long row, const CUGCell &cell) override;
     int DeleteCell(int column, long row) override;
     int FindNext(const QString &text, int &column, long &row, int flags) override;
+    // Moves the stored texts themselves, without copying a cell.
+    int PermuteTexts(const std::vector<int> &columns, long firstRow, const std::vector<long> &order) override;
 
     // Rows with at least one stored cell, heading rows included.
     std::size_t storedRows() const;

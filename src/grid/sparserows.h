@@ -57,6 +57,8 @@ public:
             addToFirstGap(after, -(gap + 1));
         m_root = merge(merge(before, node), after);
         ++m_count;
+        // The row is written next, cell after cell: keep the cursor on it.
+        seek(row);
         return node->value;
     }
 
@@ -88,6 +90,41 @@ public:
         } else if (after) {
             addToFirstGap(after, -1);
         }
+        m_root = merge(before, after);
+    }
+
+    // `count` empty rows open at `row`, in one step.
+    void insertRows(long row, long count)
+    {
+        if (count <= 0)
+            return;
+        forgetCursor();
+        Node *before = nullptr;
+        Node *after = nullptr;
+        split(m_root, row, before, after);
+        if (after)
+            addToFirstGap(after, count);
+        m_root = merge(before, after);
+    }
+
+    // The rows from `row` to `row` + `count` go, stored or not, in one step.
+    void removeRows(long row, long count)
+    {
+        if (count <= 0)
+            return;
+        forgetCursor();
+        Node *before = nullptr;
+        Node *rest = nullptr;
+        split(m_root, row, before, rest);
+        Node *middle = nullptr;
+        Node *after = nullptr;
+        // The rest counts its rows from the end of `before`.
+        split(rest, row + count - span(before), middle, after);
+        // The first row after the gone ones moves up by `count`; its gap
+        // counted from the end of `middle` and now counts from `before`.
+        if (after)
+            addToFirstGap(after, span(middle) - count);
+        recycleAll(middle);
         m_root = merge(before, after);
     }
 
@@ -318,6 +355,17 @@ private:
         std::size_t m_used = 0;
         std::vector<Node *> m_free;
     };
+
+    void recycleAll(Node *node)
+    {
+        while (node) {
+            recycleAll(node->left);
+            Node *right = node->right;
+            m_nodes.recycle(node);
+            --m_count;
+            node = right;
+        }
+    }
 
     // Ends the values' lives; the pool frees the memory.
     static void release(Node *node)

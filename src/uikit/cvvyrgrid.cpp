@@ -126,42 +126,47 @@ void CVVyrGrid::OnGridInit()
 
 // --- Enabling
 
-void CVVyrGrid::applyEnabledLook(CUGCell &cell, bool cellEnabled) const
+CUGCell CVVyrGrid::enabledLook(bool cellEnabled) const
 {
+    CUGCell look;
     if (m_enabled) {
-        cell.setTextColor(m_colours.text);
-        cell.setBackColor(m_colours.back);
-        cell.setHighlightTextColor(m_colours.highlightText);
-        cell.setHighlightBackColor(m_colours.highlightBack);
+        look.setTextColor(m_colours.text);
+        look.setBackColor(m_colours.back);
+        look.setHighlightTextColor(m_colours.highlightText);
+        look.setHighlightBackColor(m_colours.highlightBack);
     } else {
-        cell.setTextColor(m_colours.disabledText);
-        cell.setHighlightTextColor(m_colours.disabledText);
-        cell.setBackColor(m_colours.disabledBack);
-        cell.setHighlightBackColor(m_colours.disabledBack);
+        look.setTextColor(m_colours.disabledText);
+        look.setHighlightTextColor(m_colours.disabledText);
+        look.setBackColor(m_colours.disabledBack);
+        look.setHighlightBackColor(m_colours.disabledBack);
     }
-    cell.setReadOnly(!m_enabled);
+    look.setReadOnly(!m_enabled);
     if (cellEnabled)
-        return;
+        return look;
     // A disabled cell keeps its disabled look in an enabled grid, and shows
     // nothing but its background when its text is to be hidden.
     const QColor text = m_showDisabledText ? m_colours.disabledText : m_colours.disabledBack;
-    cell.setTextColor(text);
-    cell.setHighlightTextColor(text);
-    cell.setBackColor(m_colours.disabledBack);
-    cell.setHighlightBackColor(m_colours.disabledBack);
+    look.setTextColor(text);
+    look.setHighlightTextColor(text);
+    look.setBackColor(m_colours.disabledBack);
+    look.setHighlightBackColor(m_colours.disabledBack);
+    return look;
 }
 
 void CVVyrGrid::EnableGrid(bool enable)
 {
     m_enabled = enable;
+    // Laid over each cell, a look's colours are shared, not copied.
+    const CUGCell enabledCell = enabledLook(true);
+    const CUGCell disabledCell = enabledLook(false);
     CUGCell cell;
     GetDefaultCell(cell);
-    applyEnabledLook(cell, true);
+    cell.addInfoFrom(enabledCell);
     SetDefaultCell(cell);
     for (int column = 0; column < GetColumnCount(); ++column) {
         cell.clearAll();
         GetColumnDefault(column, cell);
-        applyEnabledLook(cell, true);
+        cell.addInfoFrom(enabledCell);
         SetColumnDefault(column, cell);
     }
     BeginBatch();
@@ -169,7 +174,7 @@ void CVVyrGrid::EnableGrid(bool enable)
         for (int column = 0; column < GetColumnCount(); ++column) {
             cell.clearAll();
             GetCell(column, row, cell);
-            applyEnabledLook(cell, !isDisabledCell(cell));
+            cell.addInfoFrom(isDisabledCell(cell) ? disabledCell : enabledCell);
             SetCell(column, row, cell);
         }
     }
@@ -188,7 +193,7 @@ void CVVyrGrid::EnableCell(int column, long row, bool enable)
         return;
     CUGCell cell;
     GetCell(column, row, cell);
-    applyEnabledLook(cell, enable);
+    cell.addInfoFrom(enabledLook(enable));
     cell.setPropertyFlag(kDisabledCellMark, !enable);
     SetCell(column, row, cell);
     RepaintCell(column, row);
@@ -201,9 +206,9 @@ bool CVVyrGrid::IsCellEnabled(int column, long row)
     return !isDisabledCell(cell);
 }
 
-bool CVVyrGrid::IsCellWritable(int column, long row)
+bool CVVyrGrid::MayWriteCell(int column, long row, const CUGCell &resolved)
 {
-    return m_enabled && IsCellEnabled(column, row) && CUGCtrl::IsCellWritable(column, row);
+    return m_enabled && !isDisabledCell(resolved) && CUGCtrl::MayWriteCell(column, row, resolved);
 }
 
 void CVVyrGrid::SetCellActionHandler(CUGCell &cell, CellActionHandler *handler)

@@ -26,6 +26,7 @@
 #include "grid/cugctrl.h"
 #include "uikit/cellactionhandler.h"
 #include "uikit/gridhistory.h"
+#include "util/listpacking.h"
 
 #include <QColor>
 #include <QStringList>
@@ -108,7 +109,6 @@ public:
     // only: their texts stay stored but cannot be seen.
     void SetShowDisabledText(bool show) { m_showDisabledText = show; }
     bool showsDisabledText() const { return m_showDisabledText; }
-    bool IsCellWritable(int column, long row) override;
 
     // Ends an edit in progress with the editor's text, not continuing.
     // Call it before reading or checking the grid.
@@ -206,6 +206,9 @@ protected:
     int OnAllowTopHeadingCellPress(int column, long row) override;
     void OnRowsInserted(long row, long count) override;
     void OnRowsDeleting(long row, long count) override;
+    void OnRowTextsPermuted(long row, const std::vector<long> &order) override;
+    // Only in an enabled grid, and only enabled cells.
+    bool MayWriteCell(int column, long row, const CUGCell &resolved) override;
 
     bool event(QEvent *event) override;
 
@@ -222,13 +225,21 @@ private:
     bool isNewRow(long row) const;
     // Opens a blank row at `row` and asks OnRowAdded; -1 when refused.
     long addBlankRowAt(long row);
+    // Covers the column defaults' texts in new rows with empty ones.
+    void blankDefaultTexts(long row, long count);
+    // Writes one pasted record from `firstColumn` on; the refused cells.
+    long writePastedRecord(long row, int firstColumn, const StringList &fields);
     void readColours();
-    void applyEnabledLook(CUGCell &cell, bool cellEnabled) const;
+    // The colours and read-only state of an enabled or a disabled cell in
+    // the grid as it is enabled now.
+    CUGCell enabledLook(bool cellEnabled) const;
     // Rows that hold a selected cell, with the current row, in order.
     std::vector<bool> markedRows();
     StoredRows storedRows(long row, long count);
     void replay(const GridStep &step, bool undoing);
     void restoreText(int column, long row, const QString &text);
+    // Reorders row texts and tells the subclass of every text that moved.
+    void moveRowTexts(long row, const std::vector<long> &order);
     // Cells selected in one row, from `left` to `right`.
     struct SelectedCells
     {

@@ -30,6 +30,12 @@ void CVVyrGrid::OnCellWrite(int column, long row, const CUGCell &cell)
     const bool open = m_history.isOpen();
     if (!open && !m_history.canUndo() && !m_history.canRedo())
         return;
+    // A row the open step inserted goes when the step is undone: what its
+    // cells held before need not be read.
+    if (open && m_history.isFreshRow(row)) {
+        m_history.recordText(column, row, QString(), cell.text());
+        return;
+    }
     const QString before = GetCellText(column, row);
     const QString after = cell.text();
     if (before == after)
@@ -56,6 +62,16 @@ void CVVyrGrid::OnRowsDeleting(long row, long count)
         return;
     if (m_history.isOpen())
         m_history.recordRowsDeleted(row, count, storedRows(row, count));
+    else
+        m_history.clear();
+}
+
+void CVVyrGrid::OnRowTextsPermuted(long row, const std::vector<long> &order)
+{
+    if (m_replaying)
+        return;
+    if (m_history.isOpen())
+        m_history.recordTextsPermuted(row, order);
     else
         m_history.clear();
 }
@@ -128,11 +144,20 @@ void CVVyrGrid::replay(const GridStep &step, bool undoing)
                     pendingCount = change->count;
                 }
                 break;
+            case GridChange::TextsPermuted: {
+                flush();
+                const std::vector<long> &order = change->rows->order;
+                std::vector<long> inverse(order.size());
+                for (std::size_t i = 0; i < order.size(); ++i)
+                    inverse[std::size_t(order[i])] = long(i);
+                moveRowTexts(change->row, inverse);
+                break;
+            }
             case GridChange::RowsDeleted:
                 flush();
                 InsertRows(change->row, change->count);
                 for (long offset = 0; offset < change->count; ++offset) {
-                    const auto &cells = change->cells[std::size_t(offset)];
+                    const auto &cells = change->rows->cells[std::size_t(offset)];
                     for (int column = 0; column < int(cells.size()); ++column) {
                         if (cells[std::size_t(column)])
                             SetCell(column, change->row + offset, *cells[std::size_t(column)]);
@@ -155,6 +180,9 @@ void CVVyrGrid::replay(const GridStep &step, bool undoing)
                 break;
             case GridChange::RowsDeleted:
                 DeleteRows(change.row, change.count);
+                break;
+            case GridChange::TextsPermuted:
+                moveRowTexts(change.row, change.rows->order);
                 break;
             }
         }
@@ -198,6 +226,25 @@ void CVVyrGrid::Paste()
     PasteText(QGuiApplication::clipboard()->text());
 }
 
+long CVVyrGrid::writePastedRecord(long row, int firstColumn, const StringList &fields)
+{
+    long refused = 0;
+    for (std::size_t field = 0; field < fields.size(); ++field) {
+        const int column = firstColumn + int(field);
+        if (column >= GetColumnCount())
+            break;
+        // Cells nobody may write are passed over; a text a writable cell
+        // refuses is counted, so that the caller can say so.
+        CUGCell cell;
+        GetCellResolved(column, row, cell);
+        if (MayWriteCell(column, row, cell)
+            && WriteCheckedText(column, row, QString::fromStdString(fields[field]), ug::TextPasted, cell)
+                != ug::Success)
+            ++refused;
+    }
+    return refused;
+}
+
 CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
 {
     PasteResult result;
@@ -209,30 +256,32 @@ CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
     long startRow = GetCurrentRow();
     if (startRow < 0)
         startRow = m_keepNewRow ? GetRowCount() - 1 : 0;
-    const int firstColumn = isNewRow(startRow) ? 0 : std::max(0, GetCurrentCol());
+    const bool onNewRow = isNewRow(startRow);
+    const int firstColumn = onNewRow ? 0 : std::max(0, GetCurrentCol());
+    const long records = m_keepNewRow ? GetRowCount() - 1 : GetRowCount();
+    const long lines = long(table.size());
+    const long overwritten = std::clamp(records - startRow, 0L, lines);
     UndoStep step(*this);
     BeginBatch();
-    for (std::size_t line = 0; line < table.size(); ++line) {
-        long row = startRow + long(line);
-        if (isNewRow(row)) {
-            row = AppendBlankRow();
-            if (row < 0)
-                break;
-        } else if (row >= GetRowCount()) {
-            break;
-        }
-        const StringList &fields = table[line];
-        for (std::size_t field = 0; field < fields.size(); ++field) {
-            const int column = firstColumn + int(field);
-            if (column >= GetColumnCount())
-                break;
-            // Cells nobody may write are passed over; a text a writable
-            // cell refuses is counted, so that the caller can say so.
-            if (IsCellWritable(column, row)
-                && WriteUserText(column, row, QString::fromStdString(fields[field]), ug::TextPasted) != ug::Success)
-                ++result.refusedCells;
-        }
+    for (long line = 0; line < overwritten; ++line) {
+        result.refusedCells += writePastedRecord(startRow + line, firstColumn, table[std::size_t(line)]);
         ++result.rows;
+    }
+    // The lines past the records become new ones, above the new row: opened
+    // all at once, then each taken as a blank row a person added.
+    const long appended = m_keepNewRow ? lines - overwritten : 0;
+    const long first = records;
+    if (appended > 0 && InsertRows(first, appended) == ug::Success) {
+        blankDefaultTexts(first, appended);
+        for (long line = 0; line < appended; ++line) {
+            const long row = first + line;
+            if (!OnRowAdded(row)) {
+                DeleteRows(row, appended - line);
+                break;
+            }
+            result.refusedCells += writePastedRecord(row, firstColumn, table[std::size_t(overwritten + line)]);
+            ++result.rows;
+        }
     }
     EndBatch();
     RepaintAll();

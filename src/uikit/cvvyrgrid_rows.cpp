@@ -17,14 +17,28 @@ long CVVyrGrid::addBlankRowAt(long row)
 {
     if (InsertRow(row) != ug::Success)
         return -1;
-    for (int column = 0; column < GetColumnCount(); ++column)
-        SetCellText(column, row, QString());
+    blankDefaultTexts(row, 1);
     if (!OnRowAdded(row)) {
         DeleteRow(row);
         return -1;
     }
     RepaintAll();
     return row;
+}
+
+void CVVyrGrid::blankDefaultTexts(long row, long count)
+{
+    // A new row reads its column defaults; only a default text needs
+    // covering with the empty one.
+    CUGCell defaults;
+    for (int column = 0; column < GetColumnCount(); ++column) {
+        defaults.clearAll();
+        GetColumnDefault(column, defaults);
+        if (!defaults.isSet(CUGCell::Text) || defaults.text().isEmpty())
+            continue;
+        for (long offset = 0; offset < count; ++offset)
+            SetCellText(column, row + offset, QString());
+    }
 }
 
 long CVVyrGrid::AppendRowTexts(const QStringList &texts)
@@ -187,22 +201,29 @@ void CVVyrGrid::MoveSelectedRowsDown()
     RepaintAll();
 }
 
+void CVVyrGrid::moveRowTexts(long row, const std::vector<long> &order)
+{
+    if (PermuteRowTexts(row, order) != ug::Success)
+        return;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        if (order[i] == long(i))
+            continue;
+        for (int column = 0; column < GetColumnCount(); ++column)
+            OnCellChange(column, row + long(i), ug::TextRestored);
+    }
+}
+
 void CVVyrGrid::SwapRows(long first, long second)
 {
     const long rows = GetRowCount();
     if (!m_keepNewRow || first < 0 || second < 0 || first >= rows || second >= rows || first == second)
         return;
     UndoStep step(*this);
-    for (int column = 0; column < GetColumnCount(); ++column) {
-        const QString firstText = GetCellText(column, first);
-        const QString secondText = GetCellText(column, second);
-        if (firstText == secondText)
-            continue;
-        SetCellText(column, first, secondText);
-        SetCellText(column, second, firstText);
-        OnCellChange(column, first, ug::TextRestored);
-        OnCellChange(column, second, ug::TextRestored);
-    }
+    const long top = std::min(first, second);
+    std::vector<long> order(static_cast<std::size_t>(std::max(first, second) - top + 1));
+    std::iota(order.begin(), order.end(), 0L);
+    std::swap(order.front(), order.back());
+    moveRowTexts(top, order);
     m_rowsModified = true;
     RepaintAll();
 }
@@ -214,35 +235,22 @@ void CVVyrGrid::SortByColumn(int column)
         return;
     // The records, not the new row: a stable sort of their texts is what
     // exchanging neighbours out of order gives, without its quadratic time.
+    // Texts folded once compare as the texts compare ignoring case.
     const long records = rows - 1;
-    std::vector<QStringList> texts(static_cast<std::size_t>(records));
+    std::vector<QString> keys(static_cast<std::size_t>(records));
     for (long row = 0; row < records; ++row)
-        GetRowTexts(row, texts[std::size_t(row)]);
+        keys[std::size_t(row)] = GetCellText(column, row).toCaseFolded();
     std::vector<long> order(static_cast<std::size_t>(records));
     std::iota(order.begin(), order.end(), 0L);
-    std::stable_sort(order.begin(), order.end(), [&](long a, long b) {
-        return texts[std::size_t(a)][column].compare(texts[std::size_t(b)][column], Qt::CaseInsensitive) < 0;
-    });
-    bool moved = false;
+    std::stable_sort(order.begin(), order.end(),
+                     [&keys](long a, long b) { return keys[std::size_t(a)] < keys[std::size_t(b)]; });
+    if (std::is_sorted(order.begin(), order.end()))
+        return;
     UndoStep step(*this);
     BeginBatch();
-    for (long row = 0; row < records; ++row) {
-        const long from = order[std::size_t(row)];
-        if (from == row)
-            continue;
-        moved = true;
-        const QStringList &source = texts[std::size_t(from)];
-        const QStringList &target = texts[std::size_t(row)];
-        for (int c = 0; c < GetColumnCount(); ++c) {
-            if (source[c] == target[c])
-                continue;
-            SetCellText(c, row, source[c]);
-            OnCellChange(c, row, ug::TextRestored);
-        }
-    }
+    moveRowTexts(0, order);
     EndBatch();
-    if (moved)
-        m_rowsModified = true;
+    m_rowsModified = true;
     RepaintAll();
 }
 

@@ -93,9 +93,23 @@ void GridHistory::recordRowsDeleted(long row, long count, StoredRows cells)
     change.kind = GridChange::RowsDeleted;
     change.row = row;
     change.count = count;
-    change.cells = std::move(cells);
+    change.rows = std::make_unique<GridChange::Rows>();
+    change.rows->cells = std::move(cells);
     m_open->changes.push_back(std::move(change));
     recordRowsRemoved(row, count);
+}
+
+void GridHistory::recordTextsPermuted(long row, std::vector<long> order)
+{
+    if (!m_open || order.empty())
+        return;
+    GridChange change;
+    change.kind = GridChange::TextsPermuted;
+    change.row = row;
+    change.count = long(order.size());
+    change.rows = std::make_unique<GridChange::Rows>();
+    change.rows->order = std::move(order);
+    m_open->changes.push_back(std::move(change));
 }
 
 void GridHistory::clear()

@@ -17,6 +17,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -28,7 +29,7 @@ using StoredRows = std::vector<std::vector<std::optional<CUGCell>>>;
 
 struct GridChange
 {
-    enum Kind { Text, RowsInserted, RowsDeleted };
+    enum Kind { Text, RowsInserted, RowsDeleted, TextsPermuted };
 
     Kind kind = Text;
     int column = 0;
@@ -40,13 +41,22 @@ struct GridChange
     // A text written into a row the same step inserted: undoing the step
     // removes the row, so the text need not be put back first.
     bool removedByUndo = false;
-    // RowsDeleted: what the rows held.
-    StoredRows cells;
+    // What the rare kinds carry, kept apart so that the common change - a
+    // text - stays small.
+    struct Rows
+    {
+        // RowsDeleted: what the rows held.
+        StoredRows cells;
+        // TextsPermuted: row `row` + i took the texts of row `row` + order[i].
+        std::vector<long> order;
+    };
+    std::unique_ptr<Rows> rows;
 };
 
 struct GridStep
 {
-    std::vector<GridChange> changes;
+    // A deque: a step of many thousand changes grows without moving them.
+    std::deque<GridChange> changes;
     // The current cell when the step began, where undo leaves it.
     int column = -1;
     long row = -1;
@@ -65,8 +75,12 @@ public:
     bool isOpen() const { return m_depth > 0; }
 
     void recordText(int column, long row, const QString &before, const QString &after);
+    // Whether the open step inserted the row (texts written there are
+    // never put back by undo).
+    bool isFreshRow(long row) const { return m_open && row >= m_freshFirst && row < m_freshEnd; }
     void recordRowsInserted(long row, long count);
     void recordRowsDeleted(long row, long count, StoredRows cells);
+    void recordTextsPermuted(long row, std::vector<long> order);
     void clear();
 
     bool canUndo() const { return !m_undo.empty(); }

@@ -1,5 +1,7 @@
 #include "util/tabulartext.h"
 
+#include <algorithm>
+
 namespace vyr {
 
 TextTable parseTabularText(std::string_view text)
@@ -52,9 +54,11 @@ TextTable parseTabularText(std::string_view text)
             i += (c == '\r' && i + 1 < size && text[i + 1] == '\n') ? 2 : 1;
             continue;
         }
-        field += c;
+        // Plain text runs to the next tab, line break or quote.
+        const std::size_t end = std::min(text.find_first_of("\t\n\r\"", i + 1), size);
+        field.append(text.substr(i, end - i));
         fieldStarted = true;
-        ++i;
+        i = end;
     }
     // A text that does not end with a line break ends its last record here.
     const char last = text.back();

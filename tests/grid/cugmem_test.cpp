@@ -10,7 +10,8 @@
 namespace vyr {
 namespace {
 
-// Random row operations against a plain vector that holds every row.
+// Random row operations, one row or many at a time, against a plain vector
+// that holds every row.
 TEST(SparseRowsTest, AgreesWithAPlainListOfRows)
 {
     std::mt19937 random(7);
@@ -18,7 +19,8 @@ TEST(SparseRowsTest, AgreesWithAPlainListOfRows)
     std::vector<std::optional<int>> reference;
     for (int step = 0; step < 20000; ++step) {
         const long row = static_cast<long>(random() % 300);
-        switch (random() % 4) {
+        const long count = static_cast<long>(random() % 40);
+        switch (random() % 6) {
         case 0:
             rows.findOrCreate(row) = step;
             if (reference.size() <= static_cast<std::size_t>(row))
@@ -34,6 +36,17 @@ TEST(SparseRowsTest, AgreesWithAPlainListOfRows)
             rows.removeRow(row);
             if (static_cast<std::size_t>(row) < reference.size())
                 reference.erase(reference.begin() + row);
+            break;
+        case 3:
+            rows.insertRows(row, count);
+            if (static_cast<std::size_t>(row) < reference.size())
+                reference.insert(reference.begin() + row, std::size_t(count), std::nullopt);
+            break;
+        case 4:
+            rows.removeRows(row, count);
+            if (static_cast<std::size_t>(row) < reference.size())
+                reference.erase(reference.begin() + row,
+                                reference.begin() + std::min<std::size_t>(reference.size(), std::size_t(row + count)));
             break;
         default: {
             const int *found = rows.find(row);
