@@ -6,21 +6,22 @@
 #include "attrtypes/typestring.h"
 
 #include <cstdlib>
+#include <memory>
 #include <string_view>
 
 namespace {
 
 const vyr::DataTypeMappings &registry()
 {
-    static const vyr::DataTypeMappings mappings = [] {
-        vyr::DataTypeMappings made("FUZZ", false);
-        made.addMapping("integer", "vyr_int32", vyr::kStoredListMode);
-        made.addMapping("text(width)", "vyr_char", vyr::kStoredListMode);
-        made.addMapping("real(width,decimal)", "vyr_decimal", vyr::kStoredListMode);
-        made.addMapping("coded(coded_domain)", "vyr_int32", vyr::kStoredListMode);
+    static const auto mappings = [] {
+        auto made = std::make_unique<vyr::DataTypeMappings>("FUZZ", false);
+        made->addMapping("integer", "vyr_int32", vyr::kStoredListMode);
+        made->addMapping("text(width)", "vyr_char", vyr::kStoredListMode);
+        made->addMapping("real(width,decimal)", "vyr_decimal", vyr::kStoredListMode);
+        made->addMapping("coded(coded_domain)", "vyr_int32", vyr::kStoredListMode);
         return made;
     }();
-    return mappings;
+    return *mappings;
 }
 
 } // namespace

@@ -63,9 +63,11 @@ public:
 
     void OnBrowse(CVVyrGrid &grid, int, long, CUGCell &cell) override
     {
-        const bool editable = !(m_registry && m_registry->isSource());
+        // A reader's format, or a read-only grid: the editor only shows.
+        const bool editable = !(m_registry && m_registry->isSource()) && !cell.isReadOnly();
         ArgumentEditor editor(m_kind, toNarrow(cell.text()), m_registry, editable, grid.window());
-        if (const std::optional<std::string> packed = editor.run())
+        const std::optional<std::string> packed = editor.run();
+        if (packed && editable)
             cell.setText(fromNarrow(*packed));
     }
 

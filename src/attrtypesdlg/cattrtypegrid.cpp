@@ -100,21 +100,21 @@ long CAttrTypeGrid::AppendRowTexts(const QStringList &texts)
     return row;
 }
 
-void CAttrTypeGrid::SetUpArgumentCells(long row, const AttrTypeTemplate *typeTemplate, bool fresh)
+void CAttrTypeGrid::SetUpArgumentCells(long row, const AttrType *pattern, bool fresh)
 {
-    // The template's defaults, as a type of it without values takes them.
+    // The defaults, as a type of the template without values takes them.
     std::unique_ptr<AttrType> defaults;
-    if (typeTemplate && fresh)
+    if (const auto *typeTemplate = dynamic_cast<const AttrTypeTemplate *>(pattern); typeTemplate && fresh)
         defaults = std::make_unique<AttrType>(*typeTemplate, StringList(), std::string(), m_registry);
     for (int argument = 0; argument < 2; ++argument) {
         const int column = argumentColumn(argument);
-        const bool takes = typeTemplate && std::size_t(argument) < typeTemplate->argCount();
+        const bool takes = pattern && std::size_t(argument) < pattern->argCount();
         if (takes) {
             CUGCell cell;
             GetCell(column, row, cell);
             const QString kept = cell.text();
-            m_argumentCells.configureCell(*typeTemplate->arg(std::size_t(argument)), cell);
-            cell.setText(fresh ? fromNarrow(defaults->arg(std::size_t(argument))->value()) : kept);
+            m_argumentCells.configureCell(*pattern->arg(std::size_t(argument)), cell);
+            cell.setText(defaults ? fromNarrow(defaults->arg(std::size_t(argument))->value()) : kept);
             SetCell(column, row, cell);
         }
         EnableCell(column, row, takes);
@@ -143,7 +143,10 @@ void CAttrTypeGrid::SetRowType(long row, const AttrType &type)
     }
     if (hasDomains())
         SetCellText(domainColumn(), row, type.suffix().empty() ? kNoDomain : fromNarrow(type.suffix()));
-    SetUpArgumentCells(row, TemplateOf(fromNarrow(type.name())), false);
+    // A type the list does not offer (a generic one, or one the grid's mode
+    // leaves out) keeps its own arguments, so that it is read back whole.
+    const AttrTypeTemplate *typeTemplate = TemplateOf(fromNarrow(type.name()));
+    SetUpArgumentCells(row, typeTemplate ? static_cast<const AttrType *>(typeTemplate) : &type, false);
 }
 
 std::unique_ptr<AttrType> CAttrTypeGrid::GetRowType(long row)
@@ -151,7 +154,7 @@ std::unique_ptr<AttrType> CAttrTypeGrid::GetRowType(long row)
     if (row < 0 || row >= GetRowCount())
         return nullptr;
     const QString name = GetCellString(row, m_typeColumn);
-    if (!TemplateOf(name))
+    if (name.isEmpty())
         return nullptr;
     StringList values;
     for (int argument = 0; argument < 2; ++argument) {

@@ -58,9 +58,10 @@ public:
     // A record appended from texts gets its cells set up for its type.
     long AppendRowTexts(const QStringList &texts) override;
 
-    // The type the row's columns describe: its template with the values of
-    // the enabled, non-empty argument cells up to the first empty one, and
-    // the domain as its suffix; null when they describe none.
+    // The type the row's columns describe: its name with the values of the
+    // enabled, non-empty argument cells up to the first empty one, and the
+    // domain as its suffix, as the format's registry reads them; null when
+    // they describe none.
     std::unique_ptr<AttrType> GetRowType(long row);
 
 protected:
@@ -74,9 +75,10 @@ protected:
     // base has none.
     virtual void LayoutLeadingColumns(int width);
 
-    // Sets the row's argument cells up for `typeTemplate`; with `fresh` they
-    // take the template's defaults, else they keep their texts.
-    void SetUpArgumentCells(long row, const AttrTypeTemplate *typeTemplate, bool fresh);
+    // Sets the row's argument cells up for the arguments of `pattern` (a
+    // template, or a type the list does not offer); with `fresh` they take
+    // the pattern's defaults, else they keep their texts.
+    void SetUpArgumentCells(long row, const AttrType *pattern, bool fresh);
 
 private:
     // Argument cells disabled until the row has a type; the domain cell

@@ -85,6 +85,11 @@ bool CDomainDlg::Refuse(unsigned messageId)
 
 void CDomainDlg::OnOK()
 {
+    // Read-only, the dialog only showed the domain: nothing to check or take.
+    if (!m_editable) {
+        CVyrDialog::OnOK();
+        return;
+    }
     if (m_typeGrid)
         m_typeGrid->CommitEdit();
     const std::string name = m_name ? toNarrow(m_name->text()) : std::string();

@@ -14,6 +14,16 @@ const char kNormalIdentifier = 0;
 
 } // namespace
 
+void drawCellBevel(QPainter &painter, const QRect &rect, bool raised, const QColor &light, const QColor &dark)
+{
+    painter.setPen(raised ? light : dark);
+    painter.drawLine(rect.topLeft(), rect.topRight());
+    painter.drawLine(rect.topLeft(), rect.bottomLeft());
+    painter.setPen(raised ? dark : light);
+    painter.drawLine(rect.bottomLeft(), rect.bottomRight());
+    painter.drawLine(rect.topRight(), rect.bottomRight());
+}
+
 CUGCellType::CUGCellType() = default;
 CUGCellType::~CUGCellType() = default;
 
@@ -126,15 +136,8 @@ void CUGCellType::DrawBorder(QPainter &painter, QRect &rect, const CUGCell &cell
 {
     const int style = cell.borderStyle();
     if (style & (ug::BorderRaised | ug::BorderSunken)) {
-        const bool raised = style & ug::BorderRaised;
-        const QColor light = m_ctrl->paletteColour(QPalette::Light);
-        const QColor dark = m_ctrl->paletteColour(QPalette::Dark);
-        painter.setPen(raised ? light : dark);
-        painter.drawLine(rect.topLeft(), rect.topRight());
-        painter.drawLine(rect.topLeft(), rect.bottomLeft());
-        painter.setPen(raised ? dark : light);
-        painter.drawLine(rect.bottomLeft(), rect.bottomRight());
-        painter.drawLine(rect.topRight(), rect.bottomRight());
+        drawCellBevel(painter, rect, style & ug::BorderRaised, m_ctrl->paletteColour(QPalette::Light),
+                      m_ctrl->paletteColour(QPalette::Dark));
         rect.adjust(1, 1, -1, -1);
         return;
     }

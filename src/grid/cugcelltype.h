@@ -24,6 +24,10 @@ namespace vyr {
 class CUGCell;
 class CUGCtrl;
 
+// A one-pixel 3D frame on the rectangle's edges: light above and left, dark
+// below and right when raised; the other way round when sunken.
+void drawCellBevel(QPainter &painter, const QRect &rect, bool raised, const QColor &light, const QColor &dark);
+
 class CUGCellType
 {
 public:

@@ -878,6 +878,8 @@ void CUGCtrl::OnLayoutComponents(Layout &) {}
 void CUGCtrl::OnRowsInserted(long, long) {}
 void CUGCtrl::OnRowsDeleting(long, long) {}
 void CUGCtrl::OnRowTextsPermuted(long, const std::vector<long> &) {}
+void CUGCtrl::OnUserActionBegins() {}
+void CUGCtrl::OnUserActionEnds() {}
 
 QColor CUGCtrl::OnDefaultBackColour(int section)
 {

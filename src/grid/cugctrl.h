@@ -306,6 +306,10 @@ protected:
     virtual void OnRowsDeleting(long row, long count);
     // The texts of the rows from `row` on were reordered by PermuteRowTexts.
     virtual void OnRowTextsPermuted(long row, const std::vector<long> &order);
+    // A person's action that may write many cells (a replace) begins and
+    // ends; the calls pair up.
+    virtual void OnUserActionBegins();
+    virtual void OnUserActionEnds();
     virtual int OnAllowTopHeadingPress(int column);
     virtual int OnAllowTopHeadingCellPress(int column, long row);
     // A context menu was asked for; the base offers none.

@@ -68,8 +68,12 @@ int CUGCtrl::FindReplace(const QString &findText, const QString &replaceText, in
 {
     if (findText.isEmpty() || m_info.numberOfColumns == 0)
         return ug::OutOfRange;
-    if (request == ReplaceAllRequest)
-        return findReplaceAll(findText, replaceText, storeFlags);
+    if (request == ReplaceAllRequest) {
+        OnUserActionBegins();
+        const int result = findReplaceAll(findText, replaceText, storeFlags);
+        OnUserActionEnds();
+        return result;
+    }
     const int column = std::max(0, m_info.currentColumn);
     bool replaced = false;
     // Only a hit is replaced: the current cell is usually the one the last

@@ -151,6 +151,13 @@ bool CUGCtrl::handleCellKey(QKeyEvent *event)
 
 void CUGCtrl::keyPressEvent(QKeyEvent *event)
 {
+    // A key the in-place editor left alone reaches the grid through its
+    // parents; while an edit is open the grid acts on none of them, or a
+    // row could open under the edit or a list over it.
+    if (m_editing) {
+        event->ignore();
+        return;
+    }
     m_keyModifiers = event->modifiers();
     const bool hasCells = m_info.numberOfColumns > 0 && m_info.numberOfRows > 0;
     const bool consumed = hasCells && handleCellKey(event);

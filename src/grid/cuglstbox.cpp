@@ -2,6 +2,7 @@
 
 #include "grid/cugstandardtypes.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
@@ -80,9 +81,10 @@ void CUGLstBox::hideEvent(QHideEvent *event)
 {
     QListWidget::hideEvent(event);
     if (!m_done) {
-        // A click elsewhere took the list away.
+        // A click elsewhere took the list away - unless no button is down,
+        // as when another window took the focus.
         m_done = true;
-        m_type->closedWithoutChoice(true);
+        m_type->closedWithoutChoice(QGuiApplication::mouseButtons() != Qt::NoButton);
         close();
     }
 }

@@ -26,9 +26,11 @@ void CUGMaskedEdit::startText(const QString &value, const QString &mask)
     m_masked = MaskedText(mask, value);
     if (mask.isEmpty()) {
         setText(value);
-        selectAll();
-    } else
+    } else {
         showMasked(m_masked.nextInput(0));
+    }
+    // The first key replaces the value, as in the plain editor.
+    selectAll();
 }
 
 void CUGMaskedEdit::setEditReadOnly(bool readOnly)
@@ -51,6 +53,20 @@ bool CUGMaskedEdit::maskedKey(QKeyEvent *event)
 {
     if (m_masked.mask().isEmpty() || isReadOnly())
         return false;
+    const QString typed = event->text();
+    const bool typing = !typed.isEmpty() && typed[0].isPrint() && !(event->modifiers() & Qt::ControlModifier);
+    const bool erasing = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
+    // A selection goes first: its input positions are emptied, and typing
+    // or erasing starts where it began.
+    if (hasSelectedText() && (typing || erasing)) {
+        const int start = selectionStart();
+        const int end = start + int(selectedText().size());
+        for (int position = start; position < end; ++position)
+            m_masked.erase(position);
+        showMasked(m_masked.nextInput(start));
+        if (erasing)
+            return true;
+    }
     const int caret = cursorPosition();
     switch (event->key()) {
     case Qt::Key_Backspace:
@@ -62,8 +78,7 @@ bool CUGMaskedEdit::maskedKey(QKeyEvent *event)
     default:
         break;
     }
-    const QString typed = event->text();
-    if (typed.isEmpty() || !typed[0].isPrint() || (event->modifiers() & Qt::ControlModifier))
+    if (!typing)
         return false;
     int at = caret;
     for (QChar character : typed) {
@@ -111,8 +126,7 @@ void CUGMaskedEdit::keyPressEvent(QKeyEvent *event)
 void CUGMaskedEdit::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
-    if (m_masked.mask().isEmpty())
-        selectAll();
+    selectAll();
 }
 
 void CUGMaskedEdit::focusOutEvent(QFocusEvent *event)

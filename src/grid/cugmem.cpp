@@ -156,34 +156,47 @@ bool findMatches(const QString &text, const QString &wanted, int flags)
 
 int CUGMem::FindNext(const QString &text, int &column, long &number, int flags)
 {
-    // Stored rows in order, with their cell of the column.
-    std::vector<std::pair<long, const CUGCell *>> cells;
-    for (const auto &[heading, stored] : m_headingRows) {
-        if (const CUGCell *found = cellOf(stored, column))
-            cells.emplace_back(heading, found);
-    }
-    m_rows.forEach([&](long rowNumber, Row &stored) {
-        if (const CUGCell *found = cellOf(stored, column))
-            cells.emplace_back(rowNumber, found);
-    });
-    const auto matches
-        = [&](const std::pair<long, const CUGCell *> &entry) { return findMatches(entry.second->text(), text, flags); };
+    // Only the rows past the start are visited, and the search stops at the
+    // first hit, so a replace-all over a column stays linear.
+    const auto matches = [&](const Row &stored) {
+        const CUGCell *found = cellOf(stored, column);
+        return found && findMatches(found->text(), text, flags);
+    };
+    long hit = 0;
+    bool found = false;
     if (flags & FindUp) {
-        for (auto it = cells.rbegin(); it != cells.rend(); ++it) {
-            if (it->first < number && matches(*it)) {
-                number = it->first;
-                return 0;
+        if (number > 0) {
+            m_rows.forEachBackFrom(number - 1, [&](long rowNumber, Row &stored) {
+                found = matches(stored);
+                hit = rowNumber;
+                return !found;
+            });
+        }
+        for (auto it = m_headingRows.rbegin(); !found && it != m_headingRows.rend(); ++it) {
+            if (it->first < number && matches(it->second)) {
+                found = true;
+                hit = it->first;
             }
         }
-        return 1;
-    }
-    for (const auto &entry : cells) {
-        if (entry.first > number && matches(entry)) {
-            number = entry.first;
-            return 0;
+    } else {
+        for (auto it = m_headingRows.begin(); !found && it != m_headingRows.end(); ++it) {
+            if (it->first > number && matches(it->second)) {
+                found = true;
+                hit = it->first;
+            }
+        }
+        if (!found) {
+            m_rows.forEachFrom(std::max(0L, number + 1), [&](long rowNumber, Row &stored) {
+                found = matches(stored);
+                hit = rowNumber;
+                return !found;
+            });
         }
     }
-    return 1;
+    if (!found)
+        return 1;
+    number = hit;
+    return 0;
 }
 
 std::size_t CUGMem::storedRows() const

@@ -128,6 +128,19 @@ public:
         m_root = merge(before, after);
     }
 
+    // The stored rows from `first` on, in order, until visit(row, value)
+    // answers false; rows before `first` cost nothing.
+    void forEachFrom(long first, const std::function<bool(long, Value &)> &visit)
+    {
+        walkFrom(m_root, 0, first, visit);
+    }
+
+    // The stored rows up to `last`, backwards, until visit answers false.
+    void forEachBackFrom(long last, const std::function<bool(long, Value &)> &visit)
+    {
+        walkBackFrom(m_root, 0, last, visit);
+    }
+
     // Every stored row in order: visit(row, value).
     void forEach(const std::function<void(long, Value &)> &visit)
     {
@@ -309,6 +322,31 @@ private:
         visit(next, node->value);
         ++next;
         walk(node->right, next, visit);
+    }
+
+    static bool walkFrom(Node *node, long start, long first, const std::function<bool(long, Value &)> &visit)
+    {
+        if (!node)
+            return true;
+        const long leftEnd = start + span(node->left);
+        const long position = leftEnd + node->gap;
+        if (first < leftEnd && !walkFrom(node->left, start, first, visit))
+            return false;
+        if (position >= first && !visit(position, node->value))
+            return false;
+        return walkFrom(node->right, position + 1, first, visit);
+    }
+
+    static bool walkBackFrom(Node *node, long start, long last, const std::function<bool(long, Value &)> &visit)
+    {
+        if (!node)
+            return true;
+        const long position = start + span(node->left) + node->gap;
+        if (position < last && !walkBackFrom(node->right, position + 1, last, visit))
+            return false;
+        if (position <= last && !visit(position, node->value))
+            return false;
+        return walkBackFrom(node->left, start, last, visit);
     }
 
     // Nodes come from blocks of their own, handed out in order, so a store

@@ -1,5 +1,6 @@
 #include "uikit/cellbuttonpainter.h"
 
+#include "grid/cugcelltype.h"
 #include "grid/cugctrl.h"
 
 #include <QPainter>
@@ -36,14 +37,8 @@ void CellButtonPainter::drawSeparator(QPainter &painter) const
 void CellButtonPainter::drawFace(QPainter &painter, bool pressed) const
 {
     painter.fillRect(m_button, m_grid.paletteColour(QPalette::Button));
-    const QColor light = m_grid.paletteColour(QPalette::Light);
-    const QColor dark = m_grid.paletteColour(QPalette::Dark);
-    painter.setPen(pressed ? dark : light);
-    painter.drawLine(m_button.topLeft(), m_button.topRight());
-    painter.drawLine(m_button.topLeft(), m_button.bottomLeft());
-    painter.setPen(pressed ? light : dark);
-    painter.drawLine(m_button.bottomLeft(), m_button.bottomRight());
-    painter.drawLine(m_button.topRight(), m_button.bottomRight());
+    drawCellBevel(painter, m_button, !pressed, m_grid.paletteColour(QPalette::Light),
+                  m_grid.paletteColour(QPalette::Dark));
 }
 
 void CellButtonPainter::drawDownArrow(QPainter &painter, const QColor &colour) const

@@ -108,7 +108,10 @@ void CGridEditDlg::OnGetChoices(CVVyrGrid &grid, int, long, CUGCell &, QStringLi
 
 void CGridEditDlg::OnOK()
 {
-    if (m_grid) {
+    // Read-only, the dialog only showed the list: it gives it back whole.
+    if (!m_enabled) {
+        m_result = m_values;
+    } else if (m_grid) {
         m_grid->CommitEdit();
         m_result.clear();
         for (long row = 0; row < m_grid->GetRowCount(); ++row) {

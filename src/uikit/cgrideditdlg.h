@@ -6,7 +6,8 @@
 // rows, and the grid keeps a blank last row for a new record. With choices,
 // column 0 is an editable drop list offering the choices no row holds yet.
 // On OK the result holds the records whose every cell has a text, row by
-// row; incomplete rows and the blank row are dropped. Escape while a cell
+// row; incomplete rows and the blank row are dropped. A read-only dialog
+// gives back the values it was given. Escape while a cell
 // is being edited ends the edit only; the next Escape closes the dialog.
 #ifndef VYR_UIKIT_CGRIDEDITDLG_H
 #define VYR_UIKIT_CGRIDEDITDLG_H

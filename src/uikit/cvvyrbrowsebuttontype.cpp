@@ -64,16 +64,18 @@ void CVVyrBrowseButtonType::EditRect(QRect &rect, const CUGCell &cell) const
         rect = QRect(rect.topLeft(), QSize(0, 0));
 }
 
-bool CVVyrBrowseButtonType::mayBrowse(int column, long row) const
+bool CVVyrBrowseButtonType::mayBrowse(int column, long row, bool toView) const
 {
     CUGCell cell;
     ctrl()->GetCellResolved(column, row, cell);
-    return !isDisabledCell(cell) && !cell.isReadOnly();
+    return !isDisabledCell(cell) && (toView || !cell.isReadOnly());
 }
 
 void CVVyrBrowseButtonType::Browse(int column, long row)
 {
-    if (mayBrowse(column, row))
+    // A read-only cell's editor may still show its value; the grid keeps the
+    // cell as it was.
+    if (mayBrowse(column, row, true))
         RaiseEvent(column, row, CVVyrGrid::kBrowseEvent, 0);
 }
 
@@ -157,7 +159,7 @@ QString CVVyrBrowseButtonType::AccessibleName(const CUGCell &cell) const
 
 QStringList CVVyrBrowseButtonType::AccessibleActions(const CUGCell &cell) const
 {
-    if (isDisabledCell(cell) || cell.isReadOnly())
+    if (isDisabledCell(cell))
         return {};
     return {QAccessibleActionInterface::pressAction()};
 }
@@ -182,7 +184,7 @@ const void *CVVyrColourPickType::TypeIdentifier() const
 
 void CVVyrColourPickType::Browse(int column, long row)
 {
-    if (!mayBrowse(column, row))
+    if (!mayBrowse(column, row, false))
         return;
     const QString text = ctrl()->GetCellText(column, row);
     const QColor initial = colourOf(text).value_or(QColor(Qt::black));

@@ -11,7 +11,9 @@
 // cell's colour text ("r,g,b" fractions, util/colourtext.h); in the
 // editable look a swatch of the colour stands left of the button.
 //
-// Neither does anything for a disabled or read-only cell.
+// Neither does anything for a disabled cell. A read-only cell's button may
+// open its editor to show the value (the grid keeps the cell as it was);
+// the colour dialog, which has nothing to show, stays shut.
 #ifndef VYR_UIKIT_CVVYRBROWSEBUTTONTYPE_H
 #define VYR_UIKIT_CVVYRBROWSEBUTTONTYPE_H
 
@@ -44,8 +46,9 @@ public:
     int buttonWidth() const;
 
 protected:
-    // Whether the cell may be browsed: neither disabled nor read-only.
-    bool mayBrowse(int column, long row) const;
+    // Whether the cell may be browsed: not disabled, and - unless only to
+    // view it - not read-only.
+    bool mayBrowse(int column, long row, bool toView) const;
     // The button and, in the editable look, the text beside it.
     void paintButton(QPainter &painter, const QRect &rect, const CUGCell &cell, bool selected,
                      QRect *textArea) const;

@@ -193,7 +193,12 @@ void CVVyrGrid::EnableCell(int column, long row, bool enable)
         return;
     CUGCell cell;
     GetCell(column, row, cell);
+    // Colours only: whether the cell is read-only is the grid's business.
+    const bool readOnly = cell.isReadOnly();
+    const bool readOnlySet = cell.isSet(CUGCell::ReadOnly);
     cell.addInfoFrom(enabledLook(enable));
+    cell.setReadOnly(readOnly);
+    cell.setPropertyFlag(CUGCell::ReadOnly, readOnlySet);
     cell.setPropertyFlag(kDisabledCellMark, !enable);
     SetCell(column, row, cell);
     RepaintCell(column, row);
@@ -225,7 +230,8 @@ void CVVyrGrid::CommitEdit()
 {
     if (!IsEditing())
         return;
-    EndEdit(m_editor->editText(), false, false, 0, 0);
+    const auto *editor = dynamic_cast<const CUGEditBase *>(GetEditor());
+    EndEdit(editor ? editor->editText() : QString(), false, false, 0, 0);
 }
 
 // --- Hooks of the grid control
@@ -273,20 +279,21 @@ void CVVyrGrid::OnCellLeftClick(int, long row, bool pressed, const QRect &, cons
 
 void CVVyrGrid::OnCellDoubleClick(int column, long row, const QRect &, const QPoint &, bool)
 {
-    if (!m_enabled)
+    // The press before could not make a disabled cell current: nothing is
+    // edited then, least of all another cell.
+    if (!m_enabled || column != GetCurrentCol() || row != GetCurrentRow())
         return;
-    if (isNewRow(row) && !useNewRow())
-        return;
-    CUGCell cell;
-    GetCellResolved(column, row, cell);
-    if (!cell.isReadOnly())
-        BeginEdit(0);
+    editCurrentCell(0);
 }
 
 int CVVyrGrid::OnBeginEdit(int column, long row, QWidget *&editor)
 {
     CUGCell cell;
     GetCellResolved(column, row, cell);
+    // A cell that became disabled under the current cell (a sort, a new
+    // type) is never edited.
+    if (isDisabledCell(cell))
+        return 0;
     const int type = cell.cellType();
     // A drop list or a button is typed into only in its editable look.
     if ((type == m_dropListId || type == m_browseId || type == m_colourId)
@@ -300,6 +307,25 @@ int CVVyrGrid::OnBeginEdit(int column, long row, QWidget *&editor)
 int CVVyrGrid::OnEditNextCell(int, long, int &, long &)
 {
     return 0;
+}
+
+int CVVyrGrid::OnEndEdit(int, long, QWidget *, const QString &, bool cancelled)
+{
+    if (cancelled)
+        m_history.cancelJoin();
+    return 1;
+}
+
+void CVVyrGrid::OnUserActionBegins()
+{
+    if (!m_replaying)
+        m_history.begin(GetCurrentCol(), GetCurrentRow());
+}
+
+void CVVyrGrid::OnUserActionEnds()
+{
+    if (!m_replaying)
+        m_history.end();
 }
 
 void CVVyrGrid::OnLayoutComponents(Layout &layout)
@@ -356,16 +382,26 @@ long CVVyrGrid::OnCellTypeEvent(int typeId, int column, long row, int message, s
         return 1;
     }
     if ((typeId == m_browseId || typeId == m_colourId) && message == kBrowseEvent) {
-        if (!handler)
-            return OnBrowse(column, row);
         UndoStep step(*this);
-        const QString before = cell.text();
-        if (isNewRow(row) && !useNewRow())
-            return 0;
-        handler->OnBrowse(*this, column, row, cell);
-        SetCell(column, row, cell);
+        if (!handler)
+            return cell.isReadOnly() ? 0 : OnBrowse(column, row);
+        // The handler works on a copy: a read-only cell only shows its value,
+        // and the new row becomes a record only when it gets a text.
+        CUGCell browsed = cell;
+        handler->OnBrowse(*this, column, row, browsed);
+        if (cell.isReadOnly() || (isNewRow(row) && browsed.text() == cell.text()))
+            return 1;
+        if (isNewRow(row)) {
+            if (!useNewRow())
+                return 0;
+            CUGCell fresh;
+            GetCellResolved(column, row, fresh);
+            fresh.setText(browsed.text());
+            browsed = fresh;
+        }
+        SetCell(column, row, browsed);
         RepaintCell(column, row);
-        if (cell.text() != before)
+        if (browsed.text() != cell.text())
             OnCellChange(column, row, ug::TextBrowsed);
         return 1;
     }
@@ -379,8 +415,11 @@ int CVVyrGrid::StoreUserText(int column, long row, const QString &text, ug::Text
     // blank row goes below it first.
     if (isNewRow(row) && !useNewRow())
         return ug::Refused;
+    const QString before = GetCellText(column, row);
     const int result = CUGCtrl::StoreUserText(column, row, text, source);
-    if (result == ug::Success)
+    // The same text again (the same type chosen twice) changes nothing a
+    // subclass derives from it.
+    if (result == ug::Success && text != before)
         OnCellChange(column, row, source);
     return result;
 }

@@ -103,6 +103,30 @@ public:
     // --- Enabling
     virtual void EnableCell(int column, long row, bool enable);
     virtual bool IsCellEnabled(int column, long row);
+
+    // Ends an edit in progress with the editor's text, not continuing.
+    // Call it before reading or checking the grid.
+    virtual void CommitEdit();
+
+protected:
+    // --- Hooks for subclasses
+    // A blank row was added (by a person or AppendBlankRow); false refuses
+    // it, and it is deleted again. The base accepts.
+    virtual bool OnRowAdded(long row);
+    // A drop list entry was chosen in a cell without a handler; false keeps
+    // the cell's text. The base accepts.
+    virtual bool OnChoiceSelected(int column, long row, const QString &text);
+    // A drop list without a handler opens; the base adds nothing.
+    virtual void OnGetChoices(int column, long row, QStringList &choices);
+    // A browse button without a handler was used; the base does nothing.
+    virtual int OnBrowse(int column, long row);
+
+public:
+    // Keeps `handler` (not owned) in the cell's user value.
+    virtual void SetCellActionHandler(CUGCell &cell, CellActionHandler *handler);
+    // The handler a resolved cell names, or null.
+    static CellActionHandler *CellActionHandlerOf(const CUGCell &cell);
+
     virtual void EnableGrid(bool enable);
     virtual bool IsGridEnabled() const;
     // When false, disabled cells are drawn in their background colour
@@ -110,14 +134,13 @@ public:
     void SetShowDisabledText(bool show) { m_showDisabledText = show; }
     bool showsDisabledText() const { return m_showDisabledText; }
 
-    // Ends an edit in progress with the editor's text, not continuing.
-    // Call it before reading or checking the grid.
-    virtual void CommitEdit();
+protected:
+    // A person changed the cell's text (typed, chose, browsed, pasted,
+    // replaced), or undo, redo or a move of rows put a text there
+    // (ug::TextRestored: derive what follows from the text, change no text).
+    virtual void OnCellChange(int column, long row, ug::TextSource source);
 
-    // Keeps `handler` (not owned) in the cell's user value.
-    virtual void SetCellActionHandler(CUGCell &cell, CellActionHandler *handler);
-    // The handler a resolved cell names, or null.
-    static CellActionHandler *CellActionHandlerOf(const CUGCell &cell);
+public:
 
     // --- Clipboard
     // The texts of the rows holding a selected cell (the current row when
@@ -168,22 +191,6 @@ public:
     long OnCellTypeEvent(int typeId, int column, long row, int message, std::intptr_t parameter) override;
 
 protected:
-    // --- Hooks for subclasses
-    // A blank row was added (by a person or AppendBlankRow); false refuses
-    // it, and it is deleted again. The base accepts.
-    virtual bool OnRowAdded(long row);
-    // A person changed the cell's text (typed, chose, browsed, pasted,
-    // replaced), or undo, redo or a move of rows put a text there
-    // (ug::TextRestored: derive what follows from the text, change no text).
-    virtual void OnCellChange(int column, long row, ug::TextSource source);
-    // A drop list entry was chosen in a cell without a handler; false keeps
-    // the cell's text. The base accepts.
-    virtual bool OnChoiceSelected(int column, long row, const QString &text);
-    // A drop list without a handler opens; the base adds nothing.
-    virtual void OnGetChoices(int column, long row, QStringList &choices);
-    // A browse button without a handler was used; the base does nothing.
-    virtual int OnBrowse(int column, long row);
-
     // --- Grid control hooks
     void OnGridInit() override;
     int OnAllowCellMove(int oldColumn, long oldRow, int newColumn, long newRow) override;
@@ -199,6 +206,10 @@ protected:
     void OnCellWrite(int column, long row, const CUGCell &cell) override;
     int OnBeginEdit(int column, long row, QWidget *&editor) override;
     int OnEditNextCell(int oldColumn, long oldRow, int &newColumn, long &newRow) override;
+    // Subclasses that refuse texts here call the base for what they accept.
+    int OnEndEdit(int column, long row, QWidget *editor, const QString &text, bool cancelled) override;
+    void OnUserActionBegins() override;
+    void OnUserActionEnds() override;
     void OnLayoutComponents(Layout &layout) override;
     QColor OnDefaultBackColour(int section) override;
     void OnPaintFocusFrame(QPainter &painter, const QRect &rect) override;
@@ -222,6 +233,9 @@ protected:
 private:
     // Using the new row appends a blank record first; false when refused.
     bool useNewRow();
+    // F2, typing or a double click: edits the current cell, making the new
+    // row a record first; `firstKey` goes to the editor.
+    void editCurrentCell(int firstKey);
     bool isNewRow(long row) const;
     // Opens a blank row at `row` and asks OnRowAdded; -1 when refused.
     long addBlankRowAt(long row);
@@ -248,6 +262,8 @@ private:
         int right;
     };
     void reselect(const std::vector<SelectedCells> &cells);
+    // Moves the selected rows one place: -1 up, 1 down.
+    void moveSelectedRows(int step);
 
     int m_columnCount;
     bool m_keepNewRow;

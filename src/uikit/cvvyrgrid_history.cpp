@@ -93,7 +93,7 @@ StoredRows CVVyrGrid::storedRows(long row, long count)
 
 void CVVyrGrid::Undo()
 {
-    if (IsEditing())
+    if (IsEditing() || !m_enabled)
         return;
     if (const GridStep *step = m_history.takeUndo())
         replay(*step, true);
@@ -101,7 +101,7 @@ void CVVyrGrid::Undo()
 
 void CVVyrGrid::Redo()
 {
-    if (IsEditing())
+    if (IsEditing() || !m_enabled)
         return;
     if (const GridStep *step = m_history.takeRedo())
         replay(*step, false);
@@ -176,7 +176,12 @@ void CVVyrGrid::replay(const GridStep &step, bool undoing)
                 restoreText(change.column, change.row, change.after);
                 break;
             case GridChange::RowsInserted:
-                InsertRows(change.row, change.count);
+                // The rows come back blank, set up as when they were added;
+                // the step's texts follow.
+                if (InsertRows(change.row, change.count) == ug::Success) {
+                    for (long offset = 0; offset < change.count; ++offset)
+                        OnRowAdded(change.row + offset);
+                }
                 break;
             case GridChange::RowsDeleted:
                 DeleteRows(change.row, change.count);

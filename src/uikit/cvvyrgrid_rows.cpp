@@ -128,74 +128,48 @@ void CVVyrGrid::reselect(const std::vector<SelectedCells> &cells)
 
 void CVVyrGrid::MoveSelectedRowsUp()
 {
-    if (!m_keepNewRow)
-        return;
-    UndoStep step(*this);
-    const int currentColumn = GetCurrentCol();
-    const long currentRow = GetCurrentRow();
-    if (currentColumn >= 0 && currentRow >= 0)
-        SelectCell(currentColumn, currentRow);
-    const long last = GetRowCount() - 1;
-    const std::vector<bool> marked = markedRows();
-    // A selected row moves unless it is at the top, or held there by the
-    // selected rows above it that cannot move either.
-    std::vector<bool> moves(marked.size(), false);
-    bool held = true;
-    for (long row = 0; row < last; ++row) {
-        held = marked[std::size_t(row)] && (row == 0 || held);
-        moves[std::size_t(row)] = marked[std::size_t(row)] && !held;
-    }
-    std::vector<SelectedCells> cells;
-    for (const CUGSelection::Block &block : gridInfo().selection.blocks()) {
-        for (long row = std::max(0L, block.top()); row <= std::min(last - 1, block.bottom()); ++row) {
-            const long to = moves[std::size_t(row)] ? row - 1 : row;
-            cells.push_back({to, block.left(), block.right()});
-        }
-    }
-    BeginBatch();
-    for (long row = 1; row < last; ++row) {
-        if (moves[std::size_t(row)])
-            SwapRows(row, row - 1);
-    }
-    if (currentRow >= 0 && currentRow < last && moves[std::size_t(currentRow)])
-        GotoCell(currentColumn, currentRow - 1);
-    reselect(cells);
-    EndBatch();
-    RepaintAll();
+    moveSelectedRows(-1);
 }
 
 void CVVyrGrid::MoveSelectedRowsDown()
 {
+    moveSelectedRows(1);
+}
+
+void CVVyrGrid::moveSelectedRows(int step)
+{
     if (!m_keepNewRow)
         return;
-    UndoStep step(*this);
+    UndoStep undoStep(*this);
     const int currentColumn = GetCurrentCol();
     const long currentRow = GetCurrentRow();
     if (currentColumn >= 0 && currentRow >= 0)
         SelectCell(currentColumn, currentRow);
-    const long last = GetRowCount() - 1;
+    const long records = GetRowCount() - 1;
     const std::vector<bool> marked = markedRows();
-    // The mirror of moving up: the last record cannot move into the new row.
+    // A selected row moves unless it is the first record on its way (the
+    // top going up, the last record going down - never into the new row),
+    // or is held there by the selected rows before it that cannot move
+    // either.
+    const long first = step < 0 ? 0 : records - 1;
     std::vector<bool> moves(marked.size(), false);
     bool held = true;
-    for (long row = last - 1; row >= 0; --row) {
-        held = marked[std::size_t(row)] && (row == last - 1 || held);
+    for (long row = first; row >= 0 && row < records; row -= step) {
+        held = marked[std::size_t(row)] && held;
         moves[std::size_t(row)] = marked[std::size_t(row)] && !held;
     }
     std::vector<SelectedCells> cells;
     for (const CUGSelection::Block &block : gridInfo().selection.blocks()) {
-        for (long row = std::max(0L, block.top()); row <= std::min(last - 1, block.bottom()); ++row) {
-            const long to = moves[std::size_t(row)] ? row + 1 : row;
-            cells.push_back({to, block.left(), block.right()});
-        }
+        for (long row = std::max(0L, block.top()); row <= std::min(records - 1, block.bottom()); ++row)
+            cells.push_back({moves[std::size_t(row)] ? row + step : row, block.left(), block.right()});
     }
     BeginBatch();
-    for (long row = last - 2; row >= 0; --row) {
+    for (long row = first - step; row >= 0 && row < records; row -= step) {
         if (moves[std::size_t(row)])
-            SwapRows(row, row + 1);
+            SwapRows(row, row + step);
     }
-    if (currentRow >= 0 && currentRow < last && moves[std::size_t(currentRow)])
-        GotoCell(currentColumn, currentRow + 1);
+    if (currentRow >= 0 && currentRow < records && moves[std::size_t(currentRow)])
+        GotoCell(currentColumn, currentRow + step);
     reselect(cells);
     EndBatch();
     RepaintAll();
@@ -345,17 +319,12 @@ void CVVyrGrid::OnCellKey(int &key, bool)
         }
         key = 0;
         return;
-    case Qt::Key_F2: {
+    case Qt::Key_F2:
         key = 0;
         // A read-only grid never grows, not even by its new row.
-        if (!m_enabled || (isNewRow(GetCurrentRow()) && !useNewRow()))
-            return;
-        CUGCell cell;
-        GetCellResolved(GetCurrentCol(), GetCurrentRow(), cell);
-        if (!cell.isReadOnly())
-            BeginEdit(0);
+        if (m_enabled)
+            editCurrentCell(0);
         return;
-    }
     case Qt::Key_C:
         if (control && !shift) {
             CopySelectedRows();
@@ -392,12 +361,19 @@ void CVVyrGrid::OnCellChar(QChar &character, bool)
 {
     if (character == u'\t' || character == QChar(0x1b) || character == u'\b' || !m_enabled)
         return;
-    if (isNewRow(GetCurrentRow()) && !useNewRow())
+    editCurrentCell(character.unicode());
+}
+
+void CVVyrGrid::editCurrentCell(int firstKey)
+{
+    const bool madeRecord = isNewRow(GetCurrentRow());
+    if (madeRecord && !useNewRow())
         return;
     CUGCell cell;
     GetCellResolved(GetCurrentCol(), GetCurrentRow(), cell);
-    if (!cell.isReadOnly())
-        BeginEdit(character.unicode());
+    // The blank row made for the edit and the edit undo as one.
+    if (!cell.isReadOnly() && BeginEdit(firstKey) == ug::Success && madeRecord)
+        m_history.joinNext();
 }
 
 } // namespace vyr

@@ -1,5 +1,7 @@
 #include "uikit/gridhistory.h"
 
+#include <utility>
+
 namespace vyr {
 
 GridHistory::GridHistory(std::size_t limit)
@@ -11,6 +13,12 @@ void GridHistory::begin(int column, long row)
 {
     if (m_depth++ > 0)
         return;
+    if (std::exchange(m_joinNext, false) && !m_undo.empty() && m_redo.empty()) {
+        // Rows the last step made stay fresh in the joined one.
+        m_open.emplace(std::move(m_undo.back()));
+        m_undo.pop_back();
+        return;
+    }
     m_open.emplace();
     m_open->column = column;
     m_open->row = row;
@@ -114,6 +122,7 @@ void GridHistory::recordTextsPermuted(long row, std::vector<long> order)
 
 void GridHistory::clear()
 {
+    m_joinNext = false;
     m_undo.clear();
     m_redo.clear();
     if (m_open)

@@ -73,6 +73,10 @@ public:
     // changed nothing is dropped.
     void end();
     bool isOpen() const { return m_depth > 0; }
+    // The next step joins the last one: a blank row made for an edit and
+    // the edit are one action. cancelJoin when the edit does not happen.
+    void joinNext() { m_joinNext = true; }
+    void cancelJoin() { m_joinNext = false; }
 
     void recordText(int column, long row, const QString &before, const QString &after);
     // Whether the open step inserted the row (texts written there are
@@ -96,6 +100,7 @@ private:
 
     std::size_t m_limit;
     int m_depth = 0;
+    bool m_joinNext = false;
     std::optional<GridStep> m_open;
     std::deque<GridStep> m_undo;
     std::deque<GridStep> m_redo;

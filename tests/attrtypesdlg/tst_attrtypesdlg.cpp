@@ -197,9 +197,23 @@ void tst_AttrTypesDlg::choosingATypeSetsUpItsArgumentCells()
     grid.GetCellResolved(2, 0, cell);
     QCOMPARE(cell.mask(), QString("99999999"));
 
+    // The same type chosen again keeps what was entered for it.
+    grid.SetCellText(2, 0, "12");
+    QVERIFY(ui.choose(0, "numeric"));
+    QCOMPARE(grid.GetCellString(0, 2), QString("12"));
+
     QVERIFY(ui.choose(0, "date"));
     QVERIFY(!grid.IsCellEnabled(2, 0));
     QCOMPARE(grid.GetRowType(0)->name(), std::string("date"));
+
+    // A row added, undone and done again is set up as a new row: the domain
+    // cell of a format without domains stays out of reach.
+    grid.GotoCell(1, 0);
+    QTest::keyClick(&grid, Qt::Key_Insert);
+    grid.Undo();
+    grid.Redo();
+    QVERIFY(!grid.IsCellEnabled(4, 0));
+    QVERIFY(!grid.IsCellEnabled(2, 0));
 }
 
 void tst_AttrTypesDlg::rowTypesGoInAndComeOut()
@@ -404,6 +418,17 @@ void tst_AttrTypesDlg::readerFormatsOpenReadOnlyEditors()
     QVERIFY(readOnly);
     QCOMPARE(grid.GetCellString(row, 1), QString("a"));
 
+    // A read-only grid still shows a list's values, and keeps them.
+    grid.EnableGrid(false);
+    bool shown = false;
+    test::answerNextDialog([&shown](QDialog *) {
+        shown = true;
+        return true;
+    });
+    QTest::keyClick(&grid, Qt::Key_Return);
+    QVERIFY(shown);
+    QCOMPARE(grid.GetCellString(row, 1), QString("a"));
+
     // The domain dialogs of a reader show everything, and allow nothing.
     CRangeDomainDlg range({"r", "int", "0", "9"}, mappings.get(), false);
     QVERIFY(range.Create());
@@ -443,9 +468,21 @@ void tst_AttrTypesDlg::rangeDomainShowsItsList()
     QVERIFY(unknown.Create());
     unknown.show();
     QVERIFY(unknown.typeGrid()->GetCellString(0, 0).isEmpty());
-    UnattendedRun run;
-    QVERIFY(run.accept(unknown));
+    {
+        UnattendedRun run;
+        QVERIFY(run.accept(unknown));
+    }
     QCOMPARE(domainOf(unknown), QStringList({"speed"}));
+
+    // A field type the list does not offer (no "char" for a range) is kept
+    // as it was, arguments and all.
+    CRangeDomainDlg unoffered({"speed", "char(3)", "1", "2"}, mappings.get(), true);
+    QVERIFY(unoffered.Create());
+    unoffered.show();
+    QCOMPARE(unoffered.typeGrid()->GetCellString(0, 1), QString("3"));
+    UnattendedRun run;
+    QVERIFY(run.accept(unoffered));
+    QCOMPARE(domainOf(unoffered), QStringList({"speed", "char(3)", "1", "2"}));
 }
 
 void tst_AttrTypesDlg::domainChecksRefuseAndExplain_data()

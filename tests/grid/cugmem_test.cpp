@@ -58,6 +58,33 @@ TEST(SparseRowsTest, AgreesWithAPlainListOfRows)
         }
         }
     }
+    // Walks from a row, both ways, see the stored rows from there in order.
+    for (const long from : {0L, 37L, 150L, 400L}) {
+        std::vector<long> forward;
+        rows.forEachFrom(from, [&](long row, int &) {
+            forward.push_back(row);
+            return true;
+        });
+        std::vector<long> backward;
+        rows.forEachBackFrom(from, [&](long row, int &) {
+            backward.push_back(row);
+            return true;
+        });
+        std::vector<long> expectedForward;
+        std::vector<long> expectedBackward;
+        for (long row = 0; row < long(reference.size()); ++row) {
+            if (!reference[std::size_t(row)])
+                continue;
+            if (row >= from)
+                expectedForward.push_back(row);
+            else if (row <= from)
+                expectedBackward.insert(expectedBackward.begin(), row);
+        }
+        if (from < long(reference.size()) && reference[std::size_t(from)])
+            expectedBackward.insert(expectedBackward.begin(), from);
+        EXPECT_EQ(forward, expectedForward) << "from " << from;
+        EXPECT_EQ(backward, expectedBackward) << "back from " << from;
+    }
     std::size_t stored = 0;
     rows.forEach([&](long row, int &value) {
         ASSERT_TRUE(reference[row].has_value());

@@ -108,6 +108,8 @@ private slots:
     void endEditWithoutAnEditCountsAsCancelled();
     void editVerifyMayChangeTheCharacterInThePlainEditor();
     void focusFrameGetsTheCellsOwnRectangle();
+    void keysTheEditorLeavesAloneDoNotReachTheGrid();
+    void typingInAMaskedCellReplacesItsValue();
 };
 
 void tst_CUGCtrlFaults::storingACellCanClearAProperty()
@@ -353,6 +355,47 @@ void tst_CUGCtrlFaults::focusFrameGetsTheCellsOwnRectangle()
     grid.GetCellRect(1, 1, cell);
     grid.repaint();
     QTRY_COMPARE(grid.frame, cell);
+}
+
+void tst_CUGCtrlFaults::keysTheEditorLeavesAloneDoNotReachTheGrid()
+{
+    RecordingGrid grid(2, 60);
+    showActive(grid);
+    grid.GotoCell(0, 10);
+    grid.BeginEdit(0);
+    QTRY_VERIFY(grid.GetEditor()->hasFocus());
+    QTest::keyClicks(grid.GetEditor(), "kept");
+    for (const Qt::Key key : {Qt::Key_PageDown, Qt::Key_F2, Qt::Key_End})
+        QTest::keyClick(grid.GetEditor(), key, Qt::ControlModifier);
+    QTest::keyClick(grid.GetEditor(), Qt::Key_PageDown);
+    QCOMPARE(grid.GetCurrentRow(), 10L);
+    QVERIFY(grid.IsEditing());
+    QTest::keyClick(grid.GetEditor(), Qt::Key_Escape);
+    grid.EndEdit("kept", false, false, 0, 0);
+}
+
+void tst_CUGCtrlFaults::typingInAMaskedCellReplacesItsValue()
+{
+    RecordingGrid grid(1, 2);
+    showActive(grid);
+    CUGCell masked;
+    masked.setMask("99999999");
+    grid.SetColumnDefault(0, masked);
+    grid.SetCellText(0, 0, "20");
+    grid.GotoCell(0, 0);
+    grid.BeginEdit('5');
+    QTest::keyClick(grid.GetEditor(), Qt::Key_Return);
+    QCOMPARE(grid.GetCellText(0, 0), QString("5"));
+    // Enter went on to edit the next row.
+    grid.CancelEdit();
+    // A selection erased as a whole.
+    grid.GotoCell(0, 0);
+    grid.BeginEdit(0);
+    QTest::keyClick(grid.GetEditor(), Qt::Key_Delete);
+    QTest::keyClicks(grid.GetEditor(), "42");
+    QTest::keyClick(grid.GetEditor(), Qt::Key_Return);
+    QCOMPARE(grid.GetCellText(0, 0), QString("42"));
+    grid.CancelEdit();
 }
 
 QTEST_MAIN(tst_CUGCtrlFaults)

@@ -81,6 +81,9 @@ private slots:
     void undoAndRedoEveryAction();
     void undoKeepsAHundredSteps();
     void restoredTextsReachTheSubclass();
+    void disabledCellsAreNeverEdited();
+    void browsingTheNewRowAddsARecordOnlyForAText();
+    void replaceAllIsOneUndoStep();
 };
 
 void tst_CVVyrGrid::setupMakesAListEditor()
@@ -676,6 +679,7 @@ void tst_CVVyrGrid::restoredTextsReachTheSubclass()
     GridWindow ui(2, true);
     ListGrid &grid = *ui.grid;
     grid.upperCaseColumn0 = true;
+    fill(grid, {"OLD"});
     QVERIFY(ui.show());
     grid.GotoCell(0, 0);
     type("name");
@@ -683,12 +687,103 @@ void tst_CVVyrGrid::restoredTextsReachTheSubclass()
     QCOMPARE(grid.GetCellString(0, 0), QString("NAME"));
     grid.log.clear();
     grid.Undo();
-    QCOMPARE(grid.GetRowCount(), 2L);
-    QVERIFY(grid.GetCellString(0, 0).isEmpty());
+    QCOMPARE(grid.GetCellString(0, 0), QString("OLD"));
     QVERIFY(grid.log.contains(QStringLiteral("change 0,0 %1").arg(int(ug::TextRestored))));
     grid.Redo();
     // What the subclass made of the typed text comes back with it.
     QCOMPARE(grid.GetCellString(0, 0), QString("NAME"));
+
+    // A record begun by typing on the blank row goes with one undo, and an
+    // edit begun there and cancelled leaves its blank record a step of its
+    // own.
+    grid.GotoCell(0, 1);
+    type("x");
+    QTest::keyClick(grid.GetEditor(), Qt::Key_Return);
+    QCOMPARE(grid.GetRowCount(), 3L);
+    grid.Undo();
+    QCOMPARE(grid.GetRowCount(), 2L);
+    grid.GotoCell(0, 1);
+    type("y");
+    QTest::keyClick(grid.GetEditor(), Qt::Key_Escape);
+    QCOMPARE(grid.GetRowCount(), 3L);
+    grid.GotoCell(0, 0);
+    type("z");
+    QTest::keyClick(grid.GetEditor(), Qt::Key_Return);
+    grid.Undo();
+    QCOMPARE(grid.GetCellString(0, 0), QString("NAME"));
+    QCOMPARE(grid.GetRowCount(), 3L);
+
+    // A read-only grid is not changed by undo either.
+    grid.EnableGrid(false);
+    grid.Undo();
+    QCOMPARE(grid.GetRowCount(), 3L);
+}
+
+void tst_CVVyrGrid::disabledCellsAreNeverEdited()
+{
+    GridWindow ui(2, false);
+    ListGrid &grid = *ui.grid;
+    fill(grid, {"a", "b"});
+    QVERIFY(ui.show());
+    // The current cell becomes disabled under the person's feet.
+    grid.GotoCell(1, 0);
+    grid.EnableCell(1, 0, false);
+    QTest::keyClick(&grid, Qt::Key_F2);
+    QTest::keyClicks(&grid, "x");
+    QVERIFY(!grid.IsEditing());
+    QCOMPARE(grid.GetCellString(0, 1), QString("a.1"));
+    // A double click on a disabled cell edits no other cell either.
+    grid.GotoCell(0, 1);
+    grid.EnableCell(1, 1, false);
+    QRect rect;
+    grid.GetCellRect(1, 1, rect);
+    QTest::mouseDClick(grid.GetGridWidget(), Qt::LeftButton, {}, rect.center());
+    QVERIFY(!grid.IsEditing());
+}
+
+void tst_CVVyrGrid::browsingTheNewRowAddsARecordOnlyForAText()
+{
+    struct Browser : CellActionHandler
+    {
+        QString text;
+        void OnBrowse(CVVyrGrid &, int, long, CUGCell &cell) override
+        {
+            if (!text.isNull())
+                cell.setText(text);
+        }
+    } browser;
+    GridWindow ui(1, true);
+    ListGrid &grid = *ui.grid;
+    CUGCell cell;
+    grid.GetColumnDefault(0, cell);
+    cell.setCellType(grid.BrowseTypeId());
+    grid.SetCellActionHandler(cell, &browser);
+    grid.SetColumnDefault(0, cell);
+    QVERIFY(ui.show());
+    grid.GotoCell(0, 0);
+    QTest::keyClick(&grid, Qt::Key_Return);
+    QCOMPARE(grid.GetRowCount(), 1L);
+    browser.text = "chosen";
+    QTest::keyClick(&grid, Qt::Key_Return);
+    QCOMPARE(grid.GetRowCount(), 2L);
+    QCOMPARE(grid.GetCellString(0, 0), QString("chosen"));
+    QVERIFY(grid.GetCellString(1, 0).isEmpty());
+    grid.Undo();
+    QCOMPARE(grid.GetRowCount(), 1L);
+}
+
+void tst_CVVyrGrid::replaceAllIsOneUndoStep()
+{
+    GridWindow ui(1, true);
+    ListGrid &grid = *ui.grid;
+    fill(grid, {"Item 1", "Item 2", "other", "Item 4"});
+    QVERIFY(ui.show());
+    grid.GotoCell(0, 0);
+    QCOMPARE(grid.FindReplace("Item", "Row", ug::FindPartial | ug::FindReplace, CUGCtrl::ReplaceAllRequest), 0);
+    QCOMPARE(columnTexts(grid, 0), QStringList({"Row 1", "Row 2", "other", "Row 4", ""}));
+    grid.Undo();
+    QCOMPARE(columnTexts(grid, 0), QStringList({"Item 1", "Item 2", "other", "Item 4", ""}));
+    QVERIFY(!grid.CanUndo());
 }
 
 QTEST_MAIN(tst_CVVyrGrid)
