@@ -22,7 +22,6 @@ long CVVyrGrid::addBlankRowAt(long row)
         DeleteRow(row);
         return -1;
     }
-    RepaintAll();
     return row;
 }
 
@@ -48,9 +47,10 @@ long CVVyrGrid::AppendRowTexts(const QStringList &texts)
     const long row = m_keepNewRow ? std::max(0L, GetRowCount() - 1) : GetRowCount();
     if (InsertRow(row) != ug::Success)
         return -1;
+    // The inserted row brings the screen up to date when control returns to
+    // the event loop, once for a whole run of records.
     for (int column = 0; column < m_columnCount; ++column)
         SetCellText(column, row, texts[column]);
-    RepaintAll();
     return row;
 }
 
