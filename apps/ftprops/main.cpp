@@ -58,10 +58,7 @@ void automateNextDialog(const Automation &automation, bool &refused)
         if (run.accept(*dialog))
             return;
         refused = true;
-        QStringList reasons = run.messages();
-        if (reasons.isEmpty())
-            reasons.append(QStringLiteral("the dialog did not take OK"));
-        for (const QString &reason : std::as_const(reasons))
+        for (const QString &reason : run.refusalReasons())
             std::fprintf(stderr, "vyr-ftprops: %s\n", qPrintable(reason));
     });
     poll->start();

@@ -2,6 +2,7 @@
 // or a translator would see it.
 #include "commands.h"
 #include "dialogrunner.h"
+#include "toolarguments.h"
 
 #include "uikit/application.h"
 #include "uikit/caboutdlg.h"
@@ -13,30 +14,6 @@
 #include <memory>
 #include <string>
 
-namespace {
-
-// Reads --screenshot FILE and --accept; false on anything else.
-bool readOptions(std::span<const std::string_view> arguments, DialogOptions &options)
-{
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (arguments[i] == "--accept") {
-            options.accept = true;
-        } else if (arguments[i] == "--screenshot") {
-            if (i + 1 == arguments.size()) {
-                std::fputs("vyrtool: --screenshot needs a file name\n", stderr);
-                return false;
-            }
-            options.screenshot = std::string(arguments[++i]);
-        } else {
-            std::fprintf(stderr, "vyrtool: unknown option \"%.*s\"\n", static_cast<int>(arguments[i].size()),
-                         arguments[i].data());
-            return false;
-        }
-    }
-    return true;
-}
-
-} // namespace
 
 int runDialogCommand(std::string_view command, std::span<const std::string_view> arguments)
 {
@@ -50,9 +27,15 @@ int runDialogCommand(std::string_view command, std::span<const std::string_view>
         templateId = id;
         arguments = arguments.subspan(1);
     }
-    DialogOptions options;
-    if (!readOptions(arguments, options))
+    const std::string name(command);
+    const std::optional<ToolArguments> read = readToolArguments(arguments, {"screenshot"}, name.c_str(), {"accept"});
+    if (!read)
         return 2;
+    if (!read->words.empty()) {
+        std::fprintf(stderr, "vyrtool %s: unexpected \"%s\"\n", name.c_str(), read->words.front().c_str());
+        return 2;
+    }
+    const DialogOptions options = dialogOptions(*read);
     if (!vyr::ensureApplication()) {
         std::fputs("vyrtool: no window can be shown here\n", stderr);
         return 1;
@@ -63,7 +46,7 @@ int runDialogCommand(std::string_view command, std::span<const std::string_view>
     else
         dialog = std::make_unique<vyr::CVyrDialog>(templateId, 0, true, std::string(), nullptr,
                                                    vyr::DialogMode::ModeModal);
-    const DialogOutcome outcome = runToolDialog(*dialog, options, std::string(command).c_str());
+    const DialogOutcome outcome = runToolDialog(*dialog, options, name.c_str());
     if (outcome == DialogOutcome::Accepted || outcome == DialogOutcome::Cancelled)
         std::printf("%d\n", outcome == DialogOutcome::Accepted ? vyr::kEndOk : vyr::kEndCancel);
     return outcome == DialogOutcome::Cancelled ? 0 : exitStatus(outcome);

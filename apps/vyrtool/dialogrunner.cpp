@@ -1,4 +1,5 @@
 #include "dialogrunner.h"
+#include "toolarguments.h"
 
 #include "uikit/cvyrdialog.h"
 #include "uikit/unattendedrun.h"
@@ -9,6 +10,11 @@
 
 #include <cstdio>
 #include <optional>
+
+DialogOptions dialogOptions(const ToolArguments &arguments)
+{
+    return {arguments.option("screenshot").value_or(std::string()), arguments.hasFlag("accept")};
+}
 
 DialogOutcome runToolDialog(vyr::CVyrDialog &dialog, const DialogOptions &options, const char *command)
 {
@@ -32,13 +38,11 @@ DialogOutcome runToolDialog(vyr::CVyrDialog &dialog, const DialogOptions &option
         QTimer::singleShot(0, &dialog, [&] {
             vyr::UnattendedRun run;
             accepted = run.accept(dialog);
-            reasons = run.messages();
+            reasons = run.refusalReasons();
         });
     }
     const int result = dialog.DoModal();
     if (accepted && !*accepted) {
-        if (reasons.isEmpty())
-            reasons.append(QStringLiteral("the dialog did not take OK"));
         for (const QString &reason : std::as_const(reasons))
             std::fprintf(stderr, "vyrtool %s: %s\n", command, qPrintable(reason));
         return DialogOutcome::Refused;

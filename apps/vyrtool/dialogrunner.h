@@ -12,11 +12,16 @@ namespace vyr {
 class CVyrDialog;
 }
 
+struct ToolArguments;
+
 struct DialogOptions
 {
     std::string screenshot;
     bool accept = false;
 };
+
+// --screenshot FILE and --accept as read by readToolArguments.
+DialogOptions dialogOptions(const ToolArguments &arguments);
 
 enum class DialogOutcome {
     // Closed with OK.

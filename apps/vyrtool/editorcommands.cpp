@@ -89,10 +89,7 @@ int runEditorCommand(std::string_view command, std::span<const std::string_view>
         std::fprintf(stderr, "vyrtool %s: no window can be shown here\n", name);
     } else {
         ArgumentEditor editor(*kind, read->words[1], registry, editable);
-        DialogOptions options;
-        options.screenshot = read->option("screenshot").value_or(std::string());
-        options.accept = read->hasFlag("accept");
-        const DialogOutcome outcome = runToolDialog(editor.dialog(), options, name);
+        const DialogOutcome outcome = runToolDialog(editor.dialog(), dialogOptions(*read), name);
         if (outcome == DialogOutcome::Accepted)
             std::printf("%s\n", editor.packedResult().c_str());
         // Drawn only, the editor was not accepted: as a Cancel.

@@ -78,16 +78,20 @@ int CUGMem::GetCell(int column, long number, CUGCell &cell)
     return 0;
 }
 
+CUGCell &CUGMem::cellForWriting(Row &row, int column)
+{
+    auto at = std::lower_bound(row.begin(), row.end(), column,
+                               [](const std::pair<int, CUGCell> &entry, int wanted) { return entry.first < wanted; });
+    if (at == row.end() || at->first != column)
+        at = row.emplace(at, column, CUGCell());
+    return at->second;
+}
+
 int CUGMem::SetCell(int column, long number, const CUGCell &cell)
 {
-    Row &stored = rowForWriting(number);
-    auto at = std::lower_bound(stored.begin(), stored.end(), column,
-                               [](const std::pair<int, CUGCell> &entry, int wanted) { return entry.first < wanted; });
-    if (at == stored.end() || at->first != column)
-        at = stored.emplace(at, column, CUGCell());
     // What the grid stores is the whole cell: a property it left unset is
     // cleared, so that a cell once disabled or coloured can be restored.
-    at->second.copyInfoFrom(cell);
+    cellForWriting(rowForWriting(number), column).copyInfoFrom(cell);
     return 0;
 }
 
@@ -112,16 +116,11 @@ int CUGMem::PermuteTexts(const std::vector<int> &columns, long firstRow, const s
     std::vector<Row *> rows(count);
     for (std::size_t i = 0; i < count; ++i)
         rows[i] = row(firstRow + long(i));
-    const auto cellAt = [](Row &stored, int column) -> CUGCell * {
-        auto at = std::lower_bound(stored.begin(), stored.end(), column,
-                                   [](const std::pair<int, CUGCell> &entry, int wanted) { return entry.first < wanted; });
-        return at != stored.end() && at->first == column ? &at->second : nullptr;
-    };
     std::vector<QString> texts(count);
     std::vector<char> hadText(count);
     for (const int column : columns) {
         for (std::size_t i = 0; i < count; ++i) {
-            CUGCell *cell = rows[i] ? cellAt(*rows[i], column) : nullptr;
+            auto *cell = rows[i] ? const_cast<CUGCell *>(cellOf(*rows[i], column)) : nullptr;
             hadText[i] = cell && cell->isSet(CUGCell::Text);
             if (hadText[i])
                 texts[i] = cell->takeText();
@@ -132,15 +131,7 @@ int CUGMem::PermuteTexts(const std::vector<int> &columns, long firstRow, const s
                 continue;
             if (!rows[i])
                 rows[i] = &rowForWriting(firstRow + long(i));
-            CUGCell *cell = cellAt(*rows[i], column);
-            if (!cell) {
-                Row &stored = *rows[i];
-                auto at = std::lower_bound(
-                    stored.begin(), stored.end(), column,
-                    [](const std::pair<int, CUGCell> &entry, int wanted) { return entry.first < wanted; });
-                cell = &stored.emplace(at, column, CUGCell())->second;
-            }
-            cell->setText(std::move(texts[from]));
+            cellForWriting(*rows[i], column).setText(std::move(texts[from]));
         }
     }
     return 0;

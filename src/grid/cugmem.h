@@ -45,6 +45,8 @@ private:
     Row *row(long number) const;
     Row &rowForWriting(long number);
     static const CUGCell *cellOf(const Row &row, int column);
+    // The row's cell of the column, made empty when there is none.
+    static CUGCell &cellForWriting(Row &row, int column);
 
     SparseRows<Row> m_rows;
     std::map<long, Row> m_headingRows;

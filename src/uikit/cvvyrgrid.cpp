@@ -126,7 +126,7 @@ void CVVyrGrid::OnGridInit()
 
 // --- Enabling
 
-CUGCell CVVyrGrid::enabledLook(bool cellEnabled) const
+CUGCell CVVyrGrid::enabledLook(bool cellEnabled, bool readOnlyToo) const
 {
     CUGCell look;
     if (m_enabled) {
@@ -140,7 +140,8 @@ CUGCell CVVyrGrid::enabledLook(bool cellEnabled) const
         look.setBackColor(m_colours.disabledBack);
         look.setHighlightBackColor(m_colours.disabledBack);
     }
-    look.setReadOnly(!m_enabled);
+    if (readOnlyToo)
+        look.setReadOnly(!m_enabled);
     if (cellEnabled)
         return look;
     // A disabled cell keeps its disabled look in an enabled grid, and shows
@@ -157,8 +158,8 @@ void CVVyrGrid::EnableGrid(bool enable)
 {
     m_enabled = enable;
     // Laid over each cell, a look's colours are shared, not copied.
-    const CUGCell enabledCell = enabledLook(true);
-    const CUGCell disabledCell = enabledLook(false);
+    const CUGCell enabledCell = enabledLook(true, true);
+    const CUGCell disabledCell = enabledLook(false, true);
     CUGCell cell;
     GetDefaultCell(cell);
     cell.addInfoFrom(enabledCell);
@@ -194,11 +195,7 @@ void CVVyrGrid::EnableCell(int column, long row, bool enable)
     CUGCell cell;
     GetCell(column, row, cell);
     // Colours only: whether the cell is read-only is the grid's business.
-    const bool readOnly = cell.isReadOnly();
-    const bool readOnlySet = cell.isSet(CUGCell::ReadOnly);
-    cell.addInfoFrom(enabledLook(enable));
-    cell.setReadOnly(readOnly);
-    cell.setPropertyFlag(CUGCell::ReadOnly, readOnlySet);
+    cell.addInfoFrom(enabledLook(enable, false));
     cell.setPropertyFlag(kDisabledCellMark, !enable);
     SetCell(column, row, cell);
     RepaintCell(column, row);

@@ -244,9 +244,9 @@ private:
     // Writes one pasted record from `firstColumn` on; the refused cells.
     long writePastedRecord(long row, int firstColumn, const StringList &fields);
     void readColours();
-    // The colours and read-only state of an enabled or a disabled cell in
-    // the grid as it is enabled now.
-    CUGCell enabledLook(bool cellEnabled) const;
+    // The colours of an enabled or a disabled cell in the grid as it is
+    // enabled now, and with `readOnlyToo` the grid's read-only state.
+    CUGCell enabledLook(bool cellEnabled, bool readOnlyToo) const;
     // Rows that hold a selected cell, with the current row, in order.
     std::vector<bool> markedRows();
     StoredRows storedRows(long row, long count);

@@ -39,29 +39,31 @@ void GridHistory::end()
     m_open.reset();
 }
 
+GridChange &GridHistory::push(GridChange::Kind kind, long row, long count)
+{
+    GridChange &change = m_open->changes.emplace_back();
+    change.kind = kind;
+    change.row = row;
+    change.count = count;
+    return change;
+}
+
 void GridHistory::recordText(int column, long row, const QString &before, const QString &after)
 {
     if (!m_open)
         return;
-    GridChange change;
-    change.kind = GridChange::Text;
+    GridChange &change = push(GridChange::Text, row, 0);
     change.column = column;
-    change.row = row;
     change.before = before;
     change.after = after;
-    change.removedByUndo = row >= m_freshFirst && row < m_freshEnd;
-    m_open->changes.push_back(std::move(change));
+    change.removedByUndo = isFreshRow(row);
 }
 
 void GridHistory::recordRowsInserted(long row, long count)
 {
     if (!m_open || count <= 0)
         return;
-    GridChange change;
-    change.kind = GridChange::RowsInserted;
-    change.row = row;
-    change.count = count;
-    m_open->changes.push_back(std::move(change));
+    push(GridChange::RowsInserted, row, count);
     // The run of fresh rows grows when the rows join it, and shifts when
     // they come before it; rows inserted apart start a new run.
     if (m_freshFirst == m_freshEnd || row > m_freshEnd) {
@@ -75,15 +77,18 @@ void GridHistory::recordRowsInserted(long row, long count)
     }
 }
 
-void GridHistory::recordRowsRemoved(long row, long count)
+void GridHistory::recordRowsDeleted(long row, long count, StoredRows cells)
 {
+    if (!m_open || count <= 0)
+        return;
+    push(GridChange::RowsDeleted, row, count).rows = std::make_unique<GridChange::Rows>(GridChange::Rows{std::move(cells), {}});
+    // Rows of the fresh run shift up, or - when others go with them - the
+    // run is given up.
     const long end = row + count;
     if (end <= m_freshFirst) {
         m_freshFirst -= count;
         m_freshEnd -= count;
     } else if (row < m_freshEnd) {
-        // Rows of the run go with others: keep what stays of the run only
-        // when the removed rows lie inside it.
         if (row >= m_freshFirst && end <= m_freshEnd) {
             m_freshEnd -= count;
         } else {
@@ -93,31 +98,13 @@ void GridHistory::recordRowsRemoved(long row, long count)
     }
 }
 
-void GridHistory::recordRowsDeleted(long row, long count, StoredRows cells)
-{
-    if (!m_open || count <= 0)
-        return;
-    GridChange change;
-    change.kind = GridChange::RowsDeleted;
-    change.row = row;
-    change.count = count;
-    change.rows = std::make_unique<GridChange::Rows>();
-    change.rows->cells = std::move(cells);
-    m_open->changes.push_back(std::move(change));
-    recordRowsRemoved(row, count);
-}
-
 void GridHistory::recordTextsPermuted(long row, std::vector<long> order)
 {
     if (!m_open || order.empty())
         return;
-    GridChange change;
-    change.kind = GridChange::TextsPermuted;
-    change.row = row;
-    change.count = long(order.size());
-    change.rows = std::make_unique<GridChange::Rows>();
-    change.rows->order = std::move(order);
-    m_open->changes.push_back(std::move(change));
+    const long count = long(order.size());
+    push(GridChange::TextsPermuted, row, count).rows
+        = std::make_unique<GridChange::Rows>(GridChange::Rows{{}, std::move(order)});
 }
 
 void GridHistory::clear()

@@ -96,7 +96,7 @@ public:
     const GridStep *takeRedo();
 
 private:
-    void recordRowsRemoved(long row, long count);
+    GridChange &push(GridChange::Kind kind, long row, long count);
 
     std::size_t m_limit;
     int m_depth = 0;

@@ -55,6 +55,14 @@ public:
         return false;
     }
 
+    // Why OK was refused: the message boxes not shown during this run, or
+    // that the dialog said nothing.
+    static QStringList refusalReasons()
+    {
+        const QStringList shown = messages();
+        return shown.isEmpty() ? QStringList{QStringLiteral("the dialog did not take OK")} : shown;
+    }
+
     // The texts of the message boxes not shown during this run.
     static QStringList messages()
     {
