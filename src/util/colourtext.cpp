@@ -10,19 +10,11 @@ namespace vyr {
 
 namespace {
 
-std::string_view trimBlanks(std::string_view text)
-{
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos)
-        return {};
-    const auto last = text.find_last_not_of(" \t");
-    return text.substr(first, last - first + 1);
-}
-
 std::optional<std::uint8_t> byteOf(std::string_view part)
 {
+    // parseDouble takes the blanks around the number.
     double fraction = 0;
-    if (!parseDouble(trimBlanks(part), fraction) || !std::isfinite(fraction))
+    if (!parseDouble(part, fraction) || !std::isfinite(fraction))
         return std::nullopt;
     // Truncated toward zero, then wrapped into a byte, as a cast of the
     // truncated number to a byte would; fmod keeps huge values defined.

@@ -8,6 +8,7 @@
 #include "grid/cugedit.h"
 #include "grid/cugmaskededit.h"
 #include "grid/cugmem.h"
+#include "support/gridwindow.h"
 #include "support/modalanswers.h"
 
 #include <QAccessible>
@@ -20,43 +21,10 @@
 
 using namespace vyr;
 using vyr::test::RecordingGrid;
+using vyr::test::showActive;
+using GridDialog = vyr::test::GridWindow<RecordingGrid>;
 
 namespace {
-
-// A dialog with a field, the grid and another field, in that tab order, and
-// an OK button that counts its presses.
-struct GridDialog
-{
-    QDialog dialog;
-    QLineEdit *before = nullptr;
-    RecordingGrid *grid = nullptr;
-    QLineEdit *after = nullptr;
-    QPushButton *ok = nullptr;
-    int accepted = 0;
-
-    GridDialog(int columns, long rows)
-    {
-        auto *layout = new QVBoxLayout(&dialog);
-        before = new QLineEdit(&dialog);
-        grid = new RecordingGrid(columns, rows, &dialog);
-        after = new QLineEdit(&dialog);
-        ok = new QPushButton(QStringLiteral("OK"), &dialog);
-        ok->setDefault(true);
-        layout->addWidget(before);
-        layout->addWidget(grid);
-        layout->addWidget(after);
-        layout->addWidget(ok);
-        QObject::connect(ok, &QPushButton::clicked, &dialog, [this] { ++accepted; });
-        dialog.resize(420, 360);
-    }
-};
-
-void showActive(QWidget &widget)
-{
-    widget.show();
-    widget.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&widget));
-}
 
 // Sets every column to an equal share of the cell area, as list grids do.
 class EvenColumnsGrid : public RecordingGrid
@@ -135,7 +103,7 @@ void tst_CUGCtrlFaults::storingACellCanClearAProperty()
 void tst_CUGCtrlFaults::tabInTheMaskedEditorMovesToTheNextCell()
 {
     GridDialog ui(3, 2);
-    showActive(ui.dialog);
+    QVERIFY(showActive(ui.window));
     CUGCell masked;
     masked.setMask("000");
     ui.grid->SetColumnDefault(0, masked);
@@ -164,13 +132,13 @@ void tst_CUGCtrlFaults::tabInTheMaskedEditorMovesToTheNextCell()
 void tst_CUGCtrlFaults::enterInAGridDoesNotPressTheDialogsDefaultButton()
 {
     GridDialog ui(2, 2);
-    showActive(ui.dialog);
+    QVERIFY(showActive(ui.window));
     ui.grid->setFocus();
     ui.grid->MoveToCell(0, 0);
     QTest::keyClick(ui.grid, Qt::Key_Return);
     QTest::keyClick(ui.grid, Qt::Key_Enter);
     QCOMPARE(ui.accepted, 0);
-    QVERIFY(ui.dialog.isVisible());
+    QVERIFY(ui.window.isVisible());
     // Control+Enter is the way to the default button from a grid.
     QTest::keyClick(ui.grid, Qt::Key_Return, Qt::ControlModifier);
     QCOMPARE(ui.accepted, 1);
@@ -189,7 +157,7 @@ void tst_CUGCtrlFaults::tabLeavesAGridWithoutCells()
     QFETCH(int, columns);
     QFETCH(long, rows);
     GridDialog ui(columns, rows);
-    showActive(ui.dialog);
+    QVERIFY(showActive(ui.window));
     ui.grid->setFocus();
     QTRY_VERIFY(ui.grid->hasFocus());
     QTest::keyClick(ui.grid, Qt::Key_Tab);
@@ -299,7 +267,7 @@ void tst_CUGCtrlFaults::assistiveTechnologyCannotWriteAReadOnlyCell()
 void tst_CUGCtrlFaults::hScrollHeightZeroHidesTheBar()
 {
     RecordingGrid grid(30, 100);
-    showActive(grid);
+    QVERIFY(showActive(grid));
     QVERIFY(grid.horizontalScrollBar()->isVisible());
     QCOMPARE(grid.SetHScrollHeight(0), 0);
     QTRY_VERIFY(!grid.horizontalScrollBar()->isVisible());
@@ -333,7 +301,7 @@ void tst_CUGCtrlFaults::endEditWithoutAnEditCountsAsCancelled()
 void tst_CUGCtrlFaults::editVerifyMayChangeTheCharacterInThePlainEditor()
 {
     RecordingGrid grid(2, 2);
-    showActive(grid);
+    QVERIFY(showActive(grid));
     grid.verify = [](QChar &character) {
         character = character.toUpper();
         return true;
@@ -349,7 +317,7 @@ void tst_CUGCtrlFaults::editVerifyMayChangeTheCharacterInThePlainEditor()
 void tst_CUGCtrlFaults::focusFrameGetsTheCellsOwnRectangle()
 {
     FrameGrid grid(3, 3);
-    showActive(grid);
+    QVERIFY(showActive(grid));
     grid.MoveToCell(1, 1);
     QRect cell;
     grid.GetCellRect(1, 1, cell);
@@ -360,7 +328,7 @@ void tst_CUGCtrlFaults::focusFrameGetsTheCellsOwnRectangle()
 void tst_CUGCtrlFaults::keysTheEditorLeavesAloneDoNotReachTheGrid()
 {
     RecordingGrid grid(2, 60);
-    showActive(grid);
+    QVERIFY(showActive(grid));
     grid.GotoCell(0, 10);
     grid.BeginEdit(0);
     QTRY_VERIFY(grid.GetEditor()->hasFocus());
@@ -377,7 +345,7 @@ void tst_CUGCtrlFaults::keysTheEditorLeavesAloneDoNotReachTheGrid()
 void tst_CUGCtrlFaults::typingInAMaskedCellReplacesItsValue()
 {
     RecordingGrid grid(1, 2);
-    showActive(grid);
+    QVERIFY(showActive(grid));
     CUGCell masked;
     masked.setMask("99999999");
     grid.SetColumnDefault(0, masked);

@@ -1,20 +1,15 @@
 // A list grid for tests: it writes down its hooks, can refuse new rows and
-// choices, upper-cases what a person types into column 0 (as a subclass
-// that makes names legal would), and sits in a window between two fields so
-// that the focus has somewhere to go.
+// choices, and upper-cases what a person types into column 0 (as a subclass
+// that makes names legal would). GridWindow<ListGrid> puts it in a window.
 #ifndef VYR_TESTS_LISTGRID_H
 #define VYR_TESTS_LISTGRID_H
 
+#include "support/gridwindow.h"
 #include "uikit/cvvyrgrid.h"
 
-#include <QLineEdit>
 #include <QStringList>
-#include <QVBoxLayout>
-#include <QWidget>
-#include <QtTest>
 
 #include <functional>
-#include <memory>
 
 namespace vyr::test {
 
@@ -65,40 +60,7 @@ protected:
     }
 };
 
-// A field, the grid, another field, in that tab order, in a shown window.
-struct GridWindow
-{
-    QWidget window;
-    QLineEdit *before = nullptr;
-    ListGrid *grid = nullptr;
-    QLineEdit *after = nullptr;
-
-    GridWindow(int columns, bool keepNewRow)
-    {
-        auto *layout = new QVBoxLayout(&window);
-        before = new QLineEdit(&window);
-        before->setObjectName(QStringLiteral("before"));
-        grid = new ListGrid(columns, keepNewRow, &window);
-        after = new QLineEdit(&window);
-        after->setObjectName(QStringLiteral("after"));
-        layout->addWidget(before);
-        layout->addWidget(grid);
-        layout->addWidget(after);
-        window.resize(480, 320);
-        grid->InitializeGrid();
-        grid->log.clear();
-    }
-
-    bool show()
-    {
-        window.show();
-        window.activateWindow();
-        if (!QTest::qWaitForWindowActive(&window))
-            return false;
-        grid->setFocus();
-        return QTest::qWaitFor([this] { return grid->hasFocus(); });
-    }
-};
+using ListGridWindow = GridWindow<ListGrid>;
 
 } // namespace vyr::test
 

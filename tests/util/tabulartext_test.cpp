@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "support/randomtext.h"
 #include "util/tabulartext.h"
 
 
@@ -43,20 +42,6 @@ TEST(TabularText, writesWhatReadsBack)
     const std::string text = formatTabularText(table);
     EXPECT_EQ(text, "plain\t\"with\ttab\"\t\"with \"\"quotes\"\"\"\n\t\"two\nlines\"\t\"cr\r\"\n\n");
     EXPECT_EQ(parseTabularText(text), table);
-}
-
-TEST(TabularText, anyTextReadsToATableThatSurvivesTheTrip)
-{
-    testing::RandomText random(11);
-    for (int round = 0; round < 2000; ++round) {
-        std::string text;
-        for (const std::string &piece : random.list(8, 4, "ab\t\n\r\" "))
-            text += piece;
-        const TextTable table = parseTabularText(text);
-        for (const StringList &record : table)
-            ASSERT_FALSE(record.empty()) << text;
-        ASSERT_EQ(parseTabularText(formatTabularText(table)), table) << "text: \"" << text << "\"";
-    }
 }
 
 } // namespace
