@@ -96,11 +96,11 @@ public:
         m_cell.setText(QStringLiteral("11"));
     }
     void visit(const AttrTypeArgBinIntWidth &) override { widthList(QStringLiteral("2\n4\n")); }
-    void visit(const AttrTypeArgStringSet &arg) override { browse(ArgumentEditor::Kind::StringSet, arg); }
-    void visit(const AttrTypeArgStringList &arg) override { browse(ArgumentEditor::Kind::StringList, arg); }
-    void visit(const AttrTypeArgStringMap &arg) override { browse(ArgumentEditor::Kind::StringMap, arg); }
-    void visit(const AttrTypeArgRangeDomain &arg) override { browse(ArgumentEditor::Kind::RangeDomain, arg); }
-    void visit(const AttrTypeArgCodedDomain &arg) override { browse(ArgumentEditor::Kind::CodedDomain, arg); }
+    void visit(const AttrTypeArgStringSet &arg) override { browse(arg); }
+    void visit(const AttrTypeArgStringList &arg) override { browse(arg); }
+    void visit(const AttrTypeArgStringMap &arg) override { browse(arg); }
+    void visit(const AttrTypeArgRangeDomain &arg) override { browse(arg); }
+    void visit(const AttrTypeArgCodedDomain &arg) override { browse(arg); }
     void visit(const AttrTypeArgTemplate &arg) override { arg.prototype().accept(*this); }
 
 private:
@@ -111,8 +111,10 @@ private:
         m_cell.setLabel(label);
     }
 
-    void browse(ArgumentEditor::Kind kind, const AttrTypeArg &arg)
+    // A list-valued kind: a button that opens the kind's editor.
+    void browse(const AttrTypeArg &arg)
     {
+        const ArgumentEditor::Kind kind = *editorKindOf(arg);
         const DataTypeMappings *registry = registryOf(arg);
         m_cell.setCellType(m_cells.m_grid.BrowseTypeId());
         m_cell.setReadOnly(false);

@@ -35,11 +35,8 @@ void CCodedDomainDlg::ShowDefinition(const DomainList &domain)
 
 void CCodedDomainDlg::EnableDefinition(bool enable)
 {
-    if (!m_codes)
-        return;
-    m_codes->CommitEdit();
-    m_codes->setEnabled(enable);
-    m_codes->EnableGrid(enable);
+    if (m_codes)
+        m_codes->EnableControl(enable);
 }
 
 bool CCodedDomainDlg::CheckDefinition()

@@ -69,11 +69,8 @@ bool CDomainDlg::isNameOnly() const
 void CDomainDlg::ApplyEnablingRule()
 {
     const bool enable = m_editable && !isNameOnly();
-    if (m_typeGrid) {
-        m_typeGrid->CommitEdit();
-        m_typeGrid->setEnabled(enable);
-        m_typeGrid->EnableGrid(enable);
-    }
+    if (m_typeGrid)
+        m_typeGrid->EnableControl(enable);
     EnableDefinition(enable);
 }
 

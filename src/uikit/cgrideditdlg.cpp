@@ -46,18 +46,20 @@ bool CGridEditDlg::OnInitDialog()
     }
     m_grid = grid;
     if (!m_choices.isEmpty()) {
+        // The first column offers the choices, in the new row too: it was
+        // stored before the column had them.
+        const auto offerChoices = [this, grid](CUGCell &cell) {
+            cell.setCellType(grid->DropListTypeId());
+            cell.setCellTypeParam(ug::ParamEditable);
+            grid->SetCellActionHandler(cell, this);
+        };
         CUGCell cell;
         grid->GetColumnDefault(0, cell);
-        cell.setCellType(grid->DropListTypeId());
-        cell.setCellTypeParam(ug::ParamEditable);
-        grid->SetCellActionHandler(cell, this);
+        offerChoices(cell);
         grid->SetColumnDefault(0, cell);
-        CUGCell first;
-        grid->GetCellResolved(0, 0, first);
-        first.setCellType(grid->DropListTypeId());
-        first.setCellTypeParam(ug::ParamEditable);
-        grid->SetCellActionHandler(first, this);
-        grid->SetCell(0, 0, first);
+        grid->GetCellResolved(0, 0, cell);
+        offerChoices(cell);
+        grid->SetCell(0, 0, cell);
     }
     for (qsizetype at = 0; at + m_columnCount <= m_values.size(); at += m_columnCount)
         grid->AppendRowTexts(m_values.mid(at, m_columnCount));

@@ -60,14 +60,8 @@ bool CVVyrGrid::event(QEvent *event)
             EnableGrid(m_enabled);
         break;
     case QEvent::ShortcutOverride: {
-        // The clipboard and undo keys belong to the grid, not to the window.
-        auto *key = static_cast<QKeyEvent *>(event);
-        const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
-        const bool control = modifiers == Qt::ControlModifier;
-        const bool controlShift = modifiers == (Qt::ControlModifier | Qt::ShiftModifier);
-        if ((control && (key->key() == Qt::Key_C || key->key() == Qt::Key_V || key->key() == Qt::Key_Z
-                         || key->key() == Qt::Key_Y))
-            || (controlShift && key->key() == Qt::Key_Z)) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (editShortcut(key->key(), key->modifiers()) != EditShortcut::None) {
             event->accept();
             return true;
         }
@@ -186,6 +180,13 @@ void CVVyrGrid::EnableGrid(bool enable)
 bool CVVyrGrid::IsGridEnabled() const
 {
     return m_enabled;
+}
+
+void CVVyrGrid::EnableControl(bool enable)
+{
+    CommitEdit();
+    setEnabled(enable);
+    EnableGrid(enable);
 }
 
 void CVVyrGrid::EnableCell(int column, long row, bool enable)

@@ -129,6 +129,9 @@ public:
 
     virtual void EnableGrid(bool enable);
     virtual bool IsGridEnabled() const;
+    // Enables or disables the grid as one control of a dialog: an edit
+    // under way is taken first, and a disabled grid takes no focus.
+    void EnableControl(bool enable);
     // When false, disabled cells are drawn in their background colour
     // only: their texts stay stored but cannot be seen.
     void SetShowDisabledText(bool show) { m_showDisabledText = show; }
@@ -231,12 +234,18 @@ protected:
     const Colours &colours() const { return m_colours; }
 
 private:
+    // The clipboard and undo keys, which the grid keeps from the window:
+    // Control+C, V, Z and Y, and Control+Shift+Z.
+    enum class EditShortcut { None, Copy, Paste, Undo, Redo };
+    static EditShortcut editShortcut(int key, Qt::KeyboardModifiers modifiers);
     // Using the new row appends a blank record first; false when refused.
     bool useNewRow();
     // F2, typing or a double click: edits the current cell, making the new
     // row a record first; `firstKey` goes to the editor.
     void editCurrentCell(int firstKey);
     bool isNewRow(long row) const;
+    // The rows that are records: all but the new row.
+    long recordCount() const;
     // Opens a blank row at `row` and asks OnRowAdded; -1 when refused.
     long addBlankRowAt(long row);
     // Covers the column defaults' texts in new rows with empty ones.
@@ -251,6 +260,9 @@ private:
     std::vector<bool> markedRows();
     StoredRows storedRows(long row, long count);
     void replay(const GridStep &step, bool undoing);
+    void undoChanges(const GridStep &step);
+    void redoChanges(const GridStep &step);
+    void restoreRows(long row, const StoredRows &rows);
     void restoreText(int column, long row, const QString &text);
     // Reorders row texts and tells the subclass of every text that moved.
     void moveRowTexts(long row, const std::vector<long> &order);

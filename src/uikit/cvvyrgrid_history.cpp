@@ -27,53 +27,36 @@ void CVVyrGrid::OnCellWrite(int column, long row, const CUGCell &cell)
 {
     if (m_replaying || column < 0 || row < 0 || row >= GetRowCount())
         return;
-    const bool open = m_history.isOpen();
-    if (!open && !m_history.canUndo() && !m_history.canRedo())
+    // Nothing to record and nothing to forget: the text need not be read.
+    if (!m_history.isOpen() && !m_history.canUndo() && !m_history.canRedo())
         return;
     // A row the open step inserted goes when the step is undone: what its
     // cells held before need not be read.
-    if (open && m_history.isFreshRow(row)) {
+    if (m_history.isFreshRow(row)) {
         m_history.recordText(column, row, QString(), cell.text());
         return;
     }
     const QString before = GetCellText(column, row);
-    const QString after = cell.text();
-    if (before == after)
-        return;
-    if (open)
-        m_history.recordText(column, row, before, after);
-    else
-        m_history.clear();
+    if (before != cell.text())
+        m_history.recordText(column, row, before, cell.text());
 }
 
 void CVVyrGrid::OnRowsInserted(long row, long count)
 {
-    if (m_replaying)
-        return;
-    if (m_history.isOpen())
+    if (!m_replaying)
         m_history.recordRowsInserted(row, count);
-    else
-        m_history.clear();
 }
 
 void CVVyrGrid::OnRowsDeleting(long row, long count)
 {
-    if (m_replaying)
-        return;
-    if (m_history.isOpen())
-        m_history.recordRowsDeleted(row, count, storedRows(row, count));
-    else
-        m_history.clear();
+    if (!m_replaying)
+        m_history.recordRowsDeleted(row, count, m_history.isOpen() ? storedRows(row, count) : StoredRows());
 }
 
 void CVVyrGrid::OnRowTextsPermuted(long row, const std::vector<long> &order)
 {
-    if (m_replaying)
-        return;
-    if (m_history.isOpen())
+    if (!m_replaying)
         m_history.recordTextsPermuted(row, order);
-    else
-        m_history.clear();
 }
 
 StoredRows CVVyrGrid::storedRows(long row, long count)
@@ -117,81 +100,10 @@ void CVVyrGrid::replay(const GridStep &step, bool undoing)
 {
     m_replaying = true;
     BeginBatch();
-    if (undoing) {
-        // Rows the step inserted one after another go in one deletion.
-        long pendingRow = 0;
-        long pendingCount = 0;
-        const auto flush = [&] {
-            if (pendingCount > 0)
-                DeleteRows(pendingRow, pendingCount);
-            pendingCount = 0;
-        };
-        for (auto change = step.changes.rbegin(); change != step.changes.rend(); ++change) {
-            switch (change->kind) {
-            case GridChange::Text:
-                if (change->removedByUndo)
-                    break;
-                flush();
-                restoreText(change->column, change->row, change->before);
-                break;
-            case GridChange::RowsInserted:
-                if (pendingCount > 0 && change->row + change->count == pendingRow) {
-                    pendingRow = change->row;
-                    pendingCount += change->count;
-                } else {
-                    flush();
-                    pendingRow = change->row;
-                    pendingCount = change->count;
-                }
-                break;
-            case GridChange::TextsPermuted: {
-                flush();
-                const std::vector<long> &order = change->rows->order;
-                std::vector<long> inverse(order.size());
-                for (std::size_t i = 0; i < order.size(); ++i)
-                    inverse[std::size_t(order[i])] = long(i);
-                moveRowTexts(change->row, inverse);
-                break;
-            }
-            case GridChange::RowsDeleted:
-                flush();
-                InsertRows(change->row, change->count);
-                for (long offset = 0; offset < change->count; ++offset) {
-                    const auto &cells = change->rows->cells[std::size_t(offset)];
-                    for (int column = 0; column < int(cells.size()); ++column) {
-                        if (cells[std::size_t(column)])
-                            SetCell(column, change->row + offset, *cells[std::size_t(column)]);
-                    }
-                    for (int column = 0; column < int(cells.size()); ++column)
-                        OnCellChange(column, change->row + offset, ug::TextRestored);
-                }
-                break;
-            }
-        }
-        flush();
-    } else {
-        for (const GridChange &change : step.changes) {
-            switch (change.kind) {
-            case GridChange::Text:
-                restoreText(change.column, change.row, change.after);
-                break;
-            case GridChange::RowsInserted:
-                // The rows come back blank, set up as when they were added;
-                // the step's texts follow.
-                if (InsertRows(change.row, change.count) == ug::Success) {
-                    for (long offset = 0; offset < change.count; ++offset)
-                        OnRowAdded(change.row + offset);
-                }
-                break;
-            case GridChange::RowsDeleted:
-                DeleteRows(change.row, change.count);
-                break;
-            case GridChange::TextsPermuted:
-                moveRowTexts(change.row, change.rows->order);
-                break;
-            }
-        }
-    }
+    if (undoing)
+        undoChanges(step);
+    else
+        redoChanges(step);
     EndBatch();
     m_replaying = false;
     // Back where the step began, or as near as the rows allow.
@@ -199,6 +111,88 @@ void CVVyrGrid::replay(const GridStep &step, bool undoing)
     if (step.column >= 0 && row >= 0)
         GotoCell(std::min(step.column, GetColumnCount() - 1), row);
     RepaintAll();
+}
+
+void CVVyrGrid::undoChanges(const GridStep &step)
+{
+    // Rows the step inserted one after another go in one deletion.
+    long pendingRow = 0;
+    long pendingCount = 0;
+    const auto flush = [&] {
+        if (pendingCount > 0)
+            DeleteRows(pendingRow, pendingCount);
+        pendingCount = 0;
+    };
+    for (auto change = step.changes.rbegin(); change != step.changes.rend(); ++change) {
+        if (change->kind == GridChange::RowsInserted) {
+            if (pendingCount == 0 || change->row + change->count != pendingRow)
+                flush();
+            pendingRow = change->row;
+            pendingCount += change->count;
+            continue;
+        }
+        if (change->kind == GridChange::Text && change->removedByUndo)
+            continue;
+        flush();
+        switch (change->kind) {
+        case GridChange::Text:
+            restoreText(change->column, change->row, change->before);
+            break;
+        case GridChange::TextsPermuted: {
+            const std::vector<long> &order = change->rows->order;
+            std::vector<long> inverse(order.size());
+            for (std::size_t i = 0; i < order.size(); ++i)
+                inverse[std::size_t(order[i])] = long(i);
+            moveRowTexts(change->row, inverse);
+            break;
+        }
+        case GridChange::RowsDeleted:
+            restoreRows(change->row, change->rows->cells);
+            break;
+        case GridChange::RowsInserted:
+            break;
+        }
+    }
+    flush();
+}
+
+void CVVyrGrid::restoreRows(long row, const StoredRows &rows)
+{
+    InsertRows(row, long(rows.size()));
+    for (std::size_t offset = 0; offset < rows.size(); ++offset) {
+        const auto &cells = rows[offset];
+        for (int column = 0; column < int(cells.size()); ++column) {
+            if (cells[std::size_t(column)])
+                SetCell(column, row + long(offset), *cells[std::size_t(column)]);
+        }
+        for (int column = 0; column < int(cells.size()); ++column)
+            OnCellChange(column, row + long(offset), ug::TextRestored);
+    }
+}
+
+void CVVyrGrid::redoChanges(const GridStep &step)
+{
+    for (const GridChange &change : step.changes) {
+        switch (change.kind) {
+        case GridChange::Text:
+            restoreText(change.column, change.row, change.after);
+            break;
+        case GridChange::RowsInserted:
+            // The rows come back blank, set up as when they were added;
+            // the step's texts follow.
+            if (InsertRows(change.row, change.count) == ug::Success) {
+                for (long offset = 0; offset < change.count; ++offset)
+                    OnRowAdded(change.row + offset);
+            }
+            break;
+        case GridChange::RowsDeleted:
+            DeleteRows(change.row, change.count);
+            break;
+        case GridChange::TextsPermuted:
+            moveRowTexts(change.row, change.rows->order);
+            break;
+        }
+    }
 }
 
 // --- Clipboard
@@ -263,7 +257,7 @@ CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
         startRow = m_keepNewRow ? GetRowCount() - 1 : 0;
     const bool onNewRow = isNewRow(startRow);
     const int firstColumn = onNewRow ? 0 : std::max(0, GetCurrentCol());
-    const long records = m_keepNewRow ? GetRowCount() - 1 : GetRowCount();
+    const long records = recordCount();
     const long lines = long(table.size());
     const long overwritten = std::clamp(records - startRow, 0L, lines);
     UndoStep step(*this);

@@ -13,6 +13,11 @@ bool CVVyrGrid::isNewRow(long row) const
     return m_keepNewRow && row >= 0 && row == GetRowCount() - 1;
 }
 
+long CVVyrGrid::recordCount() const
+{
+    return m_keepNewRow ? std::max(0L, GetRowCount() - 1) : GetRowCount();
+}
+
 long CVVyrGrid::addBlankRowAt(long row)
 {
     if (InsertRow(row) != ug::Success)
@@ -44,7 +49,7 @@ long CVVyrGrid::AppendRowTexts(const QStringList &texts)
 {
     if (texts.size() != m_columnCount)
         return -1;
-    const long row = m_keepNewRow ? std::max(0L, GetRowCount() - 1) : GetRowCount();
+    const long row = recordCount();
     if (InsertRow(row) != ug::Success)
         return -1;
     // The inserted row brings the screen up to date when control returns to
@@ -56,7 +61,7 @@ long CVVyrGrid::AppendRowTexts(const QStringList &texts)
 
 long CVVyrGrid::AppendBlankRow()
 {
-    return addBlankRowAt(m_keepNewRow ? std::max(0L, GetRowCount() - 1) : GetRowCount());
+    return addBlankRowAt(recordCount());
 }
 
 bool CVVyrGrid::useNewRow()
@@ -285,11 +290,52 @@ void CVVyrGrid::TabBackward()
 
 // --- Keys and typing
 
+CVVyrGrid::EditShortcut CVVyrGrid::editShortcut(int key, Qt::KeyboardModifiers modifiers)
+{
+    modifiers &= ~Qt::KeypadModifier;
+    if (modifiers == (Qt::ControlModifier | Qt::ShiftModifier))
+        return key == Qt::Key_Z ? EditShortcut::Redo : EditShortcut::None;
+    if (modifiers != Qt::ControlModifier)
+        return EditShortcut::None;
+    switch (key) {
+    case Qt::Key_C:
+        return EditShortcut::Copy;
+    case Qt::Key_V:
+        return EditShortcut::Paste;
+    case Qt::Key_Z:
+        return EditShortcut::Undo;
+    case Qt::Key_Y:
+        return EditShortcut::Redo;
+    default:
+        return EditShortcut::None;
+    }
+}
+
 void CVVyrGrid::OnCellKey(int &key, bool)
 {
     const Qt::KeyboardModifiers modifiers = KeyModifiers();
     const bool control = modifiers & Qt::ControlModifier;
     const bool shift = modifiers & Qt::ShiftModifier;
+    switch (editShortcut(key, modifiers)) {
+    case EditShortcut::Copy:
+        CopySelectedRows();
+        key = 0;
+        return;
+    case EditShortcut::Paste:
+        Paste();
+        key = 0;
+        return;
+    case EditShortcut::Undo:
+        Undo();
+        key = 0;
+        return;
+    case EditShortcut::Redo:
+        Redo();
+        key = 0;
+        return;
+    case EditShortcut::None:
+        break;
+    }
     switch (key) {
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
@@ -324,33 +370,6 @@ void CVVyrGrid::OnCellKey(int &key, bool)
         // A read-only grid never grows, not even by its new row.
         if (m_enabled)
             editCurrentCell(0);
-        return;
-    case Qt::Key_C:
-        if (control && !shift) {
-            CopySelectedRows();
-            key = 0;
-        }
-        return;
-    case Qt::Key_V:
-        if (control && !shift) {
-            Paste();
-            key = 0;
-        }
-        return;
-    case Qt::Key_Z:
-        if (control) {
-            if (shift)
-                Redo();
-            else
-                Undo();
-            key = 0;
-        }
-        return;
-    case Qt::Key_Y:
-        if (control && !shift) {
-            Redo();
-            key = 0;
-        }
         return;
     default:
         return;

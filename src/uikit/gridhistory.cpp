@@ -39,6 +39,14 @@ void GridHistory::end()
     m_open.reset();
 }
 
+bool GridHistory::forgetIfClosed()
+{
+    if (m_open)
+        return false;
+    clear();
+    return true;
+}
+
 GridChange &GridHistory::push(GridChange::Kind kind, long row, long count)
 {
     GridChange &change = m_open->changes.emplace_back();
@@ -50,7 +58,7 @@ GridChange &GridHistory::push(GridChange::Kind kind, long row, long count)
 
 void GridHistory::recordText(int column, long row, const QString &before, const QString &after)
 {
-    if (!m_open)
+    if (forgetIfClosed())
         return;
     GridChange &change = push(GridChange::Text, row, 0);
     change.column = column;
@@ -61,7 +69,7 @@ void GridHistory::recordText(int column, long row, const QString &before, const 
 
 void GridHistory::recordRowsInserted(long row, long count)
 {
-    if (!m_open || count <= 0)
+    if (forgetIfClosed() || count <= 0)
         return;
     push(GridChange::RowsInserted, row, count);
     // The run of fresh rows grows when the rows join it, and shifts when
@@ -79,7 +87,7 @@ void GridHistory::recordRowsInserted(long row, long count)
 
 void GridHistory::recordRowsDeleted(long row, long count, StoredRows cells)
 {
-    if (!m_open || count <= 0)
+    if (forgetIfClosed() || count <= 0)
         return;
     push(GridChange::RowsDeleted, row, count).rows = std::make_unique<GridChange::Rows>(GridChange::Rows{std::move(cells), {}});
     // Rows of the fresh run shift up, or - when others go with them - the
@@ -100,7 +108,7 @@ void GridHistory::recordRowsDeleted(long row, long count, StoredRows cells)
 
 void GridHistory::recordTextsPermuted(long row, std::vector<long> order)
 {
-    if (!m_open || order.empty())
+    if (forgetIfClosed() || order.empty())
         return;
     const long count = long(order.size());
     push(GridChange::TextsPermuted, row, count).rows

@@ -4,8 +4,8 @@
 // A step is opened (begin) before a person's action and closed (end) after
 // it; steps opened inside an open step join it. While a step is open the
 // grid reports every change of a cell's text and every row inserted or
-// deleted. A change outside any step (a page loading its rows, a format
-// change) makes the recorded steps meaningless, and the grid clears them.
+// deleted. A change reported outside any step (a page loading its rows, a
+// format change) makes the recorded steps meaningless: it clears them.
 //
 // The history keeps at most `limit` steps; the oldest go first.
 #ifndef VYR_UIKIT_GRIDHISTORY_H
@@ -78,6 +78,8 @@ public:
     void joinNext() { m_joinNext = true; }
     void cancelJoin() { m_joinNext = false; }
 
+    // Each record* adds to the open step, or clears the history when no
+    // step is open.
     void recordText(int column, long row, const QString &before, const QString &after);
     // Whether the open step inserted the row (texts written there are
     // never put back by undo).
@@ -96,6 +98,8 @@ public:
     const GridStep *takeRedo();
 
 private:
+    // Clears the history when no step is open; says whether it did.
+    bool forgetIfClosed();
     GridChange &push(GridChange::Kind kind, long row, long count);
 
     std::size_t m_limit;
