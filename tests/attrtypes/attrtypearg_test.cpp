@@ -7,29 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <typeinfo>
+
 namespace vyr {
 namespace {
-
-std::string kindOf(const AttrTypeArg *arg)
-{
-    if (dynamic_cast<const AttrTypeArgInt *>(arg))
-        return "int";
-    if (dynamic_cast<const AttrTypeArgIntWidth *>(arg))
-        return "int-width";
-    if (dynamic_cast<const AttrTypeArgBinIntWidth *>(arg))
-        return "binint-width";
-    if (dynamic_cast<const AttrTypeArgStringSet *>(arg))
-        return "stringset";
-    if (dynamic_cast<const AttrTypeArgStringList *>(arg))
-        return "stringlist";
-    if (dynamic_cast<const AttrTypeArgStringMap *>(arg))
-        return "stringmap";
-    if (dynamic_cast<const AttrTypeArgRangeDomain *>(arg))
-        return "range";
-    if (dynamic_cast<const AttrTypeArgCodedDomain *>(arg))
-        return "coded";
-    return "?";
-}
 
 TEST(AttrTypeArgTest, KeywordsChooseTheKind)
 {
@@ -39,26 +20,26 @@ TEST(AttrTypeArgTest, KeywordsChooseTheKind)
     {
         const char *keyword;
         const AttrType *type;
-        const char *kind;
+        const std::type_info &kind;
     };
     const Case cases[] = {
-        {"stringset", nullptr, "stringset"},
-        {"stringlist", nullptr, "stringlist"},
-        {"stringmap", nullptr, "stringmap"},
-        {"binint-width", nullptr, "binint-width"},
-        {"byte-size", nullptr, "binint-width"},
-        {"range_domain", nullptr, "range"},
-        {"coded_domain", nullptr, "coded"},
-        {"width", &intType, "int-width"},
-        {"width", &charType, "int"},
-        {"width", nullptr, "int"},
-        {"Width", &intType, "int"},
-        {"StringSet", nullptr, "int"},
-        {"decimal", nullptr, "int"},
+        {"stringset", nullptr, typeid(AttrTypeArgStringSet)},
+        {"stringlist", nullptr, typeid(AttrTypeArgStringList)},
+        {"stringmap", nullptr, typeid(AttrTypeArgStringMap)},
+        {"binint-width", nullptr, typeid(AttrTypeArgBinIntWidth)},
+        {"byte-size", nullptr, typeid(AttrTypeArgBinIntWidth)},
+        {"range_domain", nullptr, typeid(AttrTypeArgRangeDomain)},
+        {"coded_domain", nullptr, typeid(AttrTypeArgCodedDomain)},
+        {"width", &intType, typeid(AttrTypeArgIntWidth)},
+        {"width", &charType, typeid(AttrTypeArgInt)},
+        {"width", nullptr, typeid(AttrTypeArgInt)},
+        {"Width", &intType, typeid(AttrTypeArgInt)},
+        {"StringSet", nullptr, typeid(AttrTypeArgInt)},
+        {"decimal", nullptr, typeid(AttrTypeArgInt)},
     };
     for (const Case &c : cases) {
         const auto arg = createArg(c.keyword, 3, c.type);
-        EXPECT_EQ(kindOf(arg.get()), c.kind) << c.keyword;
+        EXPECT_STREQ(typeid(*arg).name(), c.kind.name()) << c.keyword;
         EXPECT_EQ(arg->index(), 3u);
         EXPECT_EQ(arg->keyword(), c.keyword);
         EXPECT_EQ(arg->type(), c.type);
@@ -129,7 +110,7 @@ TEST(AttrTypeArgTest, ClonesKeepValueIndexAndTypeButNotTheKeyword)
     const auto fixed = createArg("1", 2, &type);
     fixed->setValue("5");
     const auto copy = fixed->clone();
-    EXPECT_EQ(kindOf(copy.get()), "int");
+    EXPECT_STREQ(typeid(*copy).name(), typeid(AttrTypeArgInt).name());
     EXPECT_EQ(copy->value(), "5");
     EXPECT_EQ(copy->index(), 2u);
     EXPECT_EQ(copy->type(), &type);

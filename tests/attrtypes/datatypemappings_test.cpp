@@ -133,7 +133,7 @@ TEST_F(DataTypeMappingsTest, DefaultTypePrefersOneWithoutArguments)
 {
     EXPECT_EQ(text(m_dbase->defaultType()), "logical");
     EXPECT_EQ(text(m_database->defaultType()), "int");
-    const char *const allWithArguments[] = {"char(width)", "vyr_char", "number(width,decimal)", "vyr_decimal"};
+    const char *const allWithArguments[][2] = {{"char(width)", "vyr_char"}, {"number(width,decimal)", "vyr_decimal"}};
     EXPECT_EQ(text(makeMappings(allWithArguments, "X")->defaultType()), "char(20)");
     EXPECT_FALSE(DataTypeMappings("EMPTY", false).defaultType());
 }

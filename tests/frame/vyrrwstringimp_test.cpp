@@ -24,7 +24,7 @@ TEST(VYRRWStringImp, keepsBytesAndIsAlwaysTerminated)
     EXPECT_EQ(text.length(), 0u);
 }
 
-TEST(VYRRWStringImp, copiesAreIndependent)
+TEST(VYRRWStringImp, copiesAreIndependentAndSelfAssignmentKeepsTheBytes)
 {
     VYRRWStringImp original("shared");
     const VYRRWStringImp copy = original;
@@ -32,14 +32,8 @@ TEST(VYRRWStringImp, copiesAreIndependent)
     original.assign("changed");
     EXPECT_STREQ(copy.c_str(), "shared");
     EXPECT_EQ(copy.c_str(), before) << "a copy's pointer stays valid when the original changes";
-    EXPECT_STREQ(original.c_str(), "changed");
-}
-
-TEST(VYRRWStringImp, assignsFromItsOwnBytes)
-{
-    VYRRWStringImp text("abcdef");
-    text.assign(text.c_str() + 2, 3);
-    EXPECT_EQ(bytes(text), "cde");
+    original.assign(original.c_str() + 2, 3);
+    EXPECT_EQ(bytes(original), "ang");
 }
 
 using VYRRWStringImpCodec = vyr::testing::NarrowCodePageTest<vyr::testing::kCp1252>;

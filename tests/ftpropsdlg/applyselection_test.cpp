@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 
 namespace vyr {
@@ -19,20 +20,16 @@ std::string promptText(unsigned id)
     return "p" + std::to_string(id);
 }
 
-// The keys of the definition lines, in order ("DIVIDER" for the divider).
+// The keys of the definition lines, in order: each line's third word, or its
+// last when it has fewer ("DIVIDER" for the divider).
 StringList keysOf(const StringList &lines)
 {
     StringList keys;
     for (const std::string &line : lines) {
-        StringList words;
-        std::size_t start = 0;
-        for (std::size_t blank = line.find(' '); words.size() < 3; blank = line.find(' ', start)) {
-            words.push_back(line.substr(start, blank - start));
-            if (blank == std::string::npos)
-                break;
-            start = blank + 1;
-        }
-        keys.push_back(words.size() < 3 ? words.back() : words[2]);
+        std::istringstream words(line);
+        std::string key;
+        for (int i = 0; i < 3 && words >> key; ++i) {}
+        keys.push_back(key);
     }
     return keys;
 }
@@ -123,7 +120,7 @@ TEST(ApplyPromptTest, offersAttributeListsOnlyWhereThereIsSomethingToChoose)
     EXPECT_EQ(std::count(sourceKeys.begin(), sourceKeys.end(), "FORMAT_ATTRIBUTES"), 1);
 }
 
-TEST(ApplyPromptTest, readsEachAnswerByItsOwnRules)
+TEST(ApplyPromptTest, readsEachAnswerByItsOwnRulesAndLeavesBadOnesEmpty)
 {
     ApplyPromptInput input = destinationInput();
     input.database = true;
@@ -149,16 +146,12 @@ TEST(ApplyPromptTest, readsEachAnswerByItsOwnRules)
     // Of two parameters with one prompt, the later one answers for it.
     EXPECT_EQ(selection.parameters, (std::set<std::string>{"COORDSYS", "CODING"}));
     EXPECT_TRUE(selection.deleteAttributes.empty());
-}
 
-TEST(ApplyPromptTest, leavesPartsEmptyForBadOrMissingAnswers)
-{
-    const ApplyPrompt prompt(destinationInput(), promptText);
+    // Bad or missing answers leave their parts empty.
     EXPECT_TRUE(prompt.read({{"FEAT_TYPES", "\"land use roads"}}).targets.empty());
     EXPECT_TRUE(prompt.read({{"FEAT_TYPES", "roads (x"}}).targets.empty());
-    // MERGE was not asked of a destination: its Yes counts for nothing.
-    EXPECT_EQ(prompt.read({{"MERGE", "Yes"}}).generalMask, 0u);
     EXPECT_EQ(prompt.read({{"FEAT_TYPES", ""}}).targets, StringList{});
+    EXPECT_EQ(prompt.read({{"MERGE", "Yes"}}).generalMask, 0u) << "MERGE was not asked of a destination";
 }
 
 TEST(NamesNotInTest, keepsTheOrderOfTheFirstList)

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <random>
+#include <tuple>
 #include <vector>
 
 namespace vyr {
@@ -19,39 +20,31 @@ TEST(SparseRowsTest, AgreesWithAPlainListOfRows)
     std::vector<std::optional<int>> reference;
     for (int step = 0; step < 20000; ++step) {
         const long row = static_cast<long>(random() % 300);
-        const long count = static_cast<long>(random() % 40);
-        switch (random() % 6) {
+        const int operation = static_cast<int>(random() % 6);
+        // Operations 1 and 2 take one row, 3 and 4 a random number of them.
+        const long count = operation <= 2 ? 1 : static_cast<long>(random() % 40);
+        const bool inside = static_cast<std::size_t>(row) < reference.size();
+        const auto at = reference.begin() + std::min<long>(row, long(reference.size()));
+        switch (operation) {
         case 0:
             rows.findOrCreate(row) = step;
-            if (reference.size() <= static_cast<std::size_t>(row))
-                reference.resize(row + 1);
+            reference.resize(std::max(reference.size(), std::size_t(row + 1)));
             reference[row] = step;
             break;
         case 1:
-            rows.insertRow(row);
-            if (static_cast<std::size_t>(row) < reference.size())
-                reference.insert(reference.begin() + row, std::nullopt);
+        case 3:
+            operation == 1 ? rows.insertRow(row) : rows.insertRows(row, count);
+            if (inside)
+                reference.insert(at, std::size_t(count), std::nullopt);
             break;
         case 2:
-            rows.removeRow(row);
-            if (static_cast<std::size_t>(row) < reference.size())
-                reference.erase(reference.begin() + row);
-            break;
-        case 3:
-            rows.insertRows(row, count);
-            if (static_cast<std::size_t>(row) < reference.size())
-                reference.insert(reference.begin() + row, std::size_t(count), std::nullopt);
-            break;
         case 4:
-            rows.removeRows(row, count);
-            if (static_cast<std::size_t>(row) < reference.size())
-                reference.erase(reference.begin() + row,
-                                reference.begin() + std::min<std::size_t>(reference.size(), std::size_t(row + count)));
+            operation == 2 ? rows.removeRow(row) : rows.removeRows(row, count);
+            reference.erase(at, at + std::min<long>(count, reference.end() - at));
             break;
         default: {
             const int *found = rows.find(row);
-            const bool expected = static_cast<std::size_t>(row) < reference.size() && reference[row].has_value();
-            ASSERT_EQ(found != nullptr, expected) << "step " << step << " row " << row;
+            ASSERT_EQ(found != nullptr, inside && reference[row].has_value()) << "step " << step << " row " << row;
             if (found) {
                 ASSERT_EQ(*found, *reference[row]) << "step " << step;
             }
@@ -61,27 +54,17 @@ TEST(SparseRowsTest, AgreesWithAPlainListOfRows)
     // Walks from a row, both ways, see the stored rows from there in order.
     for (const long from : {0L, 37L, 150L, 400L}) {
         std::vector<long> forward;
-        rows.forEachFrom(from, [&](long row, int &) {
-            forward.push_back(row);
-            return true;
-        });
         std::vector<long> backward;
-        rows.forEachBackFrom(from, [&](long row, int &) {
-            backward.push_back(row);
-            return true;
-        });
+        rows.forEachFrom(from, [&](long row, int &) { return forward.push_back(row), true; });
+        rows.forEachBackFrom(from, [&](long row, int &) { return backward.push_back(row), true; });
         std::vector<long> expectedForward;
         std::vector<long> expectedBackward;
         for (long row = 0; row < long(reference.size()); ++row) {
-            if (!reference[std::size_t(row)])
-                continue;
-            if (row >= from)
+            if (reference[std::size_t(row)] && row >= from)
                 expectedForward.push_back(row);
-            else if (row <= from)
+            if (reference[std::size_t(row)] && row <= from)
                 expectedBackward.insert(expectedBackward.begin(), row);
         }
-        if (from < long(reference.size()) && reference[std::size_t(from)])
-            expectedBackward.insert(expectedBackward.begin(), from);
         EXPECT_EQ(forward, expectedForward) << "from " << from;
         EXPECT_EQ(backward, expectedBackward) << "back from " << from;
     }
@@ -152,14 +135,8 @@ TEST(CUGMemTest, FindWithTheStoreFlags)
     store.SetCell(1, 7, textCell("main road"));
     store.SetCell(1, 9, textCell("Road"));
     store.SetCell(0, 4, textCell("Main Road"));
-    struct Case
-    {
-        const char *text;
-        long from;
-        int flags;
-        long found; // -99: none
-    };
-    const Case cases[] = {
+    // Each case: the text, the row to search from, the flags and the row found, -99 for none.
+    const std::tuple<const char *, long, int, long> cases[] = {
         {"Main Road", -1, 0, 2},
         {"Main Road", 2, 0, -99},
         {"Main Road", 2, CUGDataSource::FindIgnoreCase, 7},
@@ -168,11 +145,11 @@ TEST(CUGMemTest, FindWithTheStoreFlags)
         {"Road", 100, CUGDataSource::FindUp, 9},
         {"Main Road", 7, CUGDataSource::FindUp, 2},
     };
-    for (const Case &c : cases) {
+    for (const auto &[text, from, flags, found] : cases) {
         int column = 1;
-        long row = c.from;
-        const int result = store.FindNext(c.text, column, row, c.flags);
-        EXPECT_EQ(result == 0 ? row : -99, c.found) << c.text << " from " << c.from << " flags " << c.flags;
+        long row = from;
+        const int result = store.FindNext(text, column, row, flags);
+        EXPECT_EQ(result == 0 ? row : -99, found) << text << " from " << from << " flags " << flags;
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QtTest>
 
 #include <functional>
 
@@ -34,9 +35,30 @@ public:
     std::function<long(int, int, long, std::intptr_t)> typeEvent;
     std::function<void(int, long, CUGCell &)> read;
     int gridInits = 0;
+    QRect focusFrame;
 
-    using CUGCtrl::gridInfo;
     using CUGCtrl::OnCompareCells;
+
+    QRect cellRect(int column, long row)
+    {
+        QRect rect;
+        GetCellRect(column, row, rect);
+        return rect;
+    }
+
+    void setColumnDefault(int column, const std::function<void(CUGCell &)> &set)
+    {
+        CUGCell cell;
+        set(cell);
+        SetColumnDefault(column, cell);
+    }
+
+    // The editor takes the focus only once its window is active.
+    bool editAt(int column, long row, int firstKey = 0)
+    {
+        GotoCell(column, row);
+        return BeginEdit(firstKey) == 0 && QTest::qWaitFor([this] { return GetEditor()->hasFocus(); });
+    }
 
 protected:
     void OnGridInit() override { ++gridInits; }
@@ -47,22 +69,12 @@ protected:
     }
     int OnAllowScroll(int, long, int, long) override { return refuseScroll ? 0 : 1; }
     int OnAllowColumnResize(int) override { return refuseColumnResize ? 0 : 1; }
-    void OnColumnChanged(int oldColumn, int newColumn) override
-    {
-        log << QStringLiteral("column %1>%2").arg(oldColumn).arg(newColumn);
-    }
-    void OnRowChanged(long oldRow, long newRow) override
-    {
-        log << QStringLiteral("row %1>%2").arg(oldRow).arg(newRow);
-    }
+    void OnColumnChanged(int from, int to) override { log << QStringLiteral("column %1>%2").arg(from).arg(to); }
+    void OnRowChanged(long from, long to) override { log << QStringLiteral("row %1>%2").arg(from).arg(to); }
     void OnCellChanged(int, int, long, long) override { log << QStringLiteral("cell"); }
     void OnLeftColumnChanged(int, int newColumn) override { log << QStringLiteral("left %1").arg(newColumn); }
     void OnTopRowChanged(long, long newRow) override { log << QStringLiteral("top %1").arg(newRow); }
-    void OnCellRead(int column, long row, CUGCell &cell) override
-    {
-        if (read)
-            read(column, row, cell);
-    }
+    void OnCellRead(int column, long row, CUGCell &cell) override { if (read) read(column, row, cell); }
     void OnCellWrite(int, long, const CUGCell &) override { ++writes; }
     long OnCellTypeEvent(int, int column, long row, int message, std::intptr_t parameter) override
     {
@@ -74,6 +86,11 @@ protected:
     {
         log << QStringLiteral("end %1%2").arg(text, cancelled ? QStringLiteral(" cancelled") : QString());
         return endEdit ? endEdit(text, cancelled) : 1;
+    }
+    void OnPaintFocusFrame(QPainter &painter, const QRect &rect) override
+    {
+        focusFrame = rect;
+        CUGCtrl::OnPaintFocusFrame(painter, rect);
     }
 };
 

@@ -1,6 +1,7 @@
 // The standard cell types, best fit, find and replace, and what assistive
 // technology sees of a grid.
 #include "recordinggrid.h"
+#include "support/gridwindow.h"
 #include "support/modalanswers.h"
 
 #include "grid/cugstandardtypes.h"
@@ -16,7 +17,7 @@
 
 using namespace vyr;
 using vyr::test::RecordingGrid;
-
+using vyr::test::showActive;
 
 class tst_CUGCellTypes : public QObject
 {
@@ -26,30 +27,20 @@ private slots:
     void standardTypesHaveTheirIndices();
     void checkBoxCycles_data();
     void checkBoxCycles();
-    void dropListOpensChoosesAndCloses();
-    void dropListRefusals();
+    void dropListOpensChoosesClosesAndRefuses();
     void dropListEntriesNeedALineFeed();
     void fitColumnWidthsMeasuresTheCells();
     void findAndReplace();
-    void findDialogFlags();
+    void replaceAllReplacesOnlyWhatMayBeReplaced();
     void accessibleTable();
-
-private:
-    static void showActive(QWidget &widget)
-    {
-        widget.show();
-        widget.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&widget));
-    }
 };
 
 void tst_CUGCellTypes::standardTypesHaveTheirIndices()
 {
     RecordingGrid grid;
-    QCOMPARE(grid.GetCellType(0)->TypeName(), QString("Normal Cell Type (default)"));
-    QCOMPARE(grid.GetCellType(1)->TypeName(), QString("DropList"));
-    QCOMPARE(grid.GetCellType(2)->TypeName(), QString("CheckBox"));
-    QCOMPARE(grid.GetCellType(3)->TypeName(), QString("Side Arrows"));
+    const QStringList names{"Normal Cell Type (default)", "DropList", "CheckBox", "Side Arrows"};
+    for (int index = 0; index < names.size(); ++index)
+        QCOMPARE(grid.GetCellType(index)->TypeName(), names[index]);
     // Unknown indices fall back to the normal type.
     QCOMPARE(grid.GetCellType(-3), grid.GetCellType(0));
     QCOMPARE(grid.GetCellType(99), grid.GetCellType(0));
@@ -77,53 +68,47 @@ void tst_CUGCellTypes::checkBoxCycles()
     QFETCH(bool, readOnly);
     QFETCH(QList<int>, values);
     RecordingGrid grid;
-    showActive(grid);
+    QVERIFY(showActive(grid));
     CUGCell cell;
     cell.setCellType(2);
     cell.setCellTypeParam(parameter);
     cell.setReadOnly(readOnly);
     grid.SetColumnDefault(1, cell);
     grid.MoveToCell(1, 2);
-    QRect rect;
-    grid.GetCellRect(1, 2, rect);
-    const QRect box = CUGCheckBoxType::BoxRect(rect.adjusted(0, 0, -1, -1), cell);
+    const QRect box = CUGCheckBoxType::BoxRect(grid.cellRect(1, 2).adjusted(0, 0, -1, -1), cell);
+
+    const auto value = [&grid, &cell] {
+        grid.GetCellResolved(1, 2, cell);
+        return int(cell.number());
+    };
+    const QPoint beside(box.right() + 20, box.center().y());
 
     // A press in the box, a double click, then Space: one step each.
     QTest::mouseClick(grid.GetGridWidget(), Qt::LeftButton, {}, box.center());
-    grid.GetCellResolved(1, 2, cell);
-    QCOMPARE(int(cell.number()), values[0]);
-    QTest::mouseDClick(grid.GetGridWidget(), Qt::LeftButton, {}, QPoint(box.right() + 20, box.center().y()));
-    grid.GetCellResolved(1, 2, cell);
-    QCOMPARE(int(cell.number()), values[1]);
+    QCOMPARE(value(), values[0]);
+    QTest::mouseDClick(grid.GetGridWidget(), Qt::LeftButton, {}, beside);
+    QCOMPARE(value(), values[1]);
     QTest::keyClick(&grid, Qt::Key_Space);
-    grid.GetCellResolved(1, 2, cell);
-    QCOMPARE(int(cell.number()), values[2]);
-    if (!readOnly) {
-        QCOMPARE(cell.dataType(), CUGCell::NumberData);
-        QCOMPARE(grid.log.count("event 53"), 3);
-        QCOMPARE(grid.writes, 3);
-    } else {
-        QCOMPARE(grid.log.count("event 53"), 0);
-    }
+    QCOMPARE(value(), values[2]);
+    QVERIFY(readOnly || cell.dataType() == CUGCell::NumberData);
+    QCOMPARE(grid.log.count("event 53"), readOnly ? 0 : 3);
+    QCOMPARE(grid.writes, readOnly ? 0 : 3);
     // A press beside the box does nothing.
-    const int before = int(cell.number());
-    QTest::mouseClick(grid.GetGridWidget(), Qt::LeftButton, {}, QPoint(box.right() + 20, box.center().y()));
-    grid.GetCellResolved(1, 2, cell);
-    QCOMPARE(int(cell.number()), before);
+    QTest::mouseClick(grid.GetGridWidget(), Qt::LeftButton, {}, beside);
+    QCOMPARE(value(), values[2]);
 }
 
-void tst_CUGCellTypes::dropListOpensChoosesAndCloses()
+void tst_CUGCellTypes::dropListOpensChoosesClosesAndRefuses()
 {
     RecordingGrid grid;
-    showActive(grid);
+    QVERIFY(showActive(grid));
     CUGCell cell;
     cell.setCellType(1);
     cell.setLabel("Red\nGreen\nBlue\n");
     grid.SetColumnDefault(0, cell);
     auto *type = static_cast<CUGDropListType *>(grid.GetCellType(1));
 
-    QRect rect;
-    grid.GetCellRect(0, 3, rect);
+    const QRect rect = grid.cellRect(0, 3);
     grid.log.clear();
     QTest::mouseClick(grid.GetGridWidget(), Qt::LeftButton, {}, QPoint(rect.right() - 3, rect.center().y()));
     QVERIFY(type->IsListOpen());
@@ -156,32 +141,20 @@ void tst_CUGCellTypes::dropListOpensChoosesAndCloses()
     QVERIFY(type->OpenList(0, 3));
     grid.MoveToCell(1, 1);
     QTRY_VERIFY(!type->IsListOpen());
-}
 
-void tst_CUGCellTypes::dropListRefusals()
-{
-    RecordingGrid grid;
-    showActive(grid);
-    CUGCell cell;
-    cell.setCellType(1);
-    cell.setLabel("a\nb\n");
-    grid.SetColumnDefault(0, cell);
-    auto *type = static_cast<CUGDropListType *>(grid.GetCellType(1));
+    // The hooks may keep the list shut, change it or refuse the choice.
     grid.MoveToCell(0, 0);
-
     grid.typeEvent = [](int, long, int message, std::intptr_t) { return message == ug::DropListStart ? 0L : 1L; };
     QVERIFY(!type->OpenList(0, 0));
     QVERIFY(!type->IsListOpen());
-
-    // The list to fill can be changed before it opens.
     grid.typeEvent = [](int, long, int message, std::intptr_t parameter) {
         if (message == ug::DropListStart)
             reinterpret_cast<QStringList *>(parameter)->append("added");
         return message == ug::DropListSelect ? 0L : 1L;
     };
     QVERIFY(type->OpenList(0, 0));
-    QCOMPARE(type->ListBox()->count(), 3);
-    type->ListBox()->setCurrentRow(2);
+    QCOMPARE(type->ListBox()->count(), 4);
+    type->ListBox()->setCurrentRow(3);
     type->ListBox()->chooseCurrent();
     QVERIFY(grid.GetCellText(0, 0).isNull());
     QTRY_VERIFY(!type->IsListOpen());
@@ -202,7 +175,7 @@ void tst_CUGCellTypes::dropListEntriesNeedALineFeed()
 void tst_CUGCellTypes::fitColumnWidthsMeasuresTheCells()
 {
     RecordingGrid grid(3, 10);
-    showActive(grid);
+    QVERIFY(showActive(grid));
     grid.SetCellText(0, 4, "a rather long text in one cell");
     grid.SetCellText(0, 9, QString(200, QChar('w')));
     grid.SetCellText(0, -1, "Heading that is longer still than the rest");
@@ -228,7 +201,7 @@ void tst_CUGCellTypes::fitColumnWidthsMeasuresTheCells()
 void tst_CUGCellTypes::findAndReplace()
 {
     RecordingGrid grid(2, 20);
-    showActive(grid);
+    QVERIFY(showActive(grid));
     grid.SetCellText(0, 2, "Alpha");
     grid.SetCellText(0, 7, "alphabet");
     grid.SetCellText(0, 12, "beta");
@@ -250,6 +223,10 @@ void tst_CUGCellTypes::findAndReplace()
     QCOMPARE(shown.caption, QString("Not Found"));
     QCOMPARE(shown.text, QString("Item not found"));
     QCOMPARE(grid.GetCurrentRow(), 2L);
+    // A Replace that finds nothing leaves the current cell as it is.
+    test::answerNextMessageBox(&shown);
+    QCOMPARE(grid.FindReplace("zzz", "lost", partialAnyCase | ug::FindReplace, CUGCtrl::ReplaceRequest), 1);
+    QCOMPARE(grid.GetCellText(0, 2), QString("Alpha"));
 
     // Replace replaces the hit in the current cell, then finds the next one.
     QCOMPARE(grid.FindReplace("alpha", "omega", partialAnyCase | ug::FindReplace, CUGCtrl::ReplaceRequest), 0);
@@ -261,46 +238,55 @@ void tst_CUGCellTypes::findAndReplace()
     QCOMPARE(grid.GetCellText(0, 7), QString("alphasbet"));
     QCOMPARE(grid.GetCurrentRow(), 7L);
 
-    grid.SetCellText(0, 9, "x");
-    grid.SetCellText(0, 11, "x");
-    grid.MoveToCell(0, 0);
-    grid.SetCellText(0, 0, "x");
-    QCOMPARE(grid.FindReplace("x", "y", ug::FindReplace, CUGCtrl::ReplaceAllRequest), 0);
-    QCOMPARE(grid.GetCellText(0, 0), QString("y"));
-    QCOMPARE(grid.GetCellText(0, 9), QString("y"));
-    QCOMPARE(grid.GetCellText(0, 11), QString("y"));
-    QCOMPARE(grid.GetCellText(1, 15), QString("alpha in column 1"));
-}
-
-void tst_CUGCellTypes::findDialogFlags()
-{
-    RecordingGrid grid(1, 10);
-    showActive(grid);
-    grid.SetCellText(0, 5, "needle");
-    grid.MoveToCell(0, 0);
+    // Control+F opens the dialog; its boxes make the store's flags.
     QTest::keyClick(&grid, Qt::Key_F, Qt::ControlModifier);
     CUGFindDialog *dialog = grid.GetFindDialog();
-    QVERIFY(dialog);
-    QVERIFY(dialog->isVisible());
-    QCOMPARE(dialog->storeFlags(), ug::FindPartial | ug::FindIgnoreCase);
+    QVERIFY(dialog && dialog->isVisible());
+    QCOMPARE(dialog->storeFlags(), partialAnyCase);
     dialog->wholeWordBox()->setChecked(true);
     dialog->matchCaseBox()->setChecked(true);
     dialog->upButton()->setChecked(true);
     QCOMPARE(dialog->storeFlags(), int(ug::FindUp));
     dialog->setReplaceDialog(true);
     QCOMPARE(dialog->storeFlags(), int(ug::FindReplace));
-
     dialog->setReplaceDialog(false);
     dialog->downButton()->setChecked(true);
-    QTest::keyClicks(dialog->findEdit(), "needle");
+    QTest::keyClicks(dialog->findEdit(), "beta");
     QTest::mouseClick(dialog->findNextButton(), Qt::LeftButton);
-    QCOMPARE(grid.GetCurrentRow(), 5L);
+    QCOMPARE(grid.GetCurrentRow(), 12L);
+}
+
+void tst_CUGCellTypes::replaceAllReplacesOnlyWhatMayBeReplaced()
+{
+    RecordingGrid grid(2, 9);
+    const QStringList texts{"Item 0", "Item 1", "555-0101", "item 3", "Item", "Item 5", "Item 6", "Item #", "Item 8"};
+    for (long row = 0; row < texts.size(); ++row)
+        grid.SetCellText(0, row, texts[row]);
+    grid.SetCellText(1, 1, "Item");
+    CUGCell readOnly;
+    grid.GetCellResolved(0, 5, readOnly);
+    readOnly.setReadOnly(true);
+    grid.SetCell(0, 5, readOnly);
+    grid.endEdit = [](const QString &text, bool) { return text != "Row 6" ? 1 : 0; };
+    grid.verify = [](QChar &character) { return character != u'#'; };
+    grid.GotoCell(0, 1);
+    QCOMPARE(grid.FindReplace("Item", "Row", ug::FindPartial | ug::FindReplace, CUGCtrl::ReplaceAllRequest), 0);
+    // From the current cell down, in its column only, never where a hook or read-only says no.
+    const QStringList replaced{"Item 0", "Row 1", "555-0101", "item 3", "Row", "Item 5", "Item 6", "Item #", "Row 8"};
+    for (long row = 0; row < replaced.size(); ++row)
+        QCOMPARE(grid.GetCellText(0, row), replaced[row]);
+    QCOMPARE(grid.GetCellText(1, 1), QString("Item"));
+
+    // Whole-text matching ignoring case replaces the whole text.
+    grid.GotoCell(0, 0);
+    QCOMPARE(grid.FindReplace("ITEM 3", "three", ug::FindIgnoreCase | ug::FindReplace, CUGCtrl::ReplaceAllRequest), 0);
+    QCOMPARE(grid.GetCellText(0, 3), QString("three"));
 }
 
 void tst_CUGCellTypes::accessibleTable()
 {
     RecordingGrid grid(3, 4);
-    showActive(grid);
+    QVERIFY(showActive(grid));
     grid.SetCellText(1, -1, "Heading");
     grid.SetCellText(1, 2, "value");
     grid.MoveToCell(1, 2);
@@ -329,6 +315,19 @@ void tst_CUGCellTypes::accessibleTable()
     QCOMPARE(table->selectedCellCount(), 1);
     QVERIFY(table->selectRow(3));
     QCOMPARE(grid.GetCurrentRow(), 3L);
+
+    // Writes go through the edit hooks and never into a read-only cell.
+    table->cellAt(0, 0)->setText(QAccessible::Value, "written");
+    QCOMPARE(grid.GetCellText(0, 0), QString("written"));
+    CUGCell readOnly;
+    grid.GetCellResolved(1, 2, readOnly);
+    readOnly.setReadOnly(true);
+    grid.SetCell(1, 2, readOnly);
+    cell->setText(QAccessible::Value, "changed");
+    QCOMPARE(grid.GetCellText(1, 2), QString("value"));
+    grid.endEdit = [](const QString &, bool) { return 0; };
+    table->cellAt(0, 0)->setText(QAccessible::Value, "refused");
+    QCOMPARE(grid.GetCellText(0, 0), QString("written"));
 
     // The cells go when the shape changes, and come back for the new one.
     QAccessibleTableModelChangeEvent reset(&grid, QAccessibleTableModelChangeEvent::ModelReset);

@@ -78,24 +78,19 @@ TEST(GuiDefinitionTest, QuotedChoicesAnswerAsTheyWereWritten)
     EXPECT_EQ(writeGuiAnswers(definition, {{"K", {"Ja bitte"}}}), "K\n\"Ja bitte\"\n");
 }
 
-TEST(GuiDefinitionTest, TwoBlanksAfterTheKeyMeanNoChoices)
+// The first is what a list of no feature types looks like once joined into a
+// line: two blanks after the key.
+TEST(GuiDefinitionTest, EmptyChoiceListsAndBrokenLinesGiveNoChoices)
 {
-    // What a list of no feature types looks like once joined into a line.
-    const GuiDefinition definition = parseGuiDefinition("GUI LISTBOX FEAT_TYPES  Apply to these:\n"
-                                                        "DEFAULT_MACRO FEAT_TYPES \n");
-    ASSERT_EQ(definition.prompts.size(), 1u);
-    EXPECT_TRUE(definition.prompts[0].choices.empty());
-    EXPECT_EQ(definition.prompts[0].prompt, "Apply to these:");
-    EXPECT_TRUE(defaultValues(definition, definition.prompts[0]).empty());
-}
-
-TEST(GuiDefinitionTest, BrokenLinesAreSkipped)
-{
-    const GuiDefinition definition = parseGuiDefinition("GUI\nGUI LISTBOX\nDEFAULT_MACRO\nGUI ICONPICKONLY\r\n"
-                                                        "GUI CHOICE K\nDEFAULT_MACRO K \"unclosed\n");
-    ASSERT_EQ(definition.prompts.size(), 1u);
-    EXPECT_TRUE(definition.prompts[0].choices.empty());
-    EXPECT_TRUE(defaultValues(definition, definition.prompts[0]).empty());
+    for (const char *text :
+         {"GUI LISTBOX FEAT_TYPES  Apply to these:\nDEFAULT_MACRO FEAT_TYPES \n",
+          "GUI\nGUI LISTBOX\nDEFAULT_MACRO\nGUI ICONPICKONLY\r\nGUI CHOICE K\nDEFAULT_MACRO K \"unclosed\n"}) {
+        const GuiDefinition definition = parseGuiDefinition(text);
+        ASSERT_EQ(definition.prompts.size(), 1u) << text;
+        EXPECT_TRUE(definition.prompts[0].choices.empty()) << text;
+        EXPECT_TRUE(defaultValues(definition, definition.prompts[0]).empty()) << text;
+    }
+    EXPECT_EQ(parseGuiDefinition("GUI LISTBOX FEAT_TYPES  Apply to these:\n").prompts.at(0).prompt, "Apply to these:");
 }
 
 } // namespace

@@ -11,13 +11,9 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
-#include <QDialog>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QTimer>
 #include <QtTest>
-
-#include <functional>
 
 using namespace vyr;
 using vyr::test::answerNextDialog;
@@ -30,20 +26,17 @@ QListWidget *listOf(QDialog *form, const char *key)
     return prompt ? prompt->findChild<QListWidget *>() : nullptr;
 }
 
-QStringList checkedIn(const QListWidget *list)
+// The items of `list` that were checked; afterwards only `wanted` are.
+QStringList recheck(QListWidget *list, const QStringList &wanted)
 {
     QStringList checked;
     for (int i = 0; i < list->count(); ++i) {
-        if (list->item(i)->checkState() == Qt::Checked)
-            checked.append(list->item(i)->text());
+        QListWidgetItem *item = list->item(i);
+        if (item->checkState() == Qt::Checked)
+            checked.append(item->text());
+        item->setCheckState(wanted.contains(item->text()) ? Qt::Checked : Qt::Unchecked);
     }
     return checked;
-}
-
-void setChecked(QListWidget *list, const QStringList &wanted)
-{
-    for (int i = 0; i < list->count(); ++i)
-        list->item(i)->setCheckState(wanted.contains(list->item(i)->text()) ? Qt::Checked : Qt::Unchecked);
 }
 
 } // namespace
@@ -73,9 +66,7 @@ private slots:
         QString titleShown;
         answerNextDialog([&](QDialog *form) {
             titleShown = form->windowTitle();
-            QListWidget *list = listOf(form, "FEAT_TYPES");
-            preselected = checkedIn(list);
-            setChecked(list, {"land use", "rivers"});
+            preselected = recheck(listOf(form, "FEAT_TYPES"), {"land use", "rivers"});
             form->findChild<QComboBox *>(QStringLiteral("prompt_DATASET"))->setCurrentText(QStringLiteral("Yes"));
             return true;
         });
@@ -83,22 +74,17 @@ private slots:
         QVERIFY(PromptKeyValues(m_prompter, "Apply", defaults, definitions, values, {}));
         QCOMPARE(titleShown, QStringLiteral("Apply"));
         QCOMPARE(preselected, (QStringList{"roads", "land use"}));
-        QCOMPARE(values.at("FEAT_TYPES"), std::string("\"land use\" rivers"));
-        QCOMPARE(values.at("DATASET"), std::string("Yes"));
-        QCOMPARE(values.at("KEPT"), std::string("old"));
-    }
+        const std::map<std::string, std::string> expected{
+            {"FEAT_TYPES", "\"land use\" rivers"}, {"DATASET", "Yes"}, {"KEPT", "old"}};
+        QVERIFY(values == expected);
 
-    void shouldLeaveValuesAloneOnCancel()
-    {
-        answerNextDialog([](QDialog *) { return false; });
-        std::map<std::string, std::string> values;
-        QVERIFY(!PromptKeyValues(m_prompter, "Apply", {}, {"GUI CHOICE K Yes%No Sure?"}, values, {}));
-        QVERIFY(values.empty());
-
-        answerNextDialog([](QDialog *) { return false; });
-        StringList chosen{"a"};
-        QVERIFY(!PromptSelectionBox(m_prompter, "Pick", "Which", {"a", "b"}, chosen, {}));
-        QCOMPARE(chosen, StringList{"a"});
+        // Cancelled, the values stay as they were.
+        answerNextDialog([](QDialog *form) {
+            form->findChild<QComboBox *>(QStringLiteral("prompt_DATASET"))->setCurrentText(QStringLiteral("No"));
+            return false;
+        });
+        QVERIFY(!PromptKeyValues(m_prompter, "Apply", defaults, definitions, values, {}));
+        QVERIFY(values == expected);
     }
 
     void shouldReplaceSelectionBoxValuesWithThePickedOnes()
@@ -109,19 +95,26 @@ private slots:
             QListWidget *list = listOf(form, "SELECTION_BOX_ONLY");
             for (int i = 0; i < list->count(); ++i)
                 offered.append(list->item(i)->text());
-            preselected = checkedIn(list);
-            setChecked(list, {"first choice", "third"});
+            preselected = recheck(list, {"first choice", "third"});
             return true;
         });
+        const StringList choices{"first choice", "second", "third"};
         StringList values{"second"};
-        QVERIFY(PromptSelectionBox(m_prompter, "Pick", "Which ones", {"first choice", "second", "third"}, values, {}));
+        QVERIFY(PromptSelectionBox(m_prompter, "Pick", "Which ones", choices, values, {}));
         QCOMPARE(offered, (QStringList{"first choice", "second", "third"}));
         QCOMPARE(preselected, QStringList{"second"});
         QCOMPARE(values, (StringList{"first choice", "third"}));
 
-        StringList untouched{"x"};
-        QVERIFY(!PromptSelectionBox(m_prompter, "Pick", "Nothing to pick", {}, untouched, {}));
-        QCOMPARE(untouched, StringList{"x"});
+        // Cancelled, whatever was checked, they stay.
+        answerNextDialog([](QDialog *form) {
+            recheck(listOf(form, "SELECTION_BOX_ONLY"), {"second"});
+            return false;
+        });
+        QVERIFY(!PromptSelectionBox(m_prompter, "Pick", "Which ones", choices, values, {}));
+        QCOMPARE(values, (StringList{"first choice", "third"}));
+        // Nothing to choose from: no prompt at all.
+        QVERIFY(!PromptSelectionBox(m_prompter, "Pick", "Nothing to pick", {}, values, {}));
+        QCOMPARE(values, (StringList{"first choice", "third"}));
     }
 
     void shouldTakeTheIconFromTheSecondAnswerLine()
@@ -139,33 +132,30 @@ private slots:
         QCOMPARE(icon, std::string("/icons/new.png"));
     }
 
-    void shouldShowTheHelpButtonOnlyWithAHelpReference()
-    {
-        bool hasHelp = false;
-        answerNextDialog([&](QDialog *form) {
-            const auto buttons = form->findChildren<QAbstractButton *>();
-            for (const QAbstractButton *button : buttons)
-                hasHelp = hasHelp || button->text() == QLatin1String("Help");
-            return false;
-        });
-        StringList answers;
-        RunGuiDefinition(m_prompter, "T", {}, {"GUI CHOICE K a%b k"}, answers, AnswerReadMode::AllLines,
-                         "transformers\\Tester.htm");
-        QVERIFY(hasHelp);
-    }
-
-    void shouldRemoveTheDefinitionFileInEveryCase()
+    void shouldOfferHelpOnlyWithAReferenceAndAlwaysRemoveTheDefinitionFile()
     {
         const auto leftovers = [] {
             return QDir(QString::fromStdString(getTempDirectory()))
                 .entryList({QStringLiteral("lh-dlg-*")}, QDir::Files)
                 .filter(QString::number(QCoreApplication::applicationPid()));
         };
-        answerNextDialog([](QDialog *) { return true; });
+        // Accepted without a help reference, cancelled with one.
+        for (const std::string help : {"", "transformers\\Tester.htm"}) {
+            bool hasHelp = false;
+            answerNextDialog([&](QDialog *form) {
+                for (const QAbstractButton *button : form->findChildren<QAbstractButton *>())
+                    hasHelp = hasHelp || button->text() == QLatin1String("Help");
+                return help.empty();
+            });
+            StringList answers;
+            const StringList definition{"GUI CHOICE K a%b k"};
+            QCOMPARE(RunGuiDefinition(m_prompter, "T", {}, definition, answers, AnswerReadMode::AllLines, help),
+                     help.empty());
+            QCOMPARE(answers, (help.empty() ? StringList{"K", "a"} : StringList{}));
+            QCOMPARE(hasHelp, !help.empty());
+            QVERIFY(leftovers().isEmpty());
+        }
         StringList answers;
-        QVERIFY(RunGuiDefinition(m_prompter, "T", {}, {"GUI CHOICE K a%b k"}, answers, AnswerReadMode::AllLines, {}));
-        QCOMPARE(answers, (StringList{"K", "a"}));
-        QVERIFY(leftovers().isEmpty());
         QVERIFY(!RunGuiDefinition(nullptr, "T", {}, {}, answers, AnswerReadMode::AllLines, {}));
         QVERIFY(leftovers().isEmpty());
     }
@@ -176,9 +166,7 @@ private slots:
         QString title;
         answerNextDialog([&](QDialog *dialog) {
             title = dialog->windowTitle();
-            auto *list = dialog->findChild<QListWidget *>(QStringLiteral("checkList"));
-            preselected = checkedIn(list);
-            setChecked(list, {"b", "c"});
+            preselected = recheck(dialog->findChild<QListWidget *>(QStringLiteral("checkList")), {"b", "c"});
             return true;
         });
         StringList chosen{"earlier"};
@@ -188,7 +176,10 @@ private slots:
         QCOMPARE(preselected, QStringList{"a"});
         QCOMPARE(chosen, (StringList{"earlier", "b", "c"}));
 
-        answerNextDialog([](QDialog *) { return false; });
+        answerNextDialog([](QDialog *dialog) {
+            recheck(dialog->findChild<QListWidget *>(QStringLiteral("checkList")), {"a"});
+            return false;
+        });
         StringList none;
         QVERIFY(!RunSelectionDialog({"a"}, {}, {}, "T", 0, 0, none, nullptr));
         QVERIFY(none.empty());

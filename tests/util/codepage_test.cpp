@@ -2,44 +2,21 @@
 
 #include "support/narrowcodepage.h"
 #include "support/randomtext.h"
+#include "support/scopedenvironment.h"
 #include "util/codepage.h"
 #include "util/stringconverter.h"
 
-#include <cstdlib>
-#include <map>
 #include <optional>
 
 namespace vyr {
 namespace {
 
-// Sets environment variables for one test and puts the old values back.
-class ScopedEnvironment
+// Each test's environment and narrow code page are put back afterwards.
+class NarrowCodePage : public ::testing::Test
 {
-public:
-    void set(const char *name, const char *value)
-    {
-        if (!saved_.contains(name)) {
-            const char *old = std::getenv(name);
-            saved_[name] = old ? std::optional<std::string>(old) : std::nullopt;
-        }
-        if (value)
-            setenv(name, value, 1);
-        else
-            unsetenv(name);
-    }
-    ~ScopedEnvironment()
-    {
-        for (const auto &[name, value] : saved_) {
-            if (value)
-                setenv(name.c_str(), value->c_str(), 1);
-            else
-                unsetenv(name.c_str());
-        }
-        resetNarrowCodePage();
-    }
-
-private:
-    std::map<std::string, std::optional<std::string>> saved_;
+protected:
+    ~NarrowCodePage() override { resetNarrowCodePage(); }
+    test::ScopedEnvironment m_env;
 };
 
 TEST(CodePageNames, canonicalNames)
@@ -66,44 +43,35 @@ TEST(CodePageNames, canonicalNames)
         EXPECT_EQ(canonicalCodePageName(c.given), c.expected) << "name: \"" << c.given << "\"";
 }
 
-TEST(NarrowCodePage, comesFromVyrCodepageThenLocale)
+TEST_F(NarrowCodePage, comesFromVyrCodepageThenLocale)
 {
-    ScopedEnvironment environment;
-    environment.set("VYR_CODEPAGE", "1252");
-    resetNarrowCodePage();
-    EXPECT_EQ(narrowCodePage(), "CP1252");
-
-    environment.set("VYR_CODEPAGE", "NO-SUCH-CHARSET");
-    environment.set("LC_ALL", "C");
-    resetNarrowCodePage();
-    EXPECT_EQ(narrowCodePage(), "UTF-8") << "an unknown VYR_CODEPAGE falls back to the locale";
-
-    environment.set("VYR_CODEPAGE", nullptr);
-    environment.set("LC_ALL", "POSIX");
-    resetNarrowCodePage();
-    EXPECT_EQ(narrowCodePage(), "UTF-8");
-
-    // A locale that is not installed still names its codeset.
-    environment.set("LC_ALL", "xx_YY.ISO-8859-15@euro");
-    resetNarrowCodePage();
-    EXPECT_EQ(narrowCodePage(), "ISO-8859-15");
+    const struct
+    {
+        std::optional<std::string> vyrCodePage;
+        const char *locale;
+        const char *expected;
+    } cases[] = {
+        {"1252", "C", "CP1252"},
+        {"NO-SUCH-CHARSET", "C", "UTF-8"}, // an unknown VYR_CODEPAGE falls back to the locale
+        {std::nullopt, "POSIX", "UTF-8"},
+        {std::nullopt, "xx_YY.ISO-8859-15@euro", "ISO-8859-15"}, // not installed, yet it names its codeset
+    };
+    for (const auto &c : cases) {
+        m_env.set("VYR_CODEPAGE", c.vyrCodePage);
+        m_env.set("LC_ALL", c.locale);
+        resetNarrowCodePage();
+        EXPECT_EQ(narrowCodePage(), c.expected) << c.vyrCodePage.value_or("(unset)") << " / " << c.locale;
+    }
 }
 
-TEST(NarrowCodePage, unknownNameChangesNothing)
+TEST_F(NarrowCodePage, convertersFollowAChangeButNotAnUnknownName)
 {
-    ScopedEnvironment environment;
-    ASSERT_TRUE(setNarrowCodePage("CP1252"));
-    EXPECT_FALSE(setNarrowCodePage("NO-SUCH-CHARSET"));
-    EXPECT_EQ(narrowCodePage(), "CP1252");
-}
-
-TEST(NarrowCodePage, convertersFollowAChange)
-{
-    ScopedEnvironment environment;
     const VYRSimpleWindowsStringConverter ansi(kAnsiCodePage);
     ASSERT_TRUE(setNarrowCodePage("CP1252"));
     EXPECT_EQ(ansi.toWide("\x80"), u"\u20AC");
     ASSERT_TRUE(setNarrowCodePage("ISO-8859-15"));
+    EXPECT_FALSE(setNarrowCodePage("NO-SUCH-CHARSET"));
+    EXPECT_EQ(narrowCodePage(), "ISO-8859-15");
     EXPECT_EQ(ansi.toWide("\xA4"), u"\u20AC");
     EXPECT_EQ(ansi.fromWide(u"\u20AC"), "\xA4");
 }

@@ -33,41 +33,37 @@ protected:
     ScratchDirectory m_config;
 };
 
-TEST_F(InstallDirectoryTest, OverrideWinsAndIsClearedAfterwards)
-{
-    m_env.set("VYR_HOME_OVERRIDE", "/opt/override");
-    m_env.set("VYR_HOME", "/opt/home/");
-    EXPECT_EQ(resolveInstallDirectory(), "/opt/override/");
-    EXPECT_EQ(getEnvironment("VYR_HOME_OVERRIDE"), "");
-    EXPECT_EQ(getEnvironment("VYR_HOME"), "/opt/override/");
-}
-
-TEST_F(InstallDirectoryTest, HomeVariableKeepsItsSingleTrailingSlash)
-{
-    m_env.set("VYR_HOME", "/opt/home/");
-    EXPECT_EQ(resolveInstallDirectory(), "/opt/home/");
-}
-
-TEST_F(InstallDirectoryTest, MachineSettingsOfTheBuildComeBeforeTheGeneralOnes)
-{
-    // The test program's own directory holds neither the engine nor messages/.
-    writeMachineSettings("VYR_HOME=/opt/general\n[BUILD/6233]\nVYR_HOME = /opt/build6233\n");
-    EXPECT_EQ(resolveInstallDirectory(), "/opt/build6233/");
-    EXPECT_EQ(getEnvironment("VYR_HOME"), "/opt/build6233/");
-}
-
-TEST_F(InstallDirectoryTest, GeneralMachineSettingWhenTheBuildHasNone)
-{
-    writeMachineSettings("[BUILD/6000]\nVYR_HOME=/opt/old\n[General]\nVYR_HOME=/opt/general\n");
-    EXPECT_EQ(resolveInstallDirectory(), "/opt/general/");
-}
-
-TEST_F(InstallDirectoryTest, ModuleDirectoryWhenNothingElseAnswers)
+TEST_F(InstallDirectoryTest, OverrideThenHomeThenMachineSettingsThenModuleDirectory)
 {
     const std::string module = moduleDirectory();
     ASSERT_FALSE(module.empty());
     EXPECT_EQ(module.back(), '/');
-    EXPECT_EQ(resolveInstallDirectory(), module);
+    struct Case
+    {
+        std::optional<std::string> override, home;
+        const char *machineSettings;
+        std::string expected;
+    };
+    // The test program's own directory holds neither the engine nor messages/,
+    // so the machine settings are asked.
+    const Case cases[] = {
+        {"/opt/override", "/opt/home/", "VYR_HOME=/opt/general\n", "/opt/override/"},
+        {std::nullopt, "/opt/home/", "VYR_HOME=/opt/general\n", "/opt/home/"},
+        {std::nullopt, std::nullopt, "VYR_HOME=/opt/general\n[BUILD/6233]\nVYR_HOME = /opt/build6233\n",
+         "/opt/build6233/"},
+        {std::nullopt, std::nullopt, "[BUILD/6000]\nVYR_HOME=/opt/old\n[General]\nVYR_HOME=/opt/general\n",
+         "/opt/general/"},
+        {std::nullopt, std::nullopt, "", module},
+    };
+    for (const Case &c : cases) {
+        m_env.set("VYR_HOME_OVERRIDE", c.override);
+        m_env.set("VYR_HOME", c.home);
+        writeMachineSettings(c.machineSettings);
+        EXPECT_EQ(resolveInstallDirectory(), c.expected) << c.expected;
+        // The answer is passed on; an override is used once only.
+        EXPECT_EQ(getEnvironment("VYR_HOME"), c.expected);
+        EXPECT_EQ(getEnvironment("VYR_HOME_OVERRIDE"), "");
+    }
 }
 
 TEST(IniFileTest, FindsValuesByGroupAndKey)
@@ -107,25 +103,21 @@ TEST(IniFileTest, FindsValuesByGroupAndKey)
         EXPECT_EQ(findIniValue(text, c.group, c.key), c.expected) << c.group << " / " << c.key;
 }
 
-TEST(RegistryTest, UserSettingsAndMissingKeysFallBack)
+TEST(RegistryTest, UserSettingsThenTheFirstSystemDirectoryHoldingTheValue)
 {
     ScratchDirectory home;
+    ScratchDirectory first;
+    ScratchDirectory second;
     ScopedEnvironment env;
     env.set("XDG_CONFIG_HOME", home.path());
+    env.set("XDG_CONFIG_DIRS", first.path() + ":" + second.path());
     home.write("Quenbry Inc./VYR Loomhouse.conf", "[Settings]\nAllow Source Feature Type Editing=Yes\n");
     const std::string key = "Software\\Quenbry Inc.\\VYR Loomhouse\\Settings";
     EXPECT_EQ(readUserRegistryString(key, "Allow Source Feature Type Editing", "no"), "Yes");
     EXPECT_EQ(readUserRegistryString(key, "Missing", "no"), "no");
     EXPECT_EQ(readUserRegistryString("Software\\Quenbry Inc.\\Other", "x", "fallback"), "fallback");
     EXPECT_EQ(readUserRegistryString("Software", "x", "fallback"), "fallback");
-}
 
-TEST(RegistryTest, FirstSystemDirectoryHoldingTheValueWins)
-{
-    ScratchDirectory first;
-    ScratchDirectory second;
-    ScopedEnvironment env;
-    env.set("XDG_CONFIG_DIRS", first.path() + ":" + second.path());
     first.write("Quenbry Inc./Vyrcore.conf", "[Other]\nVYR_HOME=/wrong\n");
     second.write("Quenbry Inc./Vyrcore.conf", "VYR_HOME=/opt/second\n");
     EXPECT_EQ(readRegistryString("SOFTWARE\\Quenbry Inc.\\Vyrcore", "VYR_HOME", ""), "/opt/second");

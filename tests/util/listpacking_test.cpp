@@ -27,13 +27,6 @@ TEST(PlainLists, splitKeepsEveryPiece)
     };
     for (const auto &c : cases)
         EXPECT_EQ(splitList(c.text, c.separator), c.pieces) << "text: \"" << c.text << "\"";
-}
-
-TEST(PlainLists, joinPutsSeparatorsBetween)
-{
-    EXPECT_EQ(joinList({}, ','), "");
-    EXPECT_EQ(joinList({"a"}, ','), "a");
-    EXPECT_EQ(joinList({"a", "", "b"}, ','), "a,,b");
     EXPECT_EQ(joinList({"a", "b"}, '\0'),
               "a\x01"
               "b");
@@ -75,27 +68,23 @@ TEST(QuotedLists, splitReadsQuotedFields)
         EXPECT_EQ(csvSplit(c.text, c.separator), c.fields) << "text: " << c.text;
 }
 
-// csvSplit(csvJoin(l)) == l for any list but the one holding one empty text.
-TEST(QuotedLists, everyListSurvivesTheTrip)
+// split(join(l)) == l for any list but the one holding one empty text (plain
+// lists: any without the separator). With the split tables above this fixes
+// every join but its free choices, which the join tests pin: where to quote,
+// and what separator 0 stands for.
+TEST(Lists, everyListSurvivesTheTrip)
 {
     testing::RandomText random(21);
-    for (char separator : {',', ':'}) {
-        for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < 20000; ++i) {
+        for (char separator : {',', ':'}) {
             const StringList list = random.list(5, 4, "ab \",:x");
             const std::string packed = csvJoin(list, separator);
             const StringList expected = list == StringList{""} ? StringList{} : list;
             ASSERT_EQ(csvSplit(packed, separator), expected) << "packed: " << packed;
         }
-    }
-}
-
-TEST(PlainLists, everyListWithoutTheSeparatorSurvivesTheTrip)
-{
-    testing::RandomText random(22);
-    for (int i = 0; i < 20000; ++i) {
-        const StringList list = random.list(5, 4, "ab \":x");
-        const StringList expected = list == StringList{""} ? StringList{} : list;
-        ASSERT_EQ(splitList(joinList(list, ','), ','), expected);
+        const StringList plain = random.list(5, 4, "ab \":x");
+        const StringList expected = plain == StringList{""} ? StringList{} : plain;
+        ASSERT_EQ(splitList(joinList(plain, ','), ','), expected) << joinList(plain, ',');
     }
 }
 

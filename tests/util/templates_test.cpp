@@ -40,25 +40,18 @@ Template readTemplate(const QString &path)
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
     QXmlStreamReader xml(&file);
-    QStringList classes;
     QString property;
     while (!xml.atEnd()) {
-        xml.readNext();
-        if (xml.isStartElement()) {
-            if (xml.name() == u"widget") {
-                classes.append(xml.attributes().value("class").toString());
-                if (kFocusable.contains(classes.last()))
-                    read.focusable.append(xml.attributes().value("name").toString());
-            } else if (xml.name() == u"property") {
-                property = xml.attributes().value("name").toString();
-            } else if (xml.name() == u"string" && (property == "text" || property == "title")) {
-                read.texts.append(xml.readElementText());
-            } else if (xml.name() == u"tabstop") {
-                read.tabStops.append(xml.readElementText());
-            }
-        } else if (xml.isEndElement() && xml.name() == u"widget") {
-            classes.removeLast();
-        }
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == u"widget" && kFocusable.contains(xml.attributes().value("class").toString()))
+            read.focusable.append(xml.attributes().value("name").toString());
+        else if (xml.name() == u"property")
+            property = xml.attributes().value("name").toString();
+        else if (xml.name() == u"string" && (property == "text" || property == "title"))
+            read.texts.append(xml.readElementText());
+        else if (xml.name() == u"tabstop")
+            read.tabStops.append(xml.readElementText());
     }
     EXPECT_FALSE(xml.hasError()) << path.toStdString() << ": " << xml.errorString().toStdString();
     return read;
