@@ -316,25 +316,17 @@ void CVVyrGrid::OnCellKey(int &key, bool)
     const Qt::KeyboardModifiers modifiers = KeyModifiers();
     const bool control = modifiers & Qt::ControlModifier;
     const bool shift = modifiers & Qt::ShiftModifier;
-    switch (editShortcut(key, modifiers)) {
-    case EditShortcut::Copy:
-        CopySelectedRows();
+    if (const EditShortcut shortcut = editShortcut(key, modifiers); shortcut != EditShortcut::None) {
+        if (shortcut == EditShortcut::Copy)
+            CopySelectedRows();
+        else if (shortcut == EditShortcut::Paste)
+            Paste();
+        else if (shortcut == EditShortcut::Undo)
+            Undo();
+        else
+            Redo();
         key = 0;
         return;
-    case EditShortcut::Paste:
-        Paste();
-        key = 0;
-        return;
-    case EditShortcut::Undo:
-        Undo();
-        key = 0;
-        return;
-    case EditShortcut::Redo:
-        Redo();
-        key = 0;
-        return;
-    case EditShortcut::None:
-        break;
     }
     switch (key) {
     case Qt::Key_Delete:
