@@ -39,7 +39,8 @@ TEST(AttrTypeArgTest, KeywordsChooseTheKind)
     };
     for (const Case &c : cases) {
         const auto arg = createArg(c.keyword, 3, c.type);
-        EXPECT_STREQ(typeid(*arg).name(), c.kind.name()) << c.keyword;
+        const AttrTypeArg &made = *arg;
+        EXPECT_STREQ(typeid(made).name(), c.kind.name()) << c.keyword;
         EXPECT_EQ(arg->index(), 3u);
         EXPECT_EQ(arg->keyword(), c.keyword);
         EXPECT_EQ(arg->type(), c.type);
@@ -110,7 +111,8 @@ TEST(AttrTypeArgTest, ClonesKeepValueIndexAndTypeButNotTheKeyword)
     const auto fixed = createArg("1", 2, &type);
     fixed->setValue("5");
     const auto copy = fixed->clone();
-    EXPECT_STREQ(typeid(*copy).name(), typeid(AttrTypeArgInt).name());
+    const AttrTypeArg &copied = *copy;
+    EXPECT_STREQ(typeid(copied).name(), typeid(AttrTypeArgInt).name());
     EXPECT_EQ(copy->value(), "5");
     EXPECT_EQ(copy->index(), 2u);
     EXPECT_EQ(copy->type(), &type);
