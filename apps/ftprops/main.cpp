@@ -9,8 +9,10 @@
 // on the named feature type at once and ends with it. --screenshot saves the
 // dialog as a PNG once it shows; --accept then presses OK (otherwise Cancel,
 // when a screenshot was asked for), so that it runs without a person; a
-// refused OK prints why on standard error and exits with 3. With no display
-// it runs on the offscreen platform.
+// refused OK prints why on standard error and exits with 3; a save that
+// fails says why on standard error and exits with 2. With no display it runs
+// on the offscreen platform when --screenshot or --accept ends the dialog by
+// itself, and refuses to start otherwise: nobody could reach its window.
 #include "workspace.h"
 #include "workspacewindow.h"
 
@@ -24,6 +26,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 using namespace vyr::ftprops;
 
@@ -64,16 +67,30 @@ void automateNextDialog(const Automation &automation, bool &refused)
     poll->start();
 }
 
+// Whether the command line asks for a run that ends by itself. Looked at
+// before the application exists, as the platform must be chosen first.
+bool runsUnattended(int argc, char *argv[])
+{
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        for (const std::string_view option : {"--accept", "--screenshot", "--help", "-h", "--version"}) {
+            if (argument == option || (argument.starts_with(option) && argument.substr(option.size()).starts_with('=')))
+                return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    const auto unset = [](const char *name) {
-        const char *value = std::getenv(name);
-        return !value || !*value;
-    };
-    if (unset("DISPLAY") && unset("WAYLAND_DISPLAY") && unset("QT_QPA_PLATFORM"))
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    if (!vyr::windowsHaveAPlace() && !runsUnattended(argc, argv)) {
+        std::fprintf(stderr, "vyr-ftprops: no display to show the workspace on; use --accept or --screenshot "
+                             "to run without one\n");
+        return 2;
+    }
+    vyr::drawOffscreenWithoutDisplay();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vyr-ftprops"));
 
@@ -125,9 +142,11 @@ int main(int argc, char *argv[])
             } else if (result == EditResult::Cancelled) {
                 std::printf("cancelled, nothing saved\n");
                 status = 1;
+            } else if (result == EditResult::SaveFailed) {
+                std::fprintf(stderr, "vyr-ftprops: %s\n", message.c_str());
+                status = 2;
             } else {
                 std::printf("%s\n", message.c_str());
-                status = result == EditResult::Saved ? 0 : 2;
             }
         }
     } else {

@@ -3,49 +3,31 @@
 #include "frame/vyrrwstringimp.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "util/capabilityfile.h"
+#include "util/safefiles.h"
 
 #include "vyr/IVYRFeature.h"
 #include "vyr/IVYRSession.h"
 #include "vyr/vyr_featurefile.h"
 #include "vyrguimfc/vyrguimfc.h"
 
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 namespace vyr::ftprops {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string readText(const std::string &path)
+// The feature as its file would hold it now, taken in memory: whether a
+// feature changed must never depend on files that may not be writable.
+// Compared as JSON, the order in which attributes were last set does not
+// count as a change.
+nlohmann::json snapshotOf(const IVYRFeature &feature)
 {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-// Only plain files are read: a device or a pipe named in a workspace would
-// never end.
-bool readableFile(const std::string &path)
-{
-    std::error_code status;
-    return fs::is_regular_file(path, status);
-}
-
-// The feature as its file would hold it now. Compared as JSON, the order in
-// which attributes were last set does not count as a change.
-nlohmann::json snapshotOf(const IVYRFeature &feature, const std::string &scratch)
-{
-    if (!VYR_FeatureSaveJson(&feature, scratch.c_str(), nullptr))
+    VYRRWStringImp text;
+    if (!VYR_FeatureWriteJson(&feature, &text))
         return {};
-    const std::string text = readText(scratch);
-    std::remove(scratch.c_str());
-    return nlohmann::json::parse(text, nullptr, false);
+    return nlohmann::json::parse(std::string_view(text.data(), text.length()), nullptr, false);
 }
-
 
 } // namespace
 
@@ -67,12 +49,12 @@ Workspace::~Workspace()
 
 std::unique_ptr<Workspace> Workspace::open(const std::string &path, IVYRSession &session, std::string &error)
 {
-    std::error_code status;
-    if (!fs::is_regular_file(path, status)) {
-        error = "cannot read the workspace file " + path;
+    const std::optional<std::string> text = readUntrustedFile(path, error);
+    if (!text) {
+        error = "cannot read the workspace file " + error;
         return nullptr;
     }
-    return parse(readText(path), path, session, error);
+    return parse(*text, path, session, error);
 }
 
 std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::string &path, IVYRSession &session,
@@ -92,10 +74,9 @@ std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::
             featureType.featurePath = relative(entry.at("feature"));
             featureType.formatPath = relative(entry.at("format"));
             featureType.formatEntry = entry.at("format").get<std::string>();
-            const auto capabilities = readableFile(featureType.formatPath) ? readCapabilityFile(featureType.formatPath)
-                                                                            : std::nullopt;
+            const auto capabilities = readCapabilityFile(featureType.formatPath, &error);
             if (!capabilities) {
-                error = "cannot read the capability file " + featureType.formatPath;
+                error = "cannot read the capability file " + error;
                 return nullptr;
             }
             featureType.capabilities = *capabilities;
@@ -105,10 +86,6 @@ std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::
             featureType.feature = session.createFeature();
             workspace->m_featureTypes.push_back(featureType);
             VYRRWStringImp reason;
-            if (!readableFile(featureType.featurePath)) {
-                error = "cannot read the feature file " + featureType.featurePath;
-                return nullptr;
-            }
             if (!VYR_FeatureLoadJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
                 error = std::string(reason.c_str());
                 return nullptr;
@@ -117,9 +94,9 @@ std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::
         if (document.contains("schema_sources")) {
             for (const nlohmann::json &entry : document.at("schema_sources")) {
                 const std::string formatPath = relative(entry);
-                const auto capabilities = readableFile(formatPath) ? readCapabilityFile(formatPath) : std::nullopt;
+                const auto capabilities = readCapabilityFile(formatPath, &error);
                 if (!capabilities) {
-                    error = "cannot read the capability file " + formatPath;
+                    error = "cannot read the capability file " + error;
                     return nullptr;
                 }
                 workspace->m_schemaSources.push_back(*capabilities);
@@ -142,26 +119,18 @@ bool Workspace::followFormatChange(std::size_t index, std::string &message)
     for (const WorkspaceFeatureType &other : m_featureTypes) {
         if (other.formatName != std::string(moved.c_str()))
             continue;
+        nlohmann::json document = m_document;
+        document["feature_types"][index]["format"] = other.formatEntry;
+        std::string reason;
+        if (!replaceFileContent(m_path, document.dump(4) + '\n', reason)) {
+            message += "; " + reason;
+            return false;
+        }
+        m_document = std::move(document);
         featureType.formatPath = other.formatPath;
         featureType.formatEntry = other.formatEntry;
         featureType.capabilities = other.capabilities;
         featureType.formatName = other.formatName;
-        m_document["feature_types"][index]["format"] = other.formatEntry;
-        const std::string temporary = m_path + ".vyr-new";
-        {
-            std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-            out << m_document.dump(4) << '\n';
-            if (!out.flush()) {
-                std::remove(temporary.c_str());
-                message = "cannot write the workspace file " + m_path;
-                return false;
-            }
-        }
-        if (std::rename(temporary.c_str(), m_path.c_str()) != 0) {
-            std::remove(temporary.c_str());
-            message = "cannot replace the workspace file " + m_path;
-            return false;
-        }
         message += ", " + featureType.name() + " now in " + other.formatName + " (" + m_path + ")";
         return true;
     }
@@ -180,7 +149,6 @@ int Workspace::find(const std::string &name) const
 EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
 {
     const WorkspaceFeatureType &edited = m_featureTypes.at(static_cast<std::size_t>(index));
-    const std::string scratch = edited.featurePath + ".vyr-snapshot";
     std::vector<std::size_t> involved{static_cast<std::size_t>(index)};
     std::vector<VYRWorkspaceFeatureType> others;
     for (std::size_t i = 0; i < m_featureTypes.size(); ++i) {
@@ -192,7 +160,7 @@ EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
     }
     std::vector<nlohmann::json> before;
     for (const std::size_t i : involved)
-        before.push_back(snapshotOf(*m_featureTypes[i].feature, scratch));
+        before.push_back(snapshotOf(*m_featureTypes[i].feature));
     std::vector<const char *> sources;
     for (const std::string &capabilities : m_schemaSources)
         sources.push_back(capabilities.c_str());
@@ -204,11 +172,11 @@ EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
     message.clear();
     for (std::size_t k = 0; k < involved.size(); ++k) {
         const WorkspaceFeatureType &featureType = m_featureTypes[involved[k]];
-        if (snapshotOf(*featureType.feature, scratch) == before[k])
+        if (snapshotOf(*featureType.feature) == before[k])
             continue;
         VYRRWStringImp reason;
         if (!VYR_FeatureSaveJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
-            message = std::string(reason.c_str());
+            message = (message.empty() ? "" : message + "; ") + reason.c_str();
             return EditResult::SaveFailed;
         }
         message += (message.empty() ? "saved " : ", ") + featureType.featurePath;

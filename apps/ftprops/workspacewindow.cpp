@@ -5,6 +5,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -56,6 +57,10 @@ void WorkspaceWindow::editSelected()
     const EditResult result = m_workspace.edit(row, this, message);
     m_status->setText(result == EditResult::Cancelled ? tr("Cancelled: nothing saved.")
                                                       : QString::fromStdString(message));
+    // A failed save must not pass as a line in the status bar: the edits
+    // live only in this window until the user frees the folder or the disk.
+    if (result == EditResult::SaveFailed)
+        QMessageBox::warning(this, windowTitle(), tr("Saving failed: %1").arg(QString::fromStdString(message)));
     refresh();
 }
 

@@ -4,7 +4,9 @@
 #ifndef VYRTOOL_COMMANDS_H
 #define VYRTOOL_COMMANDS_H
 
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 int runCodecCommand(std::span<const std::string_view> arguments);
@@ -14,5 +16,9 @@ int runFormatCommand(std::string_view command, std::span<const std::string_view>
 int runDialogCommand(std::string_view command, std::span<const std::string_view> arguments);
 // "domain" or "list".
 int runEditorCommand(std::string_view command, std::span<const std::string_view> arguments);
+
+// The capability string of the file at `path`; nothing, after saying why on
+// standard error, when it cannot be read.
+std::optional<std::string> readCapabilities(const std::string &path, const char *command);
 
 #endif // VYRTOOL_COMMANDS_H

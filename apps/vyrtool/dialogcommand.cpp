@@ -4,7 +4,6 @@
 #include "dialogrunner.h"
 #include "toolarguments.h"
 
-#include "uikit/application.h"
 #include "uikit/caboutdlg.h"
 #include "util/numbertext.h"
 
@@ -36,10 +35,8 @@ int runDialogCommand(std::string_view command, std::span<const std::string_view>
         return 2;
     }
     const DialogOptions options = dialogOptions(*read);
-    if (!vyr::ensureApplication()) {
-        std::fputs("vyrtool: no window can be shown here\n", stderr);
+    if (!startDialogApplication(options, name.c_str()))
         return 1;
-    }
     std::unique_ptr<vyr::CVyrDialog> dialog;
     if (command == "about")
         dialog = std::make_unique<vyr::CAboutDlg>();

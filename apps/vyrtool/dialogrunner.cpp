@@ -1,6 +1,7 @@
 #include "dialogrunner.h"
 #include "toolarguments.h"
 
+#include "uikit/application.h"
 #include "uikit/cvyrdialog.h"
 #include "uikit/unattendedrun.h"
 
@@ -14,6 +15,17 @@
 DialogOptions dialogOptions(const ToolArguments &arguments)
 {
     return {arguments.option("screenshot").value_or(std::string()), arguments.hasFlag("accept")};
+}
+
+bool startDialogApplication(const DialogOptions &options, const char *command)
+{
+    if (options.accept || !options.screenshot.empty())
+        vyr::drawOffscreenWithoutDisplay();
+    if (vyr::ensureApplication())
+        return true;
+    std::fprintf(stderr, "vyrtool %s: no window can be shown here; --accept or --screenshot run without a display\n",
+                 command);
+    return false;
 }
 
 DialogOutcome runToolDialog(vyr::CVyrDialog &dialog, const DialogOptions &options, const char *command)

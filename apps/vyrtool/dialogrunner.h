@@ -23,6 +23,11 @@ struct DialogOptions
 // --screenshot FILE and --accept as read by readToolArguments.
 DialogOptions dialogOptions(const ToolArguments &arguments);
 
+// Makes the application the dialog runs in: without a display, on the
+// offscreen platform when `options` end the dialog by themselves. False,
+// said on standard error, when no window could reach anybody.
+bool startDialogApplication(const DialogOptions &options, const char *command);
+
 enum class DialogOutcome {
     // Closed with OK.
     Accepted,

@@ -16,9 +16,7 @@
 #include "attrtypesdlg/argumenteditor.h"
 #include "attrtypes/datatypemappings.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
-#include "uikit/application.h"
 #include "uikit/cvyrdialog.h"
-#include "util/capabilityfile.h"
 
 #include "vyr/vyr_session.h"
 
@@ -73,11 +71,9 @@ int runEditorCommand(std::string_view command, std::span<const std::string_view>
         const auto path = read->option("format");
         if (!path)
             return usage(name, "--format is missing");
-        const auto capabilities = readCapabilityFile(*path);
-        if (!capabilities) {
-            std::fprintf(stderr, "vyrtool %s: cannot read the capability file %s\n", name, path->c_str());
+        const auto capabilities = readCapabilities(*path, name);
+        if (!capabilities)
             return 2;
-        }
         session = VYR_SessionCreate();
         format = std::make_unique<VYRObjFTPropsFormatInfo>(*capabilities, session);
         registry = format->getDataTypeMappings();
@@ -85,9 +81,7 @@ int runEditorCommand(std::string_view command, std::span<const std::string_view>
     const bool editable = domain ? !(registry && registry->isSource()) : !read->hasFlag("source");
 
     int status = 1;
-    if (!ensureApplication()) {
-        std::fprintf(stderr, "vyrtool %s: no window can be shown here\n", name);
-    } else {
+    if (startDialogApplication(dialogOptions(*read), name)) {
         ArgumentEditor editor(*kind, read->words[1], registry, editable);
         const DialogOutcome outcome = runToolDialog(editor.dialog(), dialogOptions(*read), name);
         if (outcome == DialogOutcome::Accepted)

@@ -54,11 +54,9 @@ struct Session
 
 std::unique_ptr<VYRObjFTPropsFormatInfo> openFormat(const std::string &path, IVYRSession *session, const char *command)
 {
-    const auto capabilities = readCapabilityFile(path);
-    if (!capabilities) {
-        std::fprintf(stderr, "vyrtool %s: cannot read the capability file %s\n", command, path.c_str());
+    const auto capabilities = readCapabilities(path, command);
+    if (!capabilities)
         return nullptr;
-    }
     return std::make_unique<VYRObjFTPropsFormatInfo>(*capabilities, session);
 }
 
@@ -88,9 +86,11 @@ Json texts(const StringList &narrow)
     return list;
 }
 
+// Capability and feature files may hold bytes that are not UTF-8; each
+// such byte is shown as U+FFFD, so the output stays valid JSON.
 void print(const Json &document)
 {
-    std::printf("%s\n", document.dump(2).c_str());
+    std::printf("%s\n", document.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
 }
 
 int formatShow(const ToolArguments &arguments)
@@ -261,4 +261,13 @@ int runFormatCommand(std::string_view command, std::span<const std::string_view>
     if (command == "name")
         return nameCommand(*read);
     return schemaShow(*read);
+}
+
+std::optional<std::string> readCapabilities(const std::string &path, const char *command)
+{
+    std::string error;
+    std::optional<std::string> capabilities = readCapabilityFile(path, &error);
+    if (!capabilities)
+        std::fprintf(stderr, "vyrtool %s: cannot read the capability file %s\n", command, error.c_str());
+    return capabilities;
 }

@@ -4,13 +4,10 @@
 
 #include "frame/vyrrwstringarrayimp.h"
 #include "frame/vyrrwstringimp.h"
+#include "util/safefiles.h"
 #include "util/stringconverter.h"
 
 #include <nlohmann/json.hpp>
-
-#include <cstdio>
-#include <fstream>
-#include <iterator>
 
 using Json = nlohmann::ordered_json;
 
@@ -103,13 +100,23 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
 
 extern "C" bool VYR_FeatureLoadJson(IVYRFeature *feature, const char *path, IVYRString *error)
 {
-    std::ifstream file(path ? path : "", std::ios::binary);
-    if (!file) {
-        report(error, std::string(path ? path : "") + ": cannot be read");
+    std::string reason;
+    const std::optional<std::string> text = vyr::readUntrustedFile(path ? path : "", reason);
+    if (!text) {
+        report(error, reason);
         return false;
     }
-    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    return VYR_FeatureReadJson(feature, text.data(), text.size(), path, error);
+    return VYR_FeatureReadJson(feature, text->data(), text->size(), path, error);
+}
+
+extern "C" bool VYR_FeatureWriteJson(const IVYRFeature *feature, IVYRString *text)
+{
+    const auto *source = dynamic_cast<const vyr::engine::VYRFeature *>(feature);
+    if (!source || !text)
+        return false;
+    const std::string written = source->toJson().dump(2) + '\n';
+    text->assign(written.data(), written.size());
+    return true;
 }
 
 extern "C" bool VYR_FeatureSaveJson(const IVYRFeature *feature, const char *path, IVYRString *error)
@@ -120,19 +127,9 @@ extern "C" bool VYR_FeatureSaveJson(const IVYRFeature *feature, const char *path
         report(error, target + ": not a feature of this engine");
         return false;
     }
-    const std::string temporary = target + ".saving";
-    {
-        std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-        file << source->toJson().dump(2) << '\n';
-        if (!file.flush()) {
-            std::remove(temporary.c_str());
-            report(error, target + ": cannot be written");
-            return false;
-        }
-    }
-    if (std::rename(temporary.c_str(), target.c_str()) != 0) {
-        std::remove(temporary.c_str());
-        report(error, target + ": cannot be replaced");
+    std::string reason;
+    if (!vyr::replaceFileContent(target, source->toJson().dump(2) + '\n', reason)) {
+        report(error, reason);
         return false;
     }
     return true;

@@ -3,24 +3,19 @@
 #include "vyr/IVYRFeature.h"
 
 #include "frame/vyrrwstringimp.h"
+#include "util/installedscripts.h"
+#include "util/safefiles.h"
 
 #include <tcl.h>
 
-#include <cstdlib>
 #include <memory>
 
 namespace vyr::engine {
 
 namespace {
 
-// Compiled loops run without counting commands, so only the clock stops
-// a script that never ends.
-long secondsLimit()
-{
-    const char *configured = std::getenv("VYR_TCL_SECONDS");
-    const long seconds = configured ? std::strtol(configured, nullptr, 10) : 0;
-    return seconds > 0 ? seconds : 10;
-}
+// Validation scripts are small; anything larger is not one.
+constexpr std::size_t kLargestScript = 1u << 20;
 
 // The feature the running evaluation works on; set only during one.
 thread_local IVYRFeature *currentFeature = nullptr;
@@ -74,6 +69,29 @@ int removeAttributeCommand(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *co
     return TCL_OK;
 }
 
+// The safe interpreter's only way to read a file: a validation script of
+// the installation, read here and handed to Tcl as the text to evaluate.
+int sourceCommand(ClientData, Tcl_Interp *interp, int objc, Tcl_Obj *const objv[])
+{
+    if (objc != 2)
+        return wrongArguments(interp, objv, "fileName");
+    const std::string path = Tcl_GetString(objv[1]);
+    if (!isInstalledScript(path)) {
+        Tcl_SetObjResult(interp, Tcl_ObjPrintf("\"%s\" is no script of the installation's %s folder", path.c_str(),
+                                               installedScriptFolder().c_str()));
+        return TCL_ERROR;
+    }
+    std::string error;
+    const std::optional<std::string> script = readUntrustedFile(path, error, kLargestScript);
+    if (!script) {
+        Tcl_SetObjResult(interp, Tcl_NewStringObj(error.c_str(), -1));
+        return TCL_ERROR;
+    }
+    const int status = Tcl_EvalEx(interp, script->data(), static_cast<int>(script->size()), 0);
+    // "return" at a script's top level ends the script, as it does in source.
+    return status == TCL_RETURN ? TCL_OK : status;
+}
+
 struct InterpreterDeleter
 {
     void operator()(Tcl_Interp *interp) const { Tcl_DeleteInterp(interp); }
@@ -89,8 +107,12 @@ Tcl_Interp *interpreter()
         (void)initialised;
         std::unique_ptr<Tcl_Interp, InterpreterDeleter> made(Tcl_CreateInterp());
         Tcl_Interp *raw = made.get();
-        // A script must never end the host process.
-        Tcl_DeleteCommand(raw, "exit");
+        // Scripts come with formats, and formats come with workspaces from
+        // anywhere: they compute, they never reach the file system, the
+        // network, other processes or the environment, and never end the host.
+        Tcl_MakeSafe(raw);
+        Tcl_UnsetVar(raw, "env", TCL_GLOBAL_ONLY);
+        Tcl_CreateObjCommand(raw, "source", sourceCommand, nullptr, nullptr);
         Tcl_CreateObjCommand(raw, "vyr_feature_type", featureTypeCommand, nullptr, nullptr);
         Tcl_CreateObjCommand(raw, "vyr_attribute", attributeCommand, nullptr, nullptr);
         Tcl_CreateObjCommand(raw, "vyr_attribute_exists", attributeExistsCommand, nullptr, nullptr);
@@ -118,7 +140,9 @@ bool evaluateTcl(IVYRFeature &feature, const std::string &script, std::string &r
     currentFeature = &feature;
     Tcl_Time deadline;
     Tcl_GetTime(&deadline);
-    deadline.sec += secondsLimit();
+    // Compiled loops run without counting commands, so only the clock stops
+    // a script that never ends.
+    deadline.sec += scriptSecondsLimit();
     Tcl_LimitTypeSet(interp, TCL_LIMIT_TIME);
     Tcl_LimitSetTime(interp, &deadline);
     const int status = Tcl_EvalEx(interp, script.c_str(), static_cast<int>(script.size()), TCL_EVAL_GLOBAL);

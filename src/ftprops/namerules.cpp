@@ -2,14 +2,16 @@
 
 #include "util/asciitext.h"
 #include "util/codepage.h"
-#include "util/installdir.h"
+#include "util/installedscripts.h"
 #include "util/pattern.h"
 #include "util/stringconverter.h"
 
 #include "vyr/IVYRFeature.h"
 #include "vyr/IVYRSession.h"
 
+#include <chrono>
 #include <cstdio>
+#include <optional>
 
 namespace vyr {
 
@@ -243,8 +245,11 @@ std::string RunValidationScript(IVYRSession &session, std::string_view script, s
         session.destroyFeature(feature);
         return result;
     }
-    const std::string path = getInstallDirectory() + "metafile/" + std::string(script);
-    for (int pass = 0; pass < kScriptPasses; ++pass) {
+    const std::string path = installedScriptFolder() + std::string(script);
+    // The limit holds for the whole resolution: a script that keeps giving a
+    // taken name would otherwise run its passes for many times the limit.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(scriptSecondsLimit());
+    for (int pass = 0; pass < kScriptPasses && std::chrono::steady_clock::now() < deadline; ++pass) {
         const std::string command
             = std::string("@TCL(catch {set LH_Clear ") + (pass == 0 ? "yes" : "no") + "; source {" + path + "}})";
         feature->setFeatureType(result.c_str());
@@ -281,8 +286,15 @@ std::string ResolveFeatureTypeName(const FTPropsFormatInfo &format, std::string_
         return {};
     }
     const std::string script = format.getFeatTypeValidationScript();
-    if (!script.empty())
-        return session ? RunValidationScript(*session, script, name, taken) : name;
+    if (!script.empty()) {
+        if (const std::optional<std::string> refusal = refuseScriptName(script)) {
+            // The format's own rules apply instead, as if it named no script.
+            std::fprintf(stderr, "vyr: the validation script \"%s\" of format %s is not run: %s\n", script.c_str(),
+                         format.getFormatName().c_str(), refusal->c_str());
+        } else {
+            return session ? RunValidationScript(*session, script, name, taken) : name;
+        }
+    }
     const int length = format.getFeatureTypeLength();
     return LegaliseName(name, format.getFeatureTypeInvalidChars(), format.getFeatureTypeCase(),
                         format.getFeatureTypeReservedWordSet(), taken, length > 0 ? static_cast<unsigned>(length) : 0,

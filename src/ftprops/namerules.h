@@ -21,14 +21,18 @@ namespace vyr {
 
 // The name a feature type of `format` gets for `proposed`, given the names
 // the format's other feature types have. `session` runs the format's
-// validation script (none runs without one). May be empty: when the format
-// allows only names that are all taken, or for an empty proposal.
+// validation script (none runs without one). A script that is not a plain
+// file of the installation's metafile/ folder is not run (said on standard
+// error), and the format's name rules apply as if it named none. May be
+// empty: when the format allows only names that are all taken, or for an
+// empty proposal.
 std::string ResolveFeatureTypeName(const FTPropsFormatInfo &format, std::string_view proposed, const StringSet &taken,
                                    IVYRSession *session);
 
 // Runs the format's validation script (under the installation directory's
 // metafile/) on `name` through an engine feature, at most 1,000 times, until
-// the name it leaves is not taken.
+// the name it leaves is not taken, and for no longer than scriptSecondsLimit
+// in all (the pass under way then ends by the engine's own limit).
 std::string RunValidationScript(IVYRSession &session, std::string_view script, std::string_view name,
                                 const StringSet &taken);
 

@@ -1,21 +1,37 @@
 #include "uikit/application.h"
 
+#include "uikit/cvyrdialog.h"
 #include "uikit/helpevents.h"
 #include "uikit/messageboxnotices.h"
-#include "util/environment.h"
+#include "uikit/unattendedrun.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QWidget>
 
+#include <cstdio>
+
 namespace vyr {
 
 namespace {
 
-// F1 is taken before any widget sees it, so it means help in every dialog,
-// including the host's own, exactly once. The request starts where the key
-// went: the focus widget, or the active window when nothing has the focus.
+// Whether `widget` lies in one of the library's dialogs, or in a window
+// opened over one (a message box, a find dialog).
+bool inLibraryWindow(QWidget *widget)
+{
+    for (QWidget *window = widget ? widget->window() : nullptr; window;
+         window = window->parentWidget() ? window->parentWidget()->window() : nullptr) {
+        if (qobject_cast<CVyrDialog *>(window))
+            return true;
+    }
+    return false;
+}
+
+// F1 is taken before any widget of the library's windows sees it, so it
+// means help there exactly once, whatever control has the focus. The host's
+// own windows keep their F1. The request starts where the key went: the
+// focus widget, or the active window when nothing has the focus.
 class HelpKeyFilter : public QObject
 {
 public:
@@ -27,7 +43,7 @@ protected:
         if (event->type() == QEvent::KeyPress) {
             const auto *key = static_cast<QKeyEvent *>(event);
             auto *target = qobject_cast<QWidget *>(watched);
-            if (target && key->key() == Qt::Key_F1 && key->modifiers() == Qt::NoModifier) {
+            if (target && key->key() == Qt::Key_F1 && key->modifiers() == Qt::NoModifier && inLibraryWindow(target)) {
                 routeHelpRequest(target);
                 return true;
             }
@@ -41,9 +57,13 @@ protected:
 QApplication *ensureApplication()
 {
     if (!QCoreApplication::instance()) {
-        const bool hasDisplay = !getEnvironment("DISPLAY").empty() || !getEnvironment("WAYLAND_DISPLAY").empty();
-        if (!hasDisplay && getEnvironment("QT_QPA_PLATFORM").empty())
-            setEnvironment("QT_QPA_PLATFORM", "offscreen", true);
+        // A window nobody can reach would wait for ever; a host that means to
+        // run without a display chooses the offscreen platform itself.
+        if (!windowsHaveAPlace()) {
+            std::fputs("vyrguimfc: no display and no Qt platform chosen (QT_QPA_PLATFORM), so no dialog is shown\n",
+                       stderr);
+            return nullptr;
+        }
         static int argc = 1;
         static char name[] = "vyrguimfc";
         static char *argv[] = {name, nullptr};

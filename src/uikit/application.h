@@ -4,8 +4,9 @@
 // own. Every entry point that shows a window first calls ensureApplication,
 // which makes a QApplication when there is none (never destroyed) and
 // installs the library's help routine on whichever application there is:
-// F1 anywhere sends a help request along the focus chain. Notices of the
-// model's checks are shown as message boxes from then on.
+// F1 in the library's dialogs (and windows over them) sends a help request
+// along the focus chain; the host's own windows keep their F1. Notices of
+// the model's checks are shown as message boxes from then on.
 #ifndef VYR_UIKIT_APPLICATION_H
 #define VYR_UIKIT_APPLICATION_H
 
@@ -13,11 +14,12 @@ class QApplication;
 
 namespace vyr {
 
-// The application, made on first use when the host has none; null only when
-// the host runs a QCoreApplication, under which no window can be shown.
-// Without a display and without a chosen Qt platform the application is
-// made on the offscreen platform, so a headless host gets results, not an
-// abort.
+// The application, made on first use when the host has none. Null when the
+// host runs a QCoreApplication, under which no window can be shown, and when
+// there is neither a display nor a Qt platform the host chose: a window
+// nobody can reach would never end, so the caller answers false at once
+// (the reason goes to standard error). A host that runs without a display
+// sets QT_QPA_PLATFORM=offscreen itself.
 QApplication *ensureApplication();
 
 } // namespace vyr

@@ -9,6 +9,7 @@
 #include "util/macrovalues.h"
 #include "util/pattern.h"
 #include "util/registry.h"
+#include "util/safefiles.h"
 #include "util/tempfiles.h"
 
 #include "vyr/IGuiPrompter.h"
@@ -20,23 +21,16 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 
 namespace vyr {
 
 namespace {
 
-bool writeFile(const std::string &path, const std::string &content)
+// The prompter's answers; nothing when they cannot be read.
+std::string readAnswers(const std::string &path)
 {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    return static_cast<bool>(file << content);
-}
-
-std::string readFile(const std::string &path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    std::string error;
+    return readUntrustedFile(path, error).value_or(std::string());
 }
 
 VYRRWStringArrayImp toArray(const StringList &list)
@@ -76,12 +70,11 @@ bool RunGuiDefinition(IGuiPrompter *prompter, const std::string &title, const St
                       const StringList &secondLines, StringList &answers, AnswerReadMode mode,
                       const std::string &helpReference)
 {
-    const std::string path = createTempFile({}, "lh-dlg-XXXXXX", {});
-    if (!path.empty())
-        writeFile(path, MakeGuiDefinition(title, firstLines, secondLines, helpReference));
+    const std::string path
+        = createTempFile({}, "lh-dlg-XXXXXX", {}, MakeGuiDefinition(title, firstLines, secondLines, helpReference));
     const bool accepted = prompter && prompter->run(path.c_str()) != 0;
     if (accepted)
-        readGuiAnswers(readFile(path), mode, answers);
+        readGuiAnswers(readAnswers(path), mode, answers);
     if (!path.empty())
         std::remove(path.c_str());
     return accepted;

@@ -1,9 +1,7 @@
 #include "util/capabilityfile.h"
 
 #include "util/asciitext.h"
-
-#include <fstream>
-#include <iterator>
+#include "util/safefiles.h"
 
 namespace vyr {
 
@@ -23,13 +21,16 @@ std::string capabilityStringOf(std::string_view fileText)
     return joined;
 }
 
-std::optional<std::string> readCapabilityFile(const std::string &path)
+std::optional<std::string> readCapabilityFile(const std::string &path, std::string *error)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
+    std::string reason;
+    const std::optional<std::string> text = readUntrustedFile(path, reason);
+    if (!text) {
+        if (error)
+            *error = reason;
         return std::nullopt;
-    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    return capabilityStringOf(text);
+    }
+    return capabilityStringOf(*text);
 }
 
 } // namespace vyr

@@ -22,8 +22,10 @@ namespace vyr {
 // The capability string of a capability file's text.
 std::string capabilityStringOf(std::string_view fileText);
 
-// The capability string of the file at `path`; nothing when it cannot be read.
-std::optional<std::string> readCapabilityFile(const std::string &path);
+// The capability string of the file at `path`; nothing when it cannot be
+// read, with the reason in `error` when given. Only a regular file of sane
+// size is read.
+std::optional<std::string> readCapabilityFile(const std::string &path, std::string *error = nullptr);
 
 } // namespace vyr
 

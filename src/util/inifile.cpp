@@ -1,9 +1,7 @@
 #include "util/inifile.h"
 
 #include "util/asciitext.h"
-
-#include <fstream>
-#include <iterator>
+#include "util/safefiles.h"
 
 namespace vyr {
 
@@ -60,11 +58,11 @@ std::optional<std::string> findIniValue(std::string_view text, std::string_view 
 
 std::optional<std::string> readIniFileValue(const std::string &path, std::string_view group, std::string_view key)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
+    std::string reason;
+    const std::optional<std::string> text = readUntrustedFile(path, reason);
+    if (!text)
         return std::nullopt;
-    const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    return findIniValue(text, group, key);
+    return findIniValue(*text, group, key);
 }
 
 } // namespace vyr

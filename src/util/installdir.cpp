@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
@@ -90,16 +91,27 @@ std::string moduleDirectory()
 
 std::string resolveInstallDirectory()
 {
-    std::string directory = getEnvironment("VYR_HOME_OVERRIDE");
-    if (!directory.empty())
+    // Libraries are loaded from the installation directory: a relative one
+    // would load them from wherever the user happens to stand.
+    const auto absoluteSetting = [](const char *variable) {
+        std::string value = getEnvironment(variable);
+        if (!value.empty() && value.front() != '/') {
+            std::fprintf(stderr, "vyr: %s=%s is not an absolute path and is ignored\n", variable, value.c_str());
+            value.clear();
+        }
+        return value;
+    };
+    const bool overridden = !getEnvironment("VYR_HOME_OVERRIDE").empty();
+    std::string directory = absoluteSetting("VYR_HOME_OVERRIDE");
+    if (overridden)
         setEnvironment("VYR_HOME_OVERRIDE", {}, true);
-    else
-        directory = getEnvironment("VYR_HOME");
+    if (directory.empty())
+        directory = absoluteSetting("VYR_HOME");
     if (directory.empty()) {
         const std::string module = moduleDirectory();
         if (!module.empty() && isInstallation(module))
             directory = module;
-        else if (directory = fromMachineSettings(); directory.empty())
+        else if (directory = fromMachineSettings(); directory.empty() || directory.front() != '/')
             directory = module;
     }
     if (directory.empty() || directory.back() != '/')

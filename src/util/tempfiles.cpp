@@ -31,12 +31,19 @@ bool isDirectory(const std::string &path)
         && S_ISDIR(info.st_mode);
 }
 
-bool isTaken(const std::string &path)
+enum class NameState { Free, Taken, Unusable };
+
+// Only "exists" means another name may do: any other error (a folder that
+// cannot be searched, a file where the folder should be) is the same for
+// every name, and trying more would never end.
+NameState nameState(const std::string &path)
 {
     struct stat info
     {
     };
-    return ::lstat(path.c_str(), &info) == 0 || errno != ENOENT;
+    if (::lstat(path.c_str(), &info) == 0)
+        return NameState::Taken;
+    return errno == ENOENT ? NameState::Free : NameState::Unusable;
 }
 
 } // namespace
@@ -70,25 +77,44 @@ std::string makeTempName(const std::string &directory, const std::string &nameTe
     name += std::to_string(milliseconds / 1000) + std::to_string(milliseconds % 1000) + "_"
         + numberText(static_cast<std::uint32_t>(::getpid()));
 
-    if (!isTaken(name + suffix))
+    NameState state = nameState(name + suffix);
+    if (state == NameState::Free)
         return name + suffix;
     name += '_';
-    while (isTaken(name + numberText(collisionCounter) + suffix))
+    while (state != NameState::Unusable) {
+        state = nameState(name + numberText(collisionCounter) + suffix);
+        if (state == NameState::Free)
+            return name + numberText(collisionCounter) + suffix;
         ++collisionCounter;
-    return name + numberText(collisionCounter) + suffix;
+    }
+    return {};
 }
 
-std::string createTempFile(const std::string &directory, const std::string &nameTemplate, const std::string &suffix)
+std::string createTempFile(const std::string &directory, const std::string &nameTemplate, const std::string &suffix,
+                           std::string_view content)
 {
     // The name can be taken between making it and creating the file; a few
     // rounds settle any race with an honest program.
     constexpr int kAttempts = 100;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         const std::string name = makeTempName(directory, nameTemplate, suffix);
+        if (name.empty())
+            return {};
         const int fd = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
         if (fd >= 0) {
-            ::close(fd);
-            return name;
+            // Written through the descriptor made here: reopened by name, the
+            // file could meanwhile be a link planted by someone else.
+            bool written = true;
+            for (std::string_view rest = content; written && !rest.empty();) {
+                const ssize_t count = ::write(fd, rest.data(), rest.size());
+                written = count >= 0 || errno == EINTR;
+                rest.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+            }
+            written = ::close(fd) == 0 && written;
+            if (written)
+                return name;
+            ::unlink(name.c_str());
+            return {};
         }
         if (errno != EEXIST)
             return {};

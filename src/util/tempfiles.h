@@ -8,6 +8,7 @@
 #define VYR_UTIL_TEMPFILES_H
 
 #include <string>
+#include <string_view>
 
 namespace vyr {
 
@@ -20,14 +21,18 @@ std::string resolveTempDirectory();
 
 // A path in `directory` (the temporary directory when empty) that names
 // nothing yet, not even a dangling symbolic link. The template defaults to
-// "VYR_XXXXXX"; `suffix` (say ".txt") ends the name.
+// "VYR_XXXXXX"; `suffix` (say ".txt") ends the name. Empty when names
+// cannot be looked at there (a folder that cannot be searched, or a file in
+// its place).
 std::string makeTempName(const std::string &directory, const std::string &nameTemplate, const std::string &suffix);
 
-// Makes a name as makeTempName does and creates the file, empty and readable
-// by its owner only. The file is created exclusively: a file or symbolic link
-// that appears under the name in the meantime is never opened, and the next
-// name is tried instead. Empty when no file could be created.
-std::string createTempFile(const std::string &directory, const std::string &nameTemplate, const std::string &suffix);
+// Makes a name as makeTempName does and creates the file holding `content`,
+// readable by its owner only. The file is created exclusively and written
+// through the descriptor that created it: a file or symbolic link that
+// appears under the name in the meantime is never opened, and the next name
+// is tried instead. Empty when no file could be created or written.
+std::string createTempFile(const std::string &directory, const std::string &nameTemplate, const std::string &suffix,
+                           std::string_view content = {});
 
 } // namespace vyr
 

@@ -72,8 +72,6 @@ TEST_F(EngineTest, TclFunctionsReadAndChangeTheFeature)
         {"@TCL(while 1 {set x 1})", false, "time limit exceeded"},
         {"@TCL(set kept here)", true, "here"},
         {"@TCL(set kept)", true, "here"},
-        {"@TCL(source /nonexistent/script.tcl)", false,
-         "couldn't read file \"/nonexistent/script.tcl\": no such file or directory"},
         {"vyr_feature_type", false, ""},
         {"@TCL(unbalanced {)", false, "missing close-brace"},
     };
@@ -83,6 +81,33 @@ TEST_F(EngineTest, TclFunctionsReadAndChangeTheFeature)
     }
     EXPECT_EQ(std::string(feature.getFeatureType()), "ROADS");
     EXPECT_EQ(value(feature, "width"), "(absent)");
+}
+
+// Functions and validation scripts come with capability files from
+// anywhere: they compute and read the feature, and reach nothing else.
+TEST_F(EngineTest, TclFunctionsRunInASafeInterpreter)
+{
+    IVYRFeature &feature = newFeature();
+    feature.setFeatureType("a:b");
+    VYRRWStringImp result;
+    for (const char *command : {"exec", "open", "file", "socket", "load", "cd", "pwd", "glob", "exit"}) {
+        const std::string function = std::string("@TCL(") + command + " x)";
+        EXPECT_FALSE(feature.performFunction(function.c_str(), result)) << command;
+        EXPECT_EQ(std::string(result.view()), std::string("invalid command name \"") + command + "\"");
+    }
+    EXPECT_TRUE(feature.performFunction("@TCL(info exists env)", result));
+    EXPECT_EQ(std::string(result.view()), "0") << "the environment is not visible";
+
+    const std::string installed = std::string(VYR_TEST_STAGE_DIR) + "/metafile/xlsx_sheet_names.tcl";
+    const std::string outside = std::string(VYR_TEST_STAGE_DIR) + "/metafile/../formats/csv.fmt";
+    for (const std::string &path : {outside, std::string("/etc/hostname"), std::string("/nonexistent.tcl")}) {
+        const std::string function = "@TCL(source {" + path + "})";
+        EXPECT_FALSE(feature.performFunction(function.c_str(), result)) << path;
+        EXPECT_NE(std::string(result.view()).find("is no script of the installation"), std::string::npos) << path;
+    }
+    const std::string function = "@TCL(source {" + installed + "})";
+    EXPECT_TRUE(feature.performFunction(function.c_str(), result)) << result.c_str();
+    EXPECT_STREQ(feature.getFeatureType(), "a_b") << "an installed script runs";
 }
 
 using Texts = std::vector<std::string>;
@@ -173,7 +198,7 @@ TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
     EXPECT_STREQ(feature.getFeatureType(), "kept");
     VYRRWStringImp error;
     EXPECT_FALSE(VYR_FeatureLoadJson(&feature, "/nonexistent/f.json", &error));
-    EXPECT_EQ(std::string(error.view()), "/nonexistent/f.json: cannot be read");
+    EXPECT_EQ(std::string(error.view()), "/nonexistent/f.json: No such file or directory");
 }
 
 // The session knows the installation's example formats (VYR_HOME is the stage).

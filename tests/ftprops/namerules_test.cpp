@@ -3,6 +3,7 @@
 
 #include "support/countingsession.h"
 #include "util/codepage.h"
+#include "util/listpacking.h"
 
 #include "vyr/IVYRFeature.h"
 #include "vyr/IVYRSession.h"
@@ -176,8 +177,33 @@ TEST(NameRulesTest, ResolutionByAllowedNamesScriptOrRules)
 
     ScriptSession session;
     session.feature.script = [](const std::string &name) { return name.substr(0, 3); };
-    const VYRObjFTPropsFormatInfo scripted("FEAT_TYPE_VALIDATION_SCRIPT,x.tcl", nullptr);
+    const VYRObjFTPropsFormatInfo scripted("FEAT_TYPE_VALIDATION_SCRIPT,xlsx_sheet_names.tcl", nullptr);
     EXPECT_EQ(ResolveFeatureTypeName(scripted, "Roads", {"Roa"}, &session), "Roa_2");
+}
+
+// A capability file comes from anywhere: a script it names runs only as a
+// plain file of the installation's metafile/ folder; any other is not run,
+// and the format's own name rules apply as if it named none.
+TEST(NameRulesTest, OnlyInstalledScriptsRunOnNames)
+{
+    const char *refused[] = {
+        "xlsx_sheet_names.tcl}; exec sh -c {id > /tmp/x}; set y {",
+        "../../elsewhere/evil.tcl",
+        "/etc/passwd",
+        "..",
+        "[exec id].tcl",
+        "$env(HOME).tcl",
+        "xlsx_sheet_names.tcl\\",
+        "no_such_script.tcl",
+    };
+    for (const char *script : refused) {
+        ScriptSession session;
+        session.feature.script = [](const std::string &) { return std::string("ScriptRan"); };
+        const VYRObjFTPropsFormatInfo format(
+            csvJoin({"FEATURE_TYPE_CASE", "UPPER", "FEAT_TYPE_VALIDATION_SCRIPT", script}, ','), nullptr);
+        EXPECT_EQ(ResolveFeatureTypeName(format, "roads", {}, &session), "ROADS") << script;
+        EXPECT_TRUE(session.feature.commands.empty()) << script;
+    }
 }
 
 TEST(NameRulesTest, AttributeNamesKeepListBracketsAndFitTheFormat)

@@ -54,6 +54,11 @@ TEST_F(InstallDirectoryTest, OverrideThenHomeThenMachineSettingsThenModuleDirect
         {std::nullopt, std::nullopt, "[BUILD/6000]\nVYR_HOME=/opt/old\n[General]\nVYR_HOME=/opt/general\n",
          "/opt/general/"},
         {std::nullopt, std::nullopt, "", module},
+        // A relative directory would load libraries from wherever the user
+        // stands: it is passed over.
+        {"override", "/opt/home/", "", "/opt/home/"},
+        {std::nullopt, "./home", "VYR_HOME=/opt/general\n", "/opt/general/"},
+        {"../x", "home", "VYR_HOME=general\n", module},
     };
     for (const Case &c : cases) {
         m_env.set("VYR_HOME_OVERRIDE", c.override);

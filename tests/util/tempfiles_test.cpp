@@ -78,9 +78,20 @@ TEST(TempFilesTest, PlantedLinksAreNeverFollowed)
     EXPECT_EQ(info.st_size, 0);
     EXPECT_EQ(fileContent(victim), "precious");
 
-    const std::string another = createTempFile(dir.path(), "lh-dlg-XXXXXX", "");
+    const std::string another = createTempFile(dir.path(), "lh-dlg-XXXXXX", "", "written through its descriptor");
     EXPECT_NE(another, created);
+    EXPECT_EQ(fileContent(another), "written through its descriptor");
     EXPECT_EQ(createTempFile("/nonexistent/vyr", "", ""), "") << "fails cleanly in a missing directory";
+}
+
+// Only "exists" makes another name worth trying: a file where the folder
+// should be fails every name alike, and used to count up for ever.
+TEST(TempFilesTest, NamesInAFolderThatCannotHoldFilesEndAtOnce)
+{
+    ScratchDirectory dir;
+    const std::string file = dir.write("not-a-folder", "x");
+    EXPECT_EQ(makeTempName(file, "", ""), "");
+    EXPECT_EQ(createTempFile(file, "", ".txt"), "");
 }
 
 } // namespace

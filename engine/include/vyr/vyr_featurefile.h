@@ -25,13 +25,21 @@
 extern "C" {
 
 /* Replaces the feature's contents with the file's. On failure returns false
- * and puts the reason into `error` (when given). Works on features of this
- * engine only. */
+ * and puts the reason into `error` (when given). Only a regular file of sane
+ * size is read. Works on features of this engine only. */
 VYR_ENGINE_API bool VYR_FeatureLoadJson(IVYRFeature *feature, const char *path, IVYRString *error);
 
-/* Writes the feature to the file, replacing it whole: a new file is written
- * next to it and renamed over it, so a failure never leaves half a file. */
+/* Writes the feature to the file, replacing it whole: a new file, created
+ * exclusively under an unpredictable name next to it, is renamed over it,
+ * so a failure never leaves half a file and a planted link is never written
+ * through. A symbolic link stays a link (its target gets the content), the
+ * file keeps its permissions, and a read-only file is refused. On failure
+ * returns false with the reason, naming the file, in `error`. */
 VYR_ENGINE_API bool VYR_FeatureSaveJson(const IVYRFeature *feature, const char *path, IVYRString *error);
+
+/* Puts the feature's JSON text, exactly as VYR_FeatureSaveJson would write
+ * it, into `text`. */
+VYR_ENGINE_API bool VYR_FeatureWriteJson(const IVYRFeature *feature, IVYRString *text);
 
 /* As VYR_FeatureLoadJson from JSON text in memory; `origin` names it in
  * messages. */
