@@ -26,7 +26,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 
 using namespace vyr::ftprops;
 
@@ -67,30 +66,15 @@ void automateNextDialog(const Automation &automation, bool &refused)
     poll->start();
 }
 
-// Whether the command line asks for a run that ends by itself. Looked at
-// before the application exists, as the platform must be chosen first.
-bool runsUnattended(int argc, char *argv[])
-{
-    for (int i = 1; i < argc; ++i) {
-        const std::string_view argument = argv[i];
-        for (const std::string_view option : {"--accept", "--screenshot", "--help", "-h", "--version"}) {
-            if (argument == option || (argument.starts_with(option) && argument.substr(option.size()).starts_with('=')))
-                return true;
-        }
-    }
-    return false;
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    if (!vyr::windowsHaveAPlace() && !runsUnattended(argc, argv)) {
+    if (!vyr::prepareHeadlessRun(argc, argv)) {
         std::fprintf(stderr, "vyr-ftprops: no display to show the workspace on; use --accept or --screenshot "
                              "to run without one\n");
         return 2;
     }
-    vyr::drawOffscreenWithoutDisplay();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vyr-ftprops"));
 

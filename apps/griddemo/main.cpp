@@ -21,6 +21,7 @@
 #include <QTimer>
 
 #include "grid/cugstandardtypes.h"
+#include "uikit/headless.h"
 
 #include <cstdio>
 
@@ -72,6 +73,10 @@ bool saveScreenshot(QMainWindow &window, const QString &file)
 
 int main(int argc, char **argv)
 {
+    if (!vyr::prepareHeadlessRun(argc, argv)) {
+        std::fputs("vyr-griddemo: no display to show the grid on; use --screenshot to run without one\n", stderr);
+        return 2;
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vyr-griddemo"));
     QCommandLineParser parser;
@@ -89,8 +94,10 @@ int main(int argc, char **argv)
     parser.process(application);
     bool ok = false;
     const long rows = parser.value(rowsOption).toLong(&ok);
-    if (!ok || rows < 0) {
-        std::fputs("vyr-griddemo: --rows needs a number of rows\n", stderr);
+    // Beyond a million rows the demo shows nothing new and only eats memory.
+    constexpr long kMostRows = 1'000'000;
+    if (!ok || rows < 0 || rows > kMostRows) {
+        std::fputs("vyr-griddemo: --rows needs a number of rows from 0 to 1000000\n", stderr);
         return 2;
     }
 

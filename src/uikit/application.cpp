@@ -3,7 +3,7 @@
 #include "uikit/cvyrdialog.h"
 #include "uikit/helpevents.h"
 #include "uikit/messageboxnotices.h"
-#include "uikit/unattendedrun.h"
+#include "uikit/headless.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -14,39 +14,17 @@
 #define VYR_UIKIT_UNATTENDEDRUN_H
 
 #include "uikit/cvyrdialog.h"
+#include "uikit/headless.h"
 
 #include <QCoreApplication>
 #include <QDialog>
 #include <QStringList>
 #include <QVariant>
 
-#include <cstdlib>
-
 namespace vyr {
 
 // The exit status of a tool whose dialog refused OK.
 inline constexpr int kExitRefused = 3;
-
-// Whether a window can reach anybody here: there is a display, or the
-// caller chose a Qt platform itself (such as "offscreen").
-inline bool windowsHaveAPlace()
-{
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-        const char *value = std::getenv(name);
-        if (value && *value)
-            return true;
-    }
-    return false;
-}
-
-// For a run that ends by itself (--accept, --screenshot): without a display
-// its windows are drawn on the offscreen platform. Takes effect only before
-// the application object exists.
-inline void drawOffscreenWithoutDisplay()
-{
-    if (!windowsHaveAPlace())
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
-}
 
 class UnattendedRun
 {

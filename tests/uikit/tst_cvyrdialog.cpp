@@ -5,7 +5,9 @@
 #include "uikit/helpevents.h"
 #include "util/resourceids.h"
 
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 #include <QToolTip>
@@ -22,6 +24,21 @@ constexpr unsigned kLanguageLabel = 1004;
 constexpr unsigned kMissingItem = 4242;
 
 // The about template, with what a test wants to see of the base class.
+// Records the keys a widget receives.
+class KeyRecorder : public QObject
+{
+public:
+    QList<int> keys;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress)
+            keys << static_cast<QKeyEvent *>(event)->key();
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 class ProbeDialog : public CVyrDialog
 {
 public:
@@ -179,6 +196,18 @@ private slots:
         QTest::keyClick(ok, Qt::Key_F1);
         QCOMPARE(outer.helpRequests, 2);
         qobject_cast<QPushButton *>(outer.GetDlgItem(kIdHelp))->click();
+        QCOMPARE(outer.helpRequests, 3);
+
+        // The host's own windows keep their F1, even while a dialog of the
+        // library is open beside them.
+        QDialog host;
+        auto *field = new QLineEdit(&host);
+        KeyRecorder seen;
+        field->installEventFilter(&seen);
+        QVERIFY(test::showActive(host));
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_F1);
+        QCOMPARE(seen.keys, QList<int>{Qt::Key_F1});
         QCOMPARE(outer.helpRequests, 3);
     }
 
