@@ -2,6 +2,7 @@
 #include "ftprops/vyrobjftpropsformatinfo.h"
 
 #include "support/countingsession.h"
+#include "support/scopedenvironment.h"
 #include "util/codepage.h"
 #include "util/listpacking.h"
 
@@ -10,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <functional>
+#include <thread>
 
 namespace vyr {
 namespace {
@@ -159,6 +162,18 @@ TEST(NameRulesTest, ValidationScriptRunsAgainOnAUniqueNameButNotForever)
     stubborn.feature.script = [](const std::string &) { return std::string("Always"); };
     EXPECT_EQ(RunValidationScript(stubborn, "s.tcl", "x", {"Always", "Always_2"}), "Always_3");
     EXPECT_EQ(stubborn.feature.commands.size(), 1001u) << "it stops after a thousand passes";
+
+    // The time limit holds for the whole resolution, not for each pass.
+    test::ScopedEnvironment env;
+    env.set("VYR_TCL_SECONDS", "1");
+    ScriptSession slow;
+    slow.feature.script = [](const std::string &) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        return std::string("Always");
+    };
+    const std::string given = RunValidationScript(slow, "s.tcl", "x", {"Always"});
+    EXPECT_EQ(given, "Always_2") << "what it leaves is never a taken name";
+    EXPECT_LE(slow.feature.commands.size(), 12u);
 }
 
 TEST(NameRulesTest, ResolutionByAllowedNamesScriptOrRules)
