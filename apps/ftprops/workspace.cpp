@@ -90,6 +90,7 @@ std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::
                 error = std::string(reason.c_str());
                 return nullptr;
             }
+            workspace->m_featureTypes.back().saved = snapshotOf(*featureType.feature);
         }
         if (document.contains("schema_sources")) {
             for (const nlohmann::json &entry : document.at("schema_sources")) {
@@ -110,20 +111,32 @@ std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::
     return workspace;
 }
 
-bool Workspace::followFormatChange(std::size_t index, std::string &message)
+std::string Workspace::movedFormat(const WorkspaceFeatureType &featureType) const
 {
-    WorkspaceFeatureType &featureType = m_featureTypes[index];
     VYRRWStringImp moved;
     if (!featureType.feature->getAttribute("vyr_format", moved) || std::string(moved.c_str()) == featureType.formatName)
+        return {};
+    for (const WorkspaceFeatureType &other : m_featureTypes) {
+        if (other.formatName == std::string(moved.c_str()))
+            return other.formatName;
+    }
+    return {};
+}
+
+bool Workspace::followFormatChange(std::size_t index, std::string &message, std::string &failures)
+{
+    WorkspaceFeatureType &featureType = m_featureTypes[index];
+    const std::string moved = movedFormat(featureType);
+    if (moved.empty())
         return true;
     for (const WorkspaceFeatureType &other : m_featureTypes) {
-        if (other.formatName != std::string(moved.c_str()))
+        if (other.formatName != moved)
             continue;
         nlohmann::json document = m_document;
         document["feature_types"][index]["format"] = other.formatEntry;
         std::string reason;
         if (!replaceFileContent(m_path, document.dump(4) + '\n', reason)) {
-            message += "; " + reason;
+            failures += (failures.empty() ? "" : "; ") + reason;
             return false;
         }
         m_document = std::move(document);
@@ -131,10 +144,20 @@ bool Workspace::followFormatChange(std::size_t index, std::string &message)
         featureType.formatEntry = other.formatEntry;
         featureType.capabilities = other.capabilities;
         featureType.formatName = other.formatName;
-        message += ", " + featureType.name() + " now in " + other.formatName + " (" + m_path + ")";
+        message += (message.empty() ? "" : ", ") + featureType.name() + " now in " + other.formatName + " ("
+            + m_path + ")";
         return true;
     }
     return true;
+}
+
+bool Workspace::hasUnsavedChanges() const
+{
+    for (const WorkspaceFeatureType &featureType : m_featureTypes) {
+        if (snapshotOf(*featureType.feature) != featureType.saved || !movedFormat(featureType).empty())
+            return true;
+    }
+    return false;
 }
 
 int Workspace::find(const std::string &name) const
@@ -158,9 +181,6 @@ EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
         involved.push_back(i);
         others.push_back({other.feature, other.capabilities.c_str()});
     }
-    std::vector<nlohmann::json> before;
-    for (const std::size_t i : involved)
-        before.push_back(snapshotOf(*m_featureTypes[i].feature));
     std::vector<const char *> sources;
     for (const std::string &capabilities : m_schemaSources)
         sources.push_back(capabilities.c_str());
@@ -170,18 +190,25 @@ EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
         return EditResult::Cancelled;
 
     message.clear();
-    for (std::size_t k = 0; k < involved.size(); ++k) {
-        const WorkspaceFeatureType &featureType = m_featureTypes[involved[k]];
-        if (snapshotOf(*featureType.feature) == before[k])
-            continue;
-        VYRRWStringImp reason;
-        if (!VYR_FeatureSaveJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
-            message = (message.empty() ? "" : message + "; ") + reason.c_str();
-            return EditResult::SaveFailed;
+    std::string failures;
+    for (const std::size_t at : involved) {
+        WorkspaceFeatureType &featureType = m_featureTypes[at];
+        nlohmann::json now = snapshotOf(*featureType.feature);
+        if (now != featureType.saved) {
+            VYRRWStringImp reason;
+            if (!VYR_FeatureSaveJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
+                failures += (failures.empty() ? "" : "; ") + std::string(reason.c_str());
+                continue;
+            }
+            featureType.saved = std::move(now);
+            message += (message.empty() ? "saved " : ", ") + featureType.featurePath;
         }
-        message += (message.empty() ? "saved " : ", ") + featureType.featurePath;
-        if (!followFormatChange(involved[k], message))
-            return EditResult::SaveFailed;
+        // Also when only an earlier workspace write failed: it is retried.
+        followFormatChange(at, message, failures);
+    }
+    if (!failures.empty()) {
+        message = message.empty() ? failures : message + "; " + failures;
+        return EditResult::SaveFailed;
     }
     if (message.empty())
         message = "nothing changed, nothing saved";

@@ -38,6 +38,9 @@ struct WorkspaceFeatureType
     std::string formatName;
     bool source = false;
     IVYRFeature *feature = nullptr;
+    // The feature as its file holds it (as JSON), from the last read or
+    // successful save: an edit whose save failed still counts as a change.
+    nlohmann::json saved;
 
     std::string name() const;
 };
@@ -64,16 +67,24 @@ public:
 
     // Opens the feature type properties dialog on feature type `index`, with
     // the other feature types of its role beside it. On OK every feature
-    // file whose feature changed is replaced (written whole, then renamed
-    // over the old one); on Cancel nothing is written. `message` tells what
-    // was saved, or why saving failed.
+    // file whose feature differs from what the file holds is replaced
+    // (written whole, then renamed over the old one), edits whose save
+    // failed before included; on Cancel nothing is written. `message` tells
+    // what was saved, or why saving failed (every file that failed).
     EditResult edit(int index, QWidget *parent, std::string &message);
+
+    // Whether a feature differs from its file, or the workspace file still
+    // names a format a feature type has left: a save failed.
+    bool hasUnsavedChanges() const;
 
 private:
     Workspace(std::string path, IVYRSession &session);
-    // Follows a feature type that moved to another format; false when the
-    // workspace file cannot be written.
-    bool followFormatChange(std::size_t index, std::string &message);
+    // Follows a feature type that moved to another format: says so in
+    // `message`, or why the workspace file cannot be written in `failures`
+    // (and answers false).
+    bool followFormatChange(std::size_t index, std::string &message, std::string &failures);
+    // The format a feature type moved to in the dialog, when it did.
+    std::string movedFormat(const WorkspaceFeatureType &featureType) const;
 
     std::string m_path;
     IVYRSession &m_session;

@@ -2,6 +2,7 @@
 
 #include "workspace.h"
 
+#include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QListWidget>
@@ -62,6 +63,19 @@ void WorkspaceWindow::editSelected()
     if (result == EditResult::SaveFailed)
         QMessageBox::warning(this, windowTitle(), tr("Saving failed: %1").arg(QString::fromStdString(message)));
     refresh();
+}
+
+void WorkspaceWindow::closeEvent(QCloseEvent *event)
+{
+    if (m_workspace.hasUnsavedChanges()
+        && QMessageBox::question(this, windowTitle(),
+                                 tr("Some changes could not be saved. Close anyway and lose them?"),
+                                 QMessageBox::Close | QMessageBox::Cancel, QMessageBox::Cancel)
+            != QMessageBox::Close) {
+        event->ignore();
+        return;
+    }
+    event->accept();
 }
 
 } // namespace vyr::ftprops

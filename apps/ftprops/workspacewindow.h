@@ -21,6 +21,10 @@ public:
 
     void editSelected();
 
+protected:
+    // Edits whose save failed are not dropped without a word.
+    void closeEvent(QCloseEvent *event) override;
+
 private:
     void refresh();
 

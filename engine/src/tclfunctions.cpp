@@ -112,6 +112,12 @@ Tcl_Interp *interpreter()
         // network, other processes or the environment, and never end the host.
         Tcl_MakeSafe(raw);
         Tcl_UnsetVar(raw, "env", TCL_GLOBAL_ONLY);
+        // A safe interpreter still makes pipes, waits on events and creates
+        // interpreters of its own, which no time limit reaches: a read that
+        // blocks, a sleep, or a child without a limit would hold the host.
+        for (const char *name : {"interp", "chan", "gets", "read", "puts", "close", "flush", "eof", "fblocked",
+                                 "seek", "tell", "fcopy", "fileevent", "fconfigure", "after", "vwait", "update"})
+            Tcl_HideCommand(raw, name, name);
         Tcl_CreateObjCommand(raw, "source", sourceCommand, nullptr, nullptr);
         Tcl_CreateObjCommand(raw, "vyr_feature_type", featureTypeCommand, nullptr, nullptr);
         Tcl_CreateObjCommand(raw, "vyr_attribute", attributeCommand, nullptr, nullptr);
@@ -133,18 +139,26 @@ bool isTclFunction(std::string_view function, std::string &script)
     return true;
 }
 
-bool evaluateTcl(IVYRFeature &feature, const std::string &script, std::string &result)
+bool evaluateTcl(IVYRFeature &feature, const std::string &script, std::chrono::steady_clock::time_point deadline,
+                 std::string &result)
 {
+    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - std::chrono::steady_clock::now());
+    if (left.count() <= 0) {
+        result = "time limit exceeded";
+        return false;
+    }
     Tcl_Interp *interp = interpreter();
     IVYRFeature *outer = currentFeature;
     currentFeature = &feature;
-    Tcl_Time deadline;
-    Tcl_GetTime(&deadline);
     // Compiled loops run without counting commands, so only the clock stops
     // a script that never ends.
-    deadline.sec += scriptSecondsLimit();
+    Tcl_Time stop;
+    Tcl_GetTime(&stop);
+    const long long microseconds = static_cast<long long>(stop.usec) + left.count() % 1'000'000;
+    stop.sec += static_cast<long>(left.count() / 1'000'000 + microseconds / 1'000'000);
+    stop.usec = static_cast<long>(microseconds % 1'000'000);
     Tcl_LimitTypeSet(interp, TCL_LIMIT_TIME);
-    Tcl_LimitSetTime(interp, &deadline);
+    Tcl_LimitSetTime(interp, &stop);
     const int status = Tcl_EvalEx(interp, script.c_str(), static_cast<int>(script.size()), TCL_EVAL_GLOBAL);
     Tcl_LimitTypeReset(interp, TCL_LIMIT_TIME);
     currentFeature = outer;

@@ -8,13 +8,16 @@
 //   vyr_attribute_exists name        1 or 0
 //   vyr_remove_attribute name
 // Global variables persist between evaluations on the same thread, so a
-// script may keep state (and must unset what it no longer needs). "exit" is
-// not available, and one evaluation may run at most 10 seconds (or
-// $VYR_TCL_SECONDS).
+// script may keep state (and must unset what it no longer needs). The
+// interpreter is a safe one with no channels, events or child interpreters
+// either: a script computes and works on its feature, nothing else. It
+// reads no file but the installation's validation scripts, through
+// "source".
 // Errors are Tcl errors: the evaluation reports them and the host goes on.
 #ifndef VYR_ENGINE_TCLFUNCTIONS_H
 #define VYR_ENGINE_TCLFUNCTIONS_H
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -25,9 +28,10 @@ namespace vyr::engine {
 // Whether `function` is an "@TCL(...)" function; `script` gets its body.
 bool isTclFunction(std::string_view function, std::string &script);
 
-// Evaluates `script` on `feature`. True with the script's result in
-// `result`, or false with the error message there.
-bool evaluateTcl(IVYRFeature &feature, const std::string &script, std::string &result);
+// Evaluates `script` on `feature`, stopping it at `deadline`. True with the
+// script's result in `result`, or false with the error message there.
+bool evaluateTcl(IVYRFeature &feature, const std::string &script, std::chrono::steady_clock::time_point deadline,
+                 std::string &result);
 
 } // namespace vyr::engine
 

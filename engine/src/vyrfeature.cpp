@@ -1,6 +1,7 @@
 #include "vyrfeature.h"
 
 #include "tclfunctions.h"
+#include "util/installedscripts.h"
 
 #include "util/stringconverter.h"
 
@@ -131,7 +132,12 @@ bool VYRFeature::performFunction(const char *function, IVYRString &result)
 {
     std::string script;
     std::string value;
-    const bool evaluated = isTclFunction(text(function), script) && evaluateTcl(*this, script, value);
+    bool evaluated = false;
+    if (isTclFunction(text(function), script)) {
+        if (!m_scriptDeadline)
+            m_scriptDeadline = std::chrono::steady_clock::now() + std::chrono::seconds(scriptSecondsLimit());
+        evaluated = evaluateTcl(*this, script, *m_scriptDeadline, value);
+    }
     result.assign(value.data(), value.size());
     return evaluated;
 }

@@ -6,6 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <chrono>
 #include <list>
 #include <optional>
 #include <string>
@@ -57,6 +58,10 @@ private:
     NameList m_names;
     NameList m_ordered;
     std::unordered_map<std::string, std::vector<std::string>> m_lists;
+    // The functions performed on one feature share one time limit, counted
+    // from the first: a job such as a name resolution, however many
+    // functions it performs, ends within it. Not copied with the feature.
+    std::optional<std::chrono::steady_clock::time_point> m_scriptDeadline;
 };
 
 } // namespace vyr::engine

@@ -31,15 +31,22 @@ inline void drawOffscreenWithoutDisplay()
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
 }
 
-// Whether the command line asks for a run that ends by itself.
+// Whether the command line asks for a run that ends by itself: --accept,
+// --help, --version, or --screenshot with a file to write.
 inline bool endsByItself(int argc, char *argv[])
 {
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument = argv[i];
-        for (const std::string_view option : {"--accept", "--screenshot", "--help", "-h", "--version"}) {
-            if (argument == option || (argument.starts_with(option) && argument.substr(option.size()).starts_with('=')))
+        for (const std::string_view flag : {"--accept", "--help", "-h", "--version"}) {
+            if (argument == flag)
                 return true;
         }
+        constexpr std::string_view kScreenshot = "--screenshot";
+        if (argument == kScreenshot && i + 1 < argc && *argv[i + 1])
+            return true;
+        if (argument.starts_with(kScreenshot) && argument.substr(kScreenshot.size()).starts_with('=')
+            && argument.size() > kScreenshot.size() + 1)
+            return true;
     }
     return false;
 }

@@ -5,6 +5,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <memory>
@@ -31,6 +32,10 @@ std::string installedScriptFolder()
 std::optional<std::string> refuseScriptName(std::string_view name)
 {
     constexpr std::string_view kSpecial = "/{}[]\\$\";";
+    // The script's path goes to Tcl as one braced word, which takes these
+    // literally only while they are absent.
+    if (installedScriptFolder().find_first_of("{}\\") != std::string::npos)
+        return "the installation folder's path holds a brace or backslash";
     if (name.empty() || name == "." || name == "..")
         return "it is not a file name";
     if (name.find_first_of(kSpecial) != std::string_view::npos)
@@ -61,8 +66,10 @@ bool isInstalledScript(const std::string &path)
 long scriptSecondsLimit()
 {
     const std::string configured = getEnvironment("VYR_TCL_SECONDS");
+    // An hour is more than any script needs, and keeps deadlines in range.
+    constexpr long kLongest = 3600;
     const long seconds = std::strtol(configured.c_str(), nullptr, 10);
-    return seconds > 0 ? seconds : 10;
+    return seconds > 0 ? std::min(seconds, kLongest) : 10;
 }
 
 } // namespace vyr

@@ -6,7 +6,8 @@
 // not "." or "..", and no character that Tcl would read as more than part of
 // a name (braces, brackets, backslash, "$", quotes, blanks at the ends,
 // control characters). The file must be a regular file whose real path,
-// links resolved, stays inside the folder.
+// links resolved, stays inside the folder, and the folder's own path must
+// hold no brace or backslash.
 #ifndef VYR_UTIL_INSTALLEDSCRIPTS_H
 #define VYR_UTIL_INSTALLEDSCRIPTS_H
 
@@ -27,7 +28,7 @@ std::optional<std::string> refuseScriptName(std::string_view name);
 bool isInstalledScript(const std::string &path);
 
 // How long scripts may run, in seconds: $VYR_TCL_SECONDS when it is a
-// positive number, else 10. The engine stops one evaluation at this limit;
+// positive number (at most 3600), else 10. The engine stops one evaluation at this limit;
 // a name resolution, however many passes it takes, stops there too.
 long scriptSecondsLimit();
 

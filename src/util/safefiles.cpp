@@ -1,6 +1,7 @@
 #include "util/safefiles.h"
 
 #include <fcntl.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -76,12 +77,6 @@ std::string folderOf(const std::string &path)
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-std::string nameOf(const std::string &path)
-{
-    const std::size_t slash = path.find_last_of('/');
-    return slash == std::string::npos ? path : path.substr(slash + 1);
-}
-
 // Where the content goes: the file itself, or the end of the chain of
 // links it names.
 std::optional<std::string> saveTarget(const std::string &path, std::string &error)
@@ -99,29 +94,45 @@ std::optional<std::string> saveTarget(const std::string &path, std::string &erro
     return std::string(resolved.get());
 }
 
-mode_t newFileMode()
+// A new file in `folder` under a name nobody can guess, created exclusively
+// (never through a link planted under it). Made with mode 0666 so that the
+// user's umask applies, as to any new file; `name` gets its path.
+int createScratchFile(const std::string &folder, std::string &name)
 {
-    // umask can only be read by setting it; this runs on the user-interface
-    // thread, as every save does.
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
+    constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyz0123456789";
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        unsigned char random[12];
+        if (::getrandom(random, sizeof random, 0) != static_cast<ssize_t>(sizeof random))
+            return -1;
+        name = folder + "/.vyr-save-";
+        for (const unsigned char byte : random)
+            name += kLetters[byte % kLetters.size()];
+        const int fd = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+        if (fd >= 0 || errno != EEXIST)
+            return fd;
+    }
+    return -1;
+}
+
+void syncFolder(const std::string &folder)
+{
+    // Some file systems cannot sync a folder; the rename then stands as the
+    // file system keeps it.
+    Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory.valid())
+        ::fsync(directory.get());
 }
 
 } // namespace
 
 std::optional<std::string> readUntrustedFile(const std::string &path, std::string &error, std::size_t limit)
 {
-    // Non-blocking, so that opening a pipe nobody writes to returns at once.
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-    if (!file.valid()) {
-        error = failure(path, systemReason(errno));
-        return std::nullopt;
-    }
+    // Looked at before it is opened: opening a device can act (rewind a
+    // tape, arm a watchdog), and opening a pipe can wait for a writer.
     struct stat info
     {
     };
-    if (::fstat(file.get(), &info) != 0) {
+    if (::stat(path.c_str(), &info) != 0) {
         error = failure(path, systemReason(errno));
         return std::nullopt;
     }
@@ -131,6 +142,18 @@ std::optional<std::string> readUntrustedFile(const std::string &path, std::strin
     }
     if (!S_ISREG(info.st_mode)) {
         error = failure(path, "is not a regular file (a device, pipe or socket)");
+        return std::nullopt;
+    }
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    struct stat opened
+    {
+    };
+    if (!file.valid() || ::fstat(file.get(), &opened) != 0) {
+        error = failure(path, systemReason(errno));
+        return std::nullopt;
+    }
+    if (opened.st_dev != info.st_dev || opened.st_ino != info.st_ino) {
+        error = failure(path, "was replaced while it was opened");
         return std::nullopt;
     }
     if (static_cast<std::size_t>(info.st_size) > limit) {
@@ -179,14 +202,14 @@ bool replaceFileContent(const std::string &path, std::string_view content, std::
         error = failure(path, "cannot be saved: it is not a regular file");
         return false;
     }
-    if (exists && ((old.st_mode & 0222) == 0 || ::access(target->c_str(), W_OK) != 0)) {
+    if (exists && ((old.st_mode & 0222) == 0 || ::faccessat(AT_FDCWD, target->c_str(), W_OK, AT_EACCESS) != 0)) {
         error = failure(path, "cannot be saved: the file is read-only");
         return false;
     }
 
     const std::string folder = folderOf(*target);
-    std::string scratch = folder + "/." + nameOf(*target) + ".XXXXXX";
-    Descriptor file(::mkostemp(scratch.data(), O_CLOEXEC));
+    std::string scratch;
+    Descriptor file(createScratchFile(folder, scratch));
     if (!file.valid()) {
         error = failure(path, "cannot be saved: no new file can be made in " + folder + " (" + systemReason(errno)
                                   + ")");
@@ -200,23 +223,25 @@ bool replaceFileContent(const std::string &path, std::string_view content, std::
     };
     if (!writeAll(file.get(), content))
         return abandon("writing failed");
-    if (::fchmod(file.get(), exists ? (old.st_mode & 07777) : newFileMode()) != 0)
-        return abandon("its permissions cannot be kept");
-    if (exists && (old.st_uid != ::geteuid() || old.st_gid != ::getegid())) {
-        // Only the superuser may give a file away; anyone else keeps the
-        // file as their own, as an editor does.
-        [[maybe_unused]] const int kept = ::fchown(file.get(), old.st_uid, old.st_gid);
+    if (exists) {
+        // Owner first: giving a file away clears its set-ID bits, which the
+        // mode then puts back. Only the superuser may give a file away;
+        // anyone else keeps at least its group where they belong to it.
+        const bool ownerKept = ::fchown(file.get(), old.st_uid, old.st_gid) == 0
+            || ::fchown(file.get(), static_cast<uid_t>(-1), old.st_gid) == 0;
+        static_cast<void>(ownerKept); // the file is then the user's own, as an editor leaves it
+        if (::fchmod(file.get(), old.st_mode & 07777) != 0)
+            return abandon("its permissions cannot be kept");
     }
     if (::fsync(file.get()) != 0)
         return abandon("writing failed");
     if (file.close() != 0)
         return abandon("writing failed");
+    syncFolder(folder);
     if (::rename(scratch.c_str(), target->c_str()) != 0)
         return abandon("the new file cannot take the old one's place");
     // The rename is only lasting once the folder is on disk too.
-    Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory.valid())
-        ::fsync(directory.get());
+    syncFolder(folder);
     return true;
 }
 

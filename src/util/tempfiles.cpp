@@ -81,13 +81,14 @@ std::string makeTempName(const std::string &directory, const std::string &nameTe
     if (state == NameState::Free)
         return name + suffix;
     name += '_';
-    while (state != NameState::Unusable) {
+    for (;;) {
         state = nameState(name + numberText(collisionCounter) + suffix);
         if (state == NameState::Free)
             return name + numberText(collisionCounter) + suffix;
+        if (state == NameState::Unusable)
+            return {};
         ++collisionCounter;
     }
-    return {};
 }
 
 std::string createTempFile(const std::string &directory, const std::string &nameTemplate, const std::string &suffix,

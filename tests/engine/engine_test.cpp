@@ -69,7 +69,6 @@ TEST_F(EngineTest, TclFunctionsReadAndChangeTheFeature)
         {"@TCL(error {broken script})", false, "broken script"},
         {"@TCL(catch {error x})", true, "1"},
         {"@TCL(exit 3)", false, "invalid command name \"exit\""},
-        {"@TCL(while 1 {set x 1})", false, "time limit exceeded"},
         {"@TCL(set kept here)", true, "here"},
         {"@TCL(set kept)", true, "here"},
         {"vyr_feature_type", false, ""},
@@ -90,7 +89,8 @@ TEST_F(EngineTest, TclFunctionsRunInASafeInterpreter)
     IVYRFeature &feature = newFeature();
     feature.setFeatureType("a:b");
     VYRRWStringImp result;
-    for (const char *command : {"exec", "open", "file", "socket", "load", "cd", "pwd", "glob", "exit"}) {
+    for (const char *command : {"exec", "open", "file", "socket", "load", "cd", "pwd", "glob", "exit", "interp", "chan",
+                                "gets", "puts", "after", "vwait", "update"}) {
         const std::string function = std::string("@TCL(") + command + " x)";
         EXPECT_FALSE(feature.performFunction(function.c_str(), result)) << command;
         EXPECT_EQ(std::string(result.view()), std::string("invalid command name \"") + command + "\"");
@@ -108,6 +108,21 @@ TEST_F(EngineTest, TclFunctionsRunInASafeInterpreter)
     const std::string function = "@TCL(source {" + installed + "})";
     EXPECT_TRUE(feature.performFunction(function.c_str(), result)) << result.c_str();
     EXPECT_STREQ(feature.getFeatureType(), "a_b") << "an installed script runs";
+}
+
+// One feature's functions share one time limit: a job of many functions,
+// such as a name resolution, ends within it, not within many times it.
+TEST_F(EngineTest, AFeaturesFunctionsShareOneTimeLimit)
+{
+    vyr::test::ScopedEnvironment env;
+    env.set("VYR_TCL_SECONDS", "1");
+    IVYRFeature &feature = newFeature();
+    VYRRWStringImp result;
+    EXPECT_FALSE(feature.performFunction("@TCL(while 1 {set x 1})", result));
+    EXPECT_EQ(std::string(result.view()), "time limit exceeded");
+    EXPECT_FALSE(feature.performFunction("@TCL(set x 2)", result)) << "the limit is spent";
+    EXPECT_TRUE(newFeature().performFunction("@TCL(set x 3)", result)) << "another feature has its own";
+    EXPECT_EQ(std::string(result.view()), "3");
 }
 
 using Texts = std::vector<std::string>;

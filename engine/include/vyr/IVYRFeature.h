@@ -30,7 +30,9 @@ public:
     virtual const char *getFeatureType() const = 0;
     virtual void setFeatureType(const char *name) = 0;
     // Evaluates `function` (such as "@TCL(...)") on this feature; its value
-    // goes to `result`. False when the function cannot be evaluated.
+    // goes to `result`. False when the function cannot be evaluated. The
+    // functions performed on one feature share one time limit ($VYR_TCL_SECONDS,
+    // 10 s), counted from the first: make a feature for each job.
     virtual bool performFunction(const char *function, IVYRString &result) = 0;
     virtual ~IVYRFeature() = default;
 

@@ -1,0 +1,98 @@
+# Files that are not what a program expects where it expects a capability,
+# schema or workspace file: a folder, a pipe nobody writes to, an endless
+# device, a file the user may not read. Each must end within seconds with a
+# nonzero exit and a message, not hang on the pipe, read forever or abort on
+# an exception nobody caught. Text that is not UTF-8 must not abort either.
+# Also the grid demo, which must not abort when there is no display.
+#
+#   cmake -DVYRTOOL=... -DFTPROPS=... -DGRIDDEMO=... -DEXAMPLES=... -P hostile_files.cmake
+cmake_minimum_required(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/hostile_common.cmake)
+hostile_work_folder(work)
+file(COPY ${EXAMPLES}/ DESTINATION ${work}/examples)
+set(formats ${work}/examples/formats)
+set(schema ${work}/examples/schemas/csv-stations.json)
+
+file(MAKE_DIRECTORY ${work}/folder.fmt)
+execute_process(COMMAND mkfifo ${work}/fifo.fmt)
+file(WRITE ${work}/unreadable.fmt "FORMAT,CSV\n")
+# The user tries to read it; as root it would be readable whatever its mode.
+execute_process(COMMAND chmod 000 ${work}/unreadable.fmt)
+# 0xE9, an e with an acute accent in Latin-1, in the format's name.
+execute_process(COMMAND printf "FORMAT,CAF\\351\\nSOURCE,no\\n" OUTPUT_FILE ${work}/latin1.fmt)
+execute_process(COMMAND printf "{\"feature_types\": [], \"note\": \"caf\\351\"}" OUTPUT_FILE ${work}/latin1.json)
+set(specials ${work}/folder.fmt ${work}/fifo.fmt /dev/zero ${work}/unreadable.fmt)
+
+# expect_refusal(<what> <name in the message or ""> COMMAND ...)
+function(expect_refusal what named)
+    hostile_run(run AS_USER ${ARGN})
+    hostile_first_line(line "${run_said}")
+    if(run_broken)
+        hostile_fail("${what}: ${run_how}: ${line}")
+    elseif(run_status EQUAL 0 OR run_said STREQUAL "")
+        hostile_fail("${what}: ${run_outcome} (want a nonzero exit and a message)")
+    elseif(named AND NOT run_said MATCHES "${named}")
+        hostile_fail("${what}: the message does not name ${named}: ${run_said}")
+    endif()
+endfunction()
+
+# vyrtool: every command that reads a file, the hostile one in place of @.
+set(commands
+    "format show @"
+    "type generic char(3) --format @"
+    "type native vyr_char(3) --format @"
+    "type convert char(3) --from @ --to ${formats}/csv.fmt"
+    "type convert char(3) --from ${formats}/csv.fmt --to @"
+    "name resolve X --format @"
+    "name attr X --format @"
+    "schema show ${schema} --format @"
+    "schema show @ --format ${formats}/csv.fmt"
+    "domain range speed:integer:10:130 --format @ --accept"
+    "domain coded surface:integer:1:Paved --format @ --accept")
+foreach(special IN LISTS specials)
+    foreach(command IN LISTS commands)
+        string(REPLACE "@" "${special}" arguments "${command}")
+        separate_arguments(arguments UNIX_COMMAND "${arguments}")
+        expect_refusal("vyrtool ${arguments}" "" COMMAND ${VYRTOOL} ${arguments})
+    endforeach()
+endforeach()
+# Text that is not UTF-8 may be refused or shown with the byte replaced, but
+# what is shown must still be JSON.
+hostile_run(run AS_USER COMMAND ${VYRTOOL} format show ${work}/latin1.fmt)
+string(JSON shown ERROR_VARIABLE invalid GET "${run_out}" format_name)
+if(run_broken OR (run_status EQUAL 0 AND invalid) OR (NOT run_status EQUAL 0 AND run_said STREQUAL ""))
+    hostile_fail("vyrtool format show (not UTF-8): ${run_outcome} ${invalid}")
+endif()
+
+# vyr-ftprops: the workspace itself, then a workspace naming the hostile file
+# as a feature file and as a capability file. --accept, so that a workspace
+# read by mistake ends at once rather than waiting for a person.
+foreach(workspace IN LISTS specials ITEMS ${work}/latin1.json)
+    get_filename_component(name ${workspace} NAME)
+    expect_refusal("vyr-ftprops ${workspace}" "${name}"
+                   COMMAND ${FTPROPS} ${workspace} --edit stations --accept)
+endforeach()
+set(n 0)
+foreach(special IN LISTS specials)
+    get_filename_component(name ${special} NAME)
+    foreach(entry "\"feature\": \"${special}\", \"format\": \"formats/csv.fmt\""
+                  "\"feature\": \"schemas/csv-stations.json\", \"format\": \"${special}\"")
+        math(EXPR n "${n} + 1")
+        set(workspace ${work}/examples/hostile-${n}.json)
+        file(WRITE ${workspace} "{\"feature_types\": [ { ${entry} } ]}\n")
+        expect_refusal("vyr-ftprops with ${entry}" "${name}" COMMAND ${FTPROPS} ${workspace} --edit stations --accept)
+    endforeach()
+endforeach()
+
+# The grid demo with no display: asking for help or a picture must not abort.
+foreach(arguments "--help" "--screenshot;${work}/grid.png")
+    hostile_run(run TIMEOUT 20 COMMAND ${HOSTILE_NO_DISPLAY} ${GRIDDEMO} ${arguments})
+    hostile_first_line(line "${run_said}")
+    if(run_broken)
+        hostile_fail("vyr-griddemo ${arguments} without a display: ${run_how}: ${line}")
+    endif()
+endforeach()
+
+execute_process(COMMAND chmod -R u+rwX ${work})
+file(REMOVE_RECURSE ${work})
+hostile_finish()
