@@ -60,7 +60,7 @@ QApplication *ensureApplication()
         // A window nobody can reach would wait for ever; a host that means to
         // run without a display chooses the offscreen platform itself.
         if (!windowsHaveAPlace()) {
-            std::fputs("vyrguimfc: no display and no Qt platform chosen (QT_QPA_PLATFORM), so no dialog is shown\n",
+            std::fputs("vyrguimfc: no display answers and no Qt platform was chosen (QT_QPA_PLATFORM), so no dialog is shown\n",
                        stderr);
             return nullptr;
         }

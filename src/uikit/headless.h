@@ -6,29 +6,72 @@
 #ifndef VYR_UIKIT_HEADLESS_H
 #define VYR_UIKIT_HEADLESS_H
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <cstdlib>
+#include <cstddef>
+#include <cstring>
+#include <string>
 #include <string_view>
 
 namespace vyr {
 
-// Whether a window can reach anybody here: there is a display, or the
-// caller chose a Qt platform itself (such as "offscreen").
-inline bool windowsHaveAPlace()
+// Whether the local X server that $DISPLAY names (":N", ":N.S") answers on
+// its socket. A display left over from a closed session would otherwise
+// end the process when the application is made. Remote and other displays
+// are taken as they are given.
+inline bool localXServerAnswers(std::string_view display)
 {
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-        const char *value = std::getenv(name);
-        if (value && *value)
+    if (!display.starts_with(':'))
+        return true;
+    const std::string number(display.substr(1, display.find('.') == std::string_view::npos ? std::string_view::npos
+                                                                                        : display.find('.') - 1));
+    const std::string path = "/tmp/.X11-unix/X" + number;
+    // X servers listen on the abstract name first, the file second.
+    for (const bool abstract : {true, false}) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        const std::size_t offset = abstract ? 1 : 0;
+        if (path.size() + offset >= sizeof address.sun_path)
+            return true;
+        std::memcpy(address.sun_path + offset, path.data(), path.size());
+        const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        if (fd < 0)
+            return true;
+        const auto length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + offset + path.size());
+        const bool connected = ::connect(fd, reinterpret_cast<const sockaddr *>(&address), length) == 0;
+        ::close(fd);
+        if (connected)
             return true;
     }
     return false;
+}
+
+// Whether a window can reach anybody here: there is a display that answers,
+// or the caller chose a Qt platform itself (such as "offscreen").
+inline bool windowsHaveAPlace()
+{
+    const auto set = [](const char *name) {
+        const char *value = std::getenv(name);
+        return value && *value ? value : nullptr;
+    };
+    if (set("QT_QPA_PLATFORM") || set("WAYLAND_DISPLAY"))
+        return true;
+    const char *display = set("DISPLAY");
+    return display && localXServerAnswers(display);
 }
 
 // Without a display, windows are drawn on the offscreen platform. Takes
 // effect only before the application object exists.
 inline void drawOffscreenWithoutDisplay()
 {
-    if (!windowsHaveAPlace())
+    if (!windowsHaveAPlace()) {
+        // A dead display must not be tried after all.
+        unsetenv("DISPLAY");
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    }
 }
 
 // Whether the command line asks for a run that ends by itself: --accept,

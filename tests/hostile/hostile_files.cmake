@@ -93,6 +93,17 @@ foreach(arguments "--help" "--screenshot;${work}/grid.png")
     endif()
 endforeach()
 
+# A display left over from a closed session (nothing listens on :97): a
+# dialog that needs a person is refused at once, one that ends by itself is
+# drawn offscreen; neither aborts.
+foreach(arguments "about" "about;--accept")
+    hostile_run(run TIMEOUT 20 COMMAND env -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM DISPLAY=:97 ${VYRTOOL} ${arguments})
+    hostile_first_line(line "${run_said}")
+    if(run_broken OR (arguments STREQUAL "about" AND (run_status EQUAL 0 OR line STREQUAL "")))
+        hostile_fail("vyrtool ${arguments} with a dead display: ${run_how}: ${line}")
+    endif()
+endforeach()
+
 execute_process(COMMAND chmod -R u+rwX ${work})
 file(REMOVE_RECURSE ${work})
 hostile_finish()
