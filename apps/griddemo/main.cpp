@@ -22,8 +22,10 @@
 
 #include "grid/cugstandardtypes.h"
 #include "uikit/headless.h"
+#include "uikit/screenshotfile.h"
 
 #include <cstdio>
+#include <string>
 
 namespace {
 
@@ -47,7 +49,7 @@ void setUpScene(DemoGrid &grid, const QString &scene)
     }
 }
 
-bool saveScreenshot(QMainWindow &window, const QString &file)
+bool saveWindowPicture(QMainWindow &window, const QString &file, std::string &error)
 {
     // The screen shows pop-ups too; without one (offscreen), the window.
     QPixmap shot;
@@ -66,7 +68,11 @@ bool saveScreenshot(QMainWindow &window, const QString &file)
         for (int x = 0; x < image.width() && !drawn; x += 7)
             drawn = image.pixel(x, y) != image.pixel(0, 0);
     }
-    return drawn && shot.save(file, "PNG");
+    if (!drawn) {
+        error = file.toStdString() + ": the window shows nothing yet";
+        return false;
+    }
+    return vyr::saveScreenshot(shot, file, error);
 }
 
 } // namespace
@@ -122,9 +128,10 @@ int main(int argc, char **argv)
             if (!parser.isSet(shotOption))
                 return;
             QTimer::singleShot(300, &window, [&] {
-                const bool saved = saveScreenshot(window, parser.value(shotOption));
+                std::string error;
+                const bool saved = saveWindowPicture(window, parser.value(shotOption), error);
                 if (!saved)
-                    std::fprintf(stderr, "vyr-griddemo: cannot write %s\n", qPrintable(parser.value(shotOption)));
+                    std::fprintf(stderr, "vyr-griddemo: %s\n", error.c_str());
                 application.exit(saved ? 0 : 1);
             });
         });

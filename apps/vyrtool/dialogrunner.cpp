@@ -3,6 +3,7 @@
 
 #include "uikit/application.h"
 #include "uikit/cvyrdialog.h"
+#include "uikit/screenshotfile.h"
 #include "uikit/unattendedrun.h"
 
 #include <QApplication>
@@ -37,8 +38,9 @@ DialogOutcome runToolDialog(vyr::CVyrDialog &dialog, const DialogOptions &option
     if (!options.screenshot.empty()) {
         dialog.show();
         QApplication::processEvents();
-        if (!dialog.grab().save(QString::fromLocal8Bit(options.screenshot.c_str()), "PNG")) {
-            std::fprintf(stderr, "vyrtool %s: cannot write %s\n", command, options.screenshot.c_str());
+        std::string error;
+        if (!vyr::saveScreenshot(dialog.grab(), QString::fromLocal8Bit(options.screenshot.c_str()), error)) {
+            std::fprintf(stderr, "vyrtool %s: %s\n", command, error.c_str());
             return DialogOutcome::Failed;
         }
         if (!options.accept)
