@@ -22,6 +22,11 @@ else
     echo "== the feature type properties dialog on ROADS of the example workspace (no display: offscreen)"
     "$stage/vyr-ftprops" "$workspace/workspace.json" --edit ROADS --screenshot "$out/ftprops-ROADS.png" --accept
     echo "   picture: $out/ftprops-ROADS.png"
+    for page in 2:attributes 3:format-attributes; do
+        "$stage/vyr-ftprops" "$workspace/workspace.json" --edit ROADS --page "${page%%:*}" \
+            --screenshot "$out/ftprops-ROADS-${page#*:}.png" >/dev/null || true
+        echo "   its ${page#*:} page: $out/ftprops-ROADS-${page#*:}.png"
+    done
 fi
 echo "   to edit it: $stage/vyr-ftprops $workspace/workspace.json"
 

@@ -2,11 +2,12 @@
 // workspace of feature types, and the feature type properties dialog of the
 // dialog library on the one the user picks.
 //
-//   vyr-ftprops WORKSPACE.json [--edit NAME] [--screenshot FILE] [--accept]
+//   vyr-ftprops WORKSPACE.json [--edit NAME] [--page N] [--screenshot FILE] [--accept]
 //
 // Without --edit a window lists the workspace's feature types; Enter, a
 // double click or "Properties..." opens the dialog. --edit opens the dialog
-// on the named feature type at once and ends with it. --screenshot saves the
+// on the named feature type at once and ends with it; --page shows its Nth
+// tab (1 is General) before anything else happens. --screenshot saves the
 // dialog as a PNG once it shows; --accept then presses OK (otherwise Cancel,
 // when a screenshot was asked for), so that it runs without a person; a
 // refused OK prints why on standard error and exits with 3; a save that
@@ -16,12 +17,14 @@
 #include "workspace.h"
 #include "workspacewindow.h"
 
+#include "uikit/screenshotfile.h"
 #include "uikit/unattendedrun.h"
 #include "vyr/vyr_session.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDialog>
+#include <QTabBar>
 #include <QTimer>
 
 #include <cstdio>
@@ -35,6 +38,7 @@ struct Automation
 {
     QString screenshot;
     bool accept = false;
+    int page = 0; // the tab to show, from 1; 0 leaves the first
     bool active() const { return accept || !screenshot.isEmpty(); }
 };
 
@@ -50,8 +54,15 @@ void automateNextDialog(const Automation &automation, bool &refused)
             return;
         poll->deleteLater();
         poll->stop();
-        if (!automation.screenshot.isEmpty() && !dialog->grab().save(automation.screenshot))
-            std::fprintf(stderr, "vyr-ftprops: cannot write %s\n", qPrintable(automation.screenshot));
+        if (auto *tabs = dialog->findChild<QTabBar *>(); tabs && automation.page > 0) {
+            if (automation.page > tabs->count())
+                std::fprintf(stderr, "vyr-ftprops: the dialog has %d tabs, not %d\n", tabs->count(), automation.page);
+            else
+                tabs->setCurrentIndex(automation.page - 1);
+        }
+        std::string error;
+        if (!automation.screenshot.isEmpty() && !vyr::saveScreenshot(dialog->grab(), automation.screenshot, error))
+            std::fprintf(stderr, "vyr-ftprops: %s\n", error.c_str());
         if (!automation.accept) {
             dialog->reject();
             return;
@@ -88,10 +99,20 @@ int main(int argc, char *argv[])
                                         QStringLiteral("Save the dialog as a PNG once it shows."),
                                         QStringLiteral("file"));
     const QCommandLineOption accept(QStringLiteral("accept"), QStringLiteral("Press OK in the dialog."));
-    parser.addOptions({edit, screenshot, accept});
+    const QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Show the dialog's Nth tab (1 is General)."),
+                                  QStringLiteral("N"));
+    parser.addOptions({edit, screenshot, accept, page});
     parser.process(application);
     if (parser.positionalArguments().size() != 1)
         parser.showHelp(2);
+
+    bool pageRead = true;
+    const Automation automation{parser.value(screenshot), parser.isSet(accept),
+                                parser.isSet(page) ? parser.value(page).toInt(&pageRead) : 0};
+    if (!pageRead || automation.page < 0) {
+        std::fprintf(stderr, "vyr-ftprops: --page needs the number of a tab, from 1\n");
+        return 2;
+    }
 
     IVYRSession *session = VYR_SessionCreate();
     std::string error;
@@ -103,7 +124,7 @@ int main(int argc, char *argv[])
         return 2;
     }
 
-    const Automation automation{parser.value(screenshot), parser.isSet(accept)};
+
     int status = 0;
     if (parser.isSet(edit) || automation.active()) {
         const std::string name = parser.isSet(edit) ? parser.value(edit).toStdString()

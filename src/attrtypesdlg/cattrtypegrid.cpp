@@ -34,15 +34,49 @@ CAttrTypeGrid::CAttrTypeGrid(const DataTypeMappings &registry, int typeColumn, i
     , m_argumentCells(*this)
 {
     SetShowDisabledText(false);
-    for (std::size_t pair = 0; pair < registry.pairCount(); ++pair) {
-        const AttrTypeTemplate &typeTemplate = registry.nativeTemplate(pair);
+    collectTemplates();
+}
+
+void CAttrTypeGrid::collectTemplates()
+{
+    m_templates.clear();
+    m_typeNames.clear();
+    for (std::size_t pair = 0; pair < m_registry->pairCount(); ++pair) {
+        const AttrTypeTemplate &typeTemplate = m_registry->nativeTemplate(pair);
         const QString name = fromNarrow(typeTemplate.name());
-        if (!typeTemplate.isSelectable(mode) || m_templates.contains(name))
+        if (!typeTemplate.isSelectable(m_mode) || m_templates.contains(name))
             continue;
         m_templates.insert(name, &typeTemplate);
         m_typeNames.append(name);
     }
     std::sort(m_typeNames.begin(), m_typeNames.end());
+}
+
+void CAttrTypeGrid::offerTypeNames()
+{
+    CUGCell cell;
+    GetColumnDefault(m_typeColumn, cell);
+    cell.setCellType(DropListTypeId());
+    cell.setLabel(listLabel(m_typeNames));
+    SetColumnDefault(m_typeColumn, cell);
+}
+
+void CAttrTypeGrid::SetRegistry(const DataTypeMappings &registry)
+{
+    m_registry = &registry;
+    collectTemplates();
+    offerTypeNames();
+    // A stored cell keeps the list it was written with.
+    const QString label = listLabel(m_typeNames);
+    for (long row = 0; row < GetRowCount(); ++row) {
+        CUGCell cell;
+        GetCell(m_typeColumn, row, cell);
+        if (cell.isSet(CUGCell::Label)) {
+            cell.setLabel(label);
+            SetCell(m_typeColumn, row, cell);
+        }
+    }
+    RepaintAll();
 }
 
 CAttrTypeGrid::~CAttrTypeGrid() = default;
@@ -60,12 +94,8 @@ void CAttrTypeGrid::OnGridInit()
     for (int i = 0; i < 4; ++i)
         SetCellText(m_typeColumn + i, -1, loadResourceString(headings[i]));
 
+    offerTypeNames();
     CUGCell cell;
-    GetColumnDefault(m_typeColumn, cell);
-    cell.setCellType(DropListTypeId());
-    cell.setLabel(listLabel(m_typeNames));
-    SetColumnDefault(m_typeColumn, cell);
-    cell.clearAll();
     GetColumnDefault(domainColumn(), cell);
     cell.setCellType(DropListTypeId());
     QStringList domains{kNoDomain};
@@ -151,6 +181,11 @@ void CAttrTypeGrid::SetRowType(long row, const AttrType &type)
 
 std::unique_ptr<AttrType> CAttrTypeGrid::GetRowType(long row)
 {
+    return RowTypeIn(row, *m_registry);
+}
+
+std::unique_ptr<AttrType> CAttrTypeGrid::RowTypeIn(long row, const DataTypeMappings &registry)
+{
     if (row < 0 || row >= GetRowCount())
         return nullptr;
     const QString name = GetCellString(row, m_typeColumn);
@@ -170,7 +205,7 @@ std::unique_ptr<AttrType> CAttrTypeGrid::GetRowType(long row)
         if (!text.isEmpty() && text != kNoDomain)
             domain = toNarrow(text);
     }
-    return m_registry->createType(formatType(toNarrow(name), values, domain, kDialogListMode), kDialogListMode);
+    return registry.createType(formatType(toNarrow(name), values, domain, kDialogListMode), kDialogListMode);
 }
 
 void CAttrTypeGrid::LayoutLeadingColumns(int) {}

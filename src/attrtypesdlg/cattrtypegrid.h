@@ -43,6 +43,9 @@ public:
     ~CAttrTypeGrid() override;
 
     const DataTypeMappings &registry() const { return *m_registry; }
+    // Offers the templates of another format from now on (`registry` must
+    // outlive the grid). The rows keep their texts.
+    void SetRegistry(const DataTypeMappings &registry);
     int typeColumn() const { return m_typeColumn; }
     int argumentColumn(int argument) const { return m_typeColumn + 1 + argument; }
     int domainColumn() const { return m_typeColumn + 3; }
@@ -63,6 +66,9 @@ public:
     // domain as its suffix, as the format's registry reads them; null when
     // they describe none.
     std::unique_ptr<AttrType> GetRowType(long row);
+    // As GetRowType, read by another format's registry (a type a row kept
+    // from a format the grid showed before).
+    std::unique_ptr<AttrType> RowTypeIn(long row, const DataTypeMappings &registry);
 
 protected:
     void OnGridInit() override;
@@ -84,6 +90,10 @@ private:
     // Argument cells disabled until the row has a type; the domain cell
     // enabled only when the format has domains.
     void prepareRow(long row);
+    // The registry's templates selectable in the grid's mode, by name.
+    void collectTemplates();
+    // The type column offers the templates.
+    void offerTypeNames();
 
     const DataTypeMappings *m_registry;
     int m_typeColumn;

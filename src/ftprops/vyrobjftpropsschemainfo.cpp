@@ -3,6 +3,7 @@
 #include "attrtypes/datatypemappings.h"
 #include "attrtypes/typestring.h"
 #include "ftprops/geometrytypemappings.h"
+#include "ftprops/listelements.h"
 #include "ftprops/guiparameterline.h"
 #include "ftprops/sessionobjects.h"
 #include "util/numbertext.h"
@@ -36,18 +37,6 @@ bool isGeometryAttributeName(std::string_view name)
 std::string indexed(std::string_view prefix, std::size_t index)
 {
     return std::string(prefix) + "{" + numberText(static_cast<std::uint32_t>(index)) + "}";
-}
-
-// The pattern text that finds `text` as it is written.
-std::string literalPattern(std::string_view text)
-{
-    std::string pattern;
-    for (const char c : text) {
-        if (std::string_view(".*+?[]^$\\(){}|").find(c) != std::string_view::npos)
-            pattern += '\\';
-        pattern += c;
-    }
-    return pattern;
 }
 
 } // namespace
@@ -177,10 +166,16 @@ void VYRObjFTPropsSchemaInfo::setAttributeType(const std::string &name, const st
 
 void VYRObjFTPropsSchemaInfo::setAttributes(const StringList &namesAndTypes)
 {
+    // Only the attributes that go are removed: the others keep their place
+    // among the feature's attributes, so that writing the same list again
+    // leaves the feature as it was. The order comes from the list.
+    std::unordered_set<std::string> kept;
+    for (std::size_t i = 0; i + 1 < namesAndTypes.size(); i += 2)
+        kept.insert(namesAndTypes[i]);
     SessionArray all(m_session);
     m_feature.getAllAttributeNames(*all);
     for (const std::string &name : all.list()) {
-        if (isUserAttributeName(name))
+        if (isUserAttributeName(name) && !kept.contains(name))
             m_feature.removeAttribute(name.c_str());
     }
     for (std::size_t i = 0; i + 1 < namesAndTypes.size(); i += 2) {
@@ -332,29 +327,22 @@ void VYRObjFTPropsSchemaInfo::setGeometry(const std::string &geometry)
 
 void VYRObjFTPropsSchemaInfo::expandListAttribute(const std::string &name, int count)
 {
-    const std::size_t placeholder = name.find("{}");
-    if (placeholder == std::string::npos)
+    if (!ListElements::isList(name))
         return;
-    // The name is taken as written; only its placeholder stands for a number.
-    const Pattern element(literalPattern(name.substr(0, placeholder)) + "{[0-9]+}"
-                          + literalPattern(name.substr(placeholder + 2)));
-    static const Pattern number("{[0-9]+}");
+    const ListElements elements(name);
     const std::string type = getAttributeType(name);
     std::unordered_set<std::string> present;
     for (const std::string &existing : getAttributeNames(true, true)) {
         present.insert(existing);
-        if (!element.foundIn(existing))
+        if (!elements.isElement(existing))
             continue;
-        const auto braces = number.find(existing);
-        std::uint32_t index = 0;
         // An index too large to read is beyond any count.
-        const bool readable = parseUnsigned(existing.substr(braces->begin + 1, braces->end - braces->begin - 2), index);
-        if (!readable || static_cast<long long>(index) + 1 > count)
+        const auto index = elements.indexOf(existing);
+        if (!index || static_cast<long long>(*index) + 1 > count)
             removeAttribute(existing);
     }
     for (int i = 0; i < count; ++i) {
-        const std::string elementName
-            = name.substr(0, placeholder) + "{" + std::to_string(i) + "}" + name.substr(placeholder + 2);
+        const std::string elementName = elements.elementName(static_cast<std::uint32_t>(i));
         if (!present.contains(elementName))
             storeAttribute(elementName, type, true);
     }

@@ -1,5 +1,7 @@
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 
+#include "ftpropsdlg/cfeattypepropsattrs.h"
+#include "ftpropsdlg/cfeattypepropsexposableattrs.h"
 #include "ftpropsdlg/cfeattypepropsgeneraldest.h"
 #include "ftpropsdlg/cfeattypepropsgeneralsource.h"
 #include "uikit/dialogutils.h"
@@ -102,7 +104,13 @@ bool CFeatTypePropsDlg::OnInitDialog()
     else
         m_general = std::make_unique<CFeatTypePropsGeneralDest>(m_schema, m_currentFormat, this);
 
+    m_attributes = std::make_unique<CFeatTypePropsAttrs>(m_schema, m_currentFormat, this);
+    m_formatAttributes = std::make_unique<CFeatTypePropsExposableAttrs>(m_schema, m_currentFormat, this);
+
     AddPage(m_general.get(), TabRule::Always, res::GeneralTabTitle, GeneralBitmap(), kMaskColour, 0);
+    AddPage(m_attributes.get(), TabRule::WithUserAttributes, res::AttributesTabTitle, res::AttributesTab, kMaskColour, 1);
+    AddPage(m_formatAttributes.get(), TabRule::Always, res::FormatAttributesTabTitle, res::AttributesTab, kMaskColour,
+            1);
     for (const PageEntry &entry : std::vector<PageEntry>(m_pages))
         ShowPageTab(entry.page, tabWanted(entry.rule));
     m_initialised = true;
@@ -283,6 +291,10 @@ void CFeatTypePropsDlg::SetFormat(const FTPropsFormatInfo *format)
         return;
     if (m_general)
         m_general->ChangeFormat(format);
+    if (m_attributes)
+        m_attributes->ChangeFormat(format);
+    if (m_formatAttributes)
+        m_formatAttributes->ChangeFormat(format);
     m_currentFormat = format;
     updateFormatFlags();
     for (const PageEntry &entry : std::vector<PageEntry>(m_pages)) {
@@ -293,7 +305,35 @@ void CFeatTypePropsDlg::SetFormat(const FTPropsFormatInfo *format)
 
 bool CFeatTypePropsDlg::ValidatePages()
 {
-    return !m_general || m_general->ValidatePage();
+    if (m_general && !m_general->ValidatePage())
+        return false;
+    if (m_hasUserAttributes && m_attributes && !m_attributes->ValidatePage())
+        return false;
+    return !m_formatAttributes || m_formatAttributes->ValidatePage();
+}
+
+void CFeatTypePropsDlg::WritePages(FTPropsSchemaInfo &target, const ApplySelection *selection)
+{
+    if (m_general)
+        m_general->WriteToSchema(target, selection ? selection->generalMask : general::All);
+    if (m_hasUserAttributes && m_attributes)
+        m_attributes->WriteToSchema(target, selection ? &selection->attributes : nullptr,
+                                    selection ? &selection->deleteAttributes : nullptr);
+    if (m_formatAttributes)
+        m_formatAttributes->WriteToSchema(target, selection ? &selection->formatAttributes : nullptr,
+                                          selection ? &selection->deleteFormatAttributes : nullptr);
+}
+
+StringList CFeatTypePropsDlg::PageAttributeNames() const
+{
+    StringList names;
+    if (m_attributes)
+        names = m_attributes->GetAttributeNames();
+    if (m_formatAttributes) {
+        for (std::string &name : m_formatAttributes->GetExposedNames())
+            names.push_back(std::move(name));
+    }
+    return names;
 }
 
 void CFeatTypePropsDlg::OnOK()
@@ -301,16 +341,15 @@ void CFeatTypePropsDlg::OnOK()
     if (!ValidatePages())
         return;
     m_schema->beginUpdate();
-    if (m_general)
-        m_general->WriteToSchema(*m_schema, general::All);
-    if (m_general && !m_apply.targets.empty()) {
+    WritePages(*m_schema, nullptr);
+    if (!m_apply.targets.empty()) {
         const QString question =
             formatResourceString(res::ApplyConfirm, {QString::number(static_cast<qulonglong>(m_apply.targets.size()))});
         if (ShowMessageBox(this, question, QString(), MbYesNo) == IdYes) {
             for (FTPropsSchemaInfo *other : m_others) {
                 const std::string longName = other->getLongName();
                 if (std::find(m_apply.targets.begin(), m_apply.targets.end(), longName) != m_apply.targets.end())
-                    m_general->WriteToSchema(*other, m_apply.generalMask);
+                    WritePages(*other, &m_apply);
                 other->notifyApplied();
             }
         }
@@ -329,9 +368,17 @@ void CFeatTypePropsDlg::ApplyToOthers()
         input.otherFeatureTypes.push_back(other->getLongName());
     input.destination = !m_currentFormat->isSource();
     input.database = m_currentFormat->isDatabase();
-    // Attribute and parameter lists are offered only where a page of the
-    // dialog edits them, since only that page can write them to others.
-    input.hasUserAttributes = false;
+    input.hasUserAttributes = m_hasUserAttributes && m_attributes;
+    if (input.hasUserAttributes) {
+        input.pageAttributes = m_attributes->GetAttributeNames();
+        input.recordAttributes = m_schema->getAttributeNames(true, false);
+    }
+    if (m_formatAttributes) {
+        input.pageFormatAttributes = m_formatAttributes->GetExposedNames();
+        input.recordFormatAttributes = m_schema->getAttributeNames(false, true);
+    }
+    // The parameter list is offered only once a page of the dialog edits
+    // parameters, since only that page can write them to others.
     input.hasParameters = false;
     const ApplyPrompt prompt(input, narrowResource);
     std::map<std::string, std::string> answers;

@@ -34,6 +34,8 @@ class QTabBar;
 
 namespace vyr {
 
+class CFeatTypePropsAttrs;
+class CFeatTypePropsExposableAttrs;
 class CFeatTypePropsGeneral;
 
 using SchemaRecordList = std::vector<FTPropsSchemaInfo *>;
@@ -72,6 +74,11 @@ public:
     bool hasUserAttributes() const { return m_hasUserAttributes; }
 
     CFeatTypePropsGeneral *generalPage() const { return m_general.get(); }
+    CFeatTypePropsAttrs *attributesPage() const { return m_attributes.get(); }
+    CFeatTypePropsExposableAttrs *formatAttributesPage() const { return m_formatAttributes.get(); }
+    // The names the attribute pages give (user attributes, then exposed
+    // format attributes), for the fan-out list.
+    StringList PageAttributeNames() const;
     QWidget *currentPage() const { return m_currentPage; }
     QTabBar *tabControl() const { return m_tabControl; }
     QSize minimumWindowSize() const { return m_minimumSize; }
@@ -111,6 +118,9 @@ private:
     void OnTabChanged(int index);
     void LayoutControls();
     bool ValidatePages();
+    // Writes every page into `target`: with `selection` only what the user
+    // chose to apply, else everything.
+    void WritePages(FTPropsSchemaInfo &target, const ApplySelection *selection);
     unsigned GeneralBitmap() const;
     PageEntry *entryOf(const QWidget *page);
     void updateFormatFlags();
@@ -128,6 +138,8 @@ private:
     bool m_hasUserAttributes = false;
 
     std::unique_ptr<CFeatTypePropsGeneral> m_general;
+    std::unique_ptr<CFeatTypePropsAttrs> m_attributes;
+    std::unique_ptr<CFeatTypePropsExposableAttrs> m_formatAttributes;
     std::vector<PageEntry> m_pages;
     QWidget *m_currentPage = nullptr;
     QTabBar *m_tabControl = nullptr;

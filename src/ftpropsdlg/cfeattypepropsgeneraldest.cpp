@@ -149,9 +149,8 @@ void CFeatTypePropsGeneralDest::RefillFanoutChoices()
 {
     const QString selected = m_fanoutAttribute->currentText();
     m_fanoutAttribute->clear();
-    // The attribute pages are where the names are edited; until the dialog
-    // has them, the names are the schema's own.
-    FillFanoutChoices(m_schema->getAttributeNames(true, true));
+    // The names as the attribute pages have them now, edits included.
+    FillFanoutChoices(m_dialog->PageAttributeNames());
     m_fanoutAttribute->setCurrentIndex(-1);
     SelectComboItem(m_fanoutAttribute.get(), selected);
 }

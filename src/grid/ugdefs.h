@@ -57,6 +57,9 @@ enum BorderBits : int {
     BorderRaised = 8192,
 };
 
+// The standard cell types every grid registers first, by index.
+enum StandardCellType : int { NormalCellType = 0, DropListCellType = 1, CheckBoxCellType = 2, ArrowCellType = 3 };
+
 // Cell type parameter bits of the standard types.
 enum CellTypeParamBits : int {
     // The in-place editor keeps Control+Enter for a new line.

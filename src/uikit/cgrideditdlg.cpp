@@ -1,9 +1,9 @@
 #include "uikit/cgrideditdlg.h"
 
 #include "uikit/cvvyrgrid.h"
+#include "uikit/gridrowbuttons.h"
 #include "util/resourceids.h"
 
-#include <QAbstractButton>
 
 namespace vyr {
 
@@ -66,33 +66,7 @@ bool CGridEditDlg::OnInitDialog()
     m_result.clear();
     grid->EnableGrid(m_enabled);
 
-    const struct
-    {
-        unsigned id;
-        void (CVVyrGrid::*action)();
-    } buttons[] = {{kIdMoveUp, &CVVyrGrid::MoveSelectedRowsUp},
-                   {kIdMoveDown, &CVVyrGrid::MoveSelectedRowsDown},
-                   {kIdDelete, &CVVyrGrid::DeleteSelectedRows}};
-    for (const auto &button : buttons) {
-        if (auto *widget = qobject_cast<QAbstractButton *>(GetDlgItem(button.id))) {
-            widget->setEnabled(m_enabled);
-            connect(widget, &QAbstractButton::clicked, this, [this, action = button.action] {
-                if (m_grid) {
-                    m_grid->CommitEdit();
-                    (m_grid->*action)();
-                }
-            });
-        }
-    }
-    if (auto *sort = qobject_cast<QAbstractButton *>(GetDlgItem(kIdSort))) {
-        sort->setEnabled(m_enabled);
-        connect(sort, &QAbstractButton::clicked, this, [this] {
-            if (m_grid) {
-                m_grid->CommitEdit();
-                m_grid->SortByColumn(0);
-            }
-        });
-    }
+    ConnectGridRowButtons(*this, *grid, m_enabled);
     grid->setFocus();
     return true;
 }

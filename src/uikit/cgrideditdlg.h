@@ -14,6 +14,7 @@
 
 #include "uikit/cellactionhandler.h"
 #include "uikit/cvyrdialog.h"
+#include "uikit/gridrowbuttons.h"
 
 #include <QLabel>
 #include <QPointer>
@@ -32,10 +33,10 @@ public:
     static constexpr unsigned kIdLabel = 1200;
     static constexpr unsigned kIdSecondLabel = 1342;
     static constexpr unsigned kIdGrid = 61206;
-    static constexpr unsigned kIdMoveUp = 1188;
-    static constexpr unsigned kIdMoveDown = 1189;
-    static constexpr unsigned kIdSort = 1215;
-    static constexpr unsigned kIdDelete = 1216;
+    static constexpr unsigned kIdMoveUp = kIdMoveRowsUp;
+    static constexpr unsigned kIdMoveDown = kIdMoveRowsDown;
+    static constexpr unsigned kIdSort = kIdSortRows;
+    static constexpr unsigned kIdDelete = kIdDeleteRows;
 
     // `values` are the records' texts, `columnCount` at a time. An empty
     // help topic hides the Help button.

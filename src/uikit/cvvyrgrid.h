@@ -183,6 +183,10 @@ public:
     };
 
     bool keepsNewRow() const { return m_keepNewRow; }
+    // Whether `row` is the blank row kept for a new record.
+    bool isNewRow(long row) const;
+    // The rows that are records: all but the new row.
+    long recordCount() const;
     int columnCount() const { return m_columnCount; }
     int fontIndex() const { return m_fontIndex; }
     int DropListTypeId() const { return m_dropListId; }
@@ -243,9 +247,6 @@ private:
     // F2, typing or a double click: edits the current cell, making the new
     // row a record first; `firstKey` goes to the editor.
     void editCurrentCell(int firstKey);
-    bool isNewRow(long row) const;
-    // The rows that are records: all but the new row.
-    long recordCount() const;
     // Opens a blank row at `row` and asks OnRowAdded; -1 when refused.
     long addBlankRowAt(long row);
     // Covers the column defaults' texts in new rows with empty ones.

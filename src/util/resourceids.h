@@ -25,11 +25,14 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(Accelerators, 136, AboutAccelerators)                                                                            \
     X(Template, 337, FeatTypePropsDialog)                                                                              \
     X(Template, 338, GeneralPageSource)                                                                                \
+    X(Template, 339, AttributesPage)                                                                                   \
+    X(Template, 340, FormatAttributesPage)                                                                             \
     X(Template, 514, GeneralPageDest)                                                                                  \
     X(Template, 552, GridEditDialog)                                                                                   \
     X(Template, 575, RangeDomainDialog)                                                                                \
     X(Template, 1139, CodedDomainDialog)                                                                               \
     X(Bitmap, 196, GeneralSourceTab)                                                                                   \
+    X(String, 687, NoAttributeTypes)                                                                                   \
     X(Bitmap, 197, GeneralDestTab)                                                                                     \
     X(Bitmap, 202, ParametersTab)                                                                                      \
     X(Bitmap, 302, AttributesTab)                                                                                      \
@@ -39,6 +42,7 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(Bitmap, 649, GeneralSourceTabMerged)                                                                             \
     X(Bitmap, 654, GeneralDestTabPlainFanout)                                                                          \
     X(Bitmap, 655, GeneralSourceTabPlainMerged)                                                                        \
+    X(String, 33046, AttributeNameRequired)                                                                            \
     X(String, 33050, MultipleGeometries)                                                                               \
     X(String, 33051, NameRequired)                                                                                     \
     X(String, 33052, DatasetRequired)                                                                                  \
@@ -89,10 +93,14 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 59532, GridEditIncompleteNote)                                                                           \
     X(String, 59690, ApplyDynamicSettings)                                                                             \
     X(String, 59534, DomainRequired)                                                                                   \
+    X(String, 61256, NameHeading)                                                                                      \
     X(String, 61257, TypeHeading)                                                                                      \
     X(String, 61258, WidthHeading)                                                                                     \
     X(String, 61259, DecimalsHeading)                                                                                  \
-    X(String, 61260, DomainHeading)
+    X(String, 61260, DomainHeading)                                                                                    \
+    X(String, 61263, ExposedHeading)                                                                                   \
+    X(String, 61264, FormatAttributeHeading)                                                                           \
+    X(String, 61265, ListElementsHeading)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;

@@ -14,6 +14,8 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -117,8 +119,13 @@ private slots:
         });
         const std::string capabilities = capabilitiesOf("postgres.fmt");
         QCOMPARE(VYRFeatTypeProperties(m_session, feature, capabilities.c_str(), nullptr), result);
-        // OK without an edit changes nothing either.
-        QCOMPARE(bytesOf(feature), before);
+        // Cancel leaves every byte; OK without an edit changes nothing
+        // either, though it writes the schema back in an order of its own.
+        const QByteArray after = bytesOf(feature);
+        if (result)
+            QCOMPARE(QJsonDocument::fromJson(after).object(), QJsonDocument::fromJson(before).object());
+        else
+            QCOMPARE(after, before);
         m_session->destroyFeature(feature);
     }
 

@@ -5,6 +5,8 @@
 #include "support/scratchdirectory.h"
 
 #include "ftprops/vyrobjftpropsformatinfo.h"
+#include "ftpropsdlg/cattrgrid.h"
+#include "ftpropsdlg/cfeattypepropsattrs.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "ftpropsdlg/cfeattypepropsgeneraldest.h"
 #include "ftpropsdlg/cfeattypepropsgeneralsource.h"
@@ -205,7 +207,8 @@ private slots:
         schema.merged = schema.fanout = roleFlag;
         auto dialog = open(schema);
         QTabBar *tabs = dialog->tabControl();
-        QCOMPARE(tabs->count(), 1);
+        // General, then the attribute pages (user attributes by default).
+        QCOMPARE(tabs->count(), 3);
         QCOMPARE(tabs->tabText(0), loadResourceString(res::GeneralTabTitle));
         QCOMPARE(imageOf(tabs->tabIcon(0)), imageOf(QIcon(resourceImagePath(ResourceKind::Bitmap, bitmap))));
         QCOMPARE(dialog->currentPage(), static_cast<QWidget *>(dialog->generalPage()));
@@ -250,7 +253,8 @@ private slots:
         // in the same update, only what was chosen.
         StringList expected{"roads: beginUpdate",      "roads: setFormatId(SHP)",    "roads: setName(roads)",
                             "roads: setFanout(no)",    "roads: setGeometry(shp_arc)", "roads: setDynamic(no)",
-                            "roads: setSchemaSources", "roads: setAdditionalNames",  "roads: setDynamicSchemaInfo"};
+                            "roads: setSchemaSources", "roads: setAdditionalNames",  "roads: setDynamicSchemaInfo",
+                            "roads: setAttributes"};
         if (confirm)
             expected.insert(expected.end(), {"rivers: setGeometry(shp_arc)", "rivers: setAdditionalNames",
                                              "rivers: notifyApplied", "lakes: notifyApplied"});
@@ -387,7 +391,7 @@ private slots:
         QCOMPARE(enabled(), QStringLiteral("name geometry dynamic"));
         QCOMPARE(textsOf(geometry), (QStringList{"gpkg_linestring", "gpkg_point"}));
         QCOMPARE(geometry->currentText(), QStringLiteral("gpkg_linestring"));
-        QCOMPARE(dialog->tabControl()->count(), 1);
+        QCOMPARE(dialog->tabControl()->count(), 3);
     }
 
     void shouldShowSeveralGeometriesAsOneAndNeverWriteThem()
@@ -490,12 +494,13 @@ private slots:
         auto dialog = open(schema);
         auto *attribute = item<QComboBox>(dialog->generalPage(), Dest::kIdFanoutAttribute);
         QCOMPARE(attribute->currentText(), QStringLiteral("NAME"));
-        schema.userAttributes = {"TYPE", "NAME"};
-        schema.formatAttributes = {"shape_type"};
+        // The names as the attribute pages have them, not as the schema does.
+        dialog->attributesPage()->grid()->SetCellText(0, 0, QStringLiteral("TYPE"));
+        schema.userAttributes = {"OLD"};
         dialog->show();
         attribute->showPopup();
         attribute->hidePopup();
-        QCOMPARE(textsOf(attribute), (QStringList{"TYPE", "NAME", "shape_type"}));
+        QCOMPARE(textsOf(attribute), (QStringList{"TYPE", "NAME"}));
         QCOMPARE(attribute->currentText(), QStringLiteral("NAME"));
     }
 

@@ -1,0 +1,125 @@
+#include "ftpropsdlg/cattrgrid.h"
+
+#include "attrtypes/typestring.h"
+#include "ftprops/namerules.h"
+#include "uikit/dialogutils.h"
+#include "uikit/narrowtext.h"
+#include "util/resourceids.h"
+#include "util/resourcelibrary.h"
+
+namespace vyr {
+
+CAttrGrid::CAttrGrid(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format, const DataTypeMappings &registry,
+                     QWidget *parent)
+    : CAttrTypeGrid(registry, kTypeColumn, 0, true, {}, parent)
+    , m_schema(schema)
+    , m_format(format)
+{}
+
+void CAttrGrid::OnGridInit()
+{
+    CAttrTypeGrid::OnGridInit();
+    SetCellText(kNameColumn, -1, loadResourceString(res::NameHeading));
+    SetSideHeadingWidth(20);
+}
+
+void CAttrGrid::LoadAttributes()
+{
+    m_loading = true;
+    const int listMode = m_format->getTypeListMode();
+    for (const std::string &name : m_schema->getAttributeNames(true, false)) {
+        const long row = AppendBlankRow();
+        if (row < 0)
+            break;
+        SetCellText(kNameColumn, row, fromNarrow(name));
+        if (const auto type = registry().createType(m_schema->getAttributeType(name), listMode))
+            SetRowType(row, *type);
+    }
+    m_loading = false;
+}
+
+std::unique_ptr<AttrType> CAttrGrid::FirstRowType() const
+{
+    const auto native = [this](std::string_view generic) -> std::unique_ptr<AttrType> {
+        const auto type = registry().createType(generic, kDialogListMode);
+        return type ? registry().toNative(*type) : nullptr;
+    };
+    if (auto type = native("vyr_char(30)"); type && TemplateOf(fromNarrow(type->name())))
+        return type;
+    if (auto type = native("vyr_int32"))
+        return type;
+    return registry().defaultType();
+}
+
+bool CAttrGrid::OnRowAdded(long row)
+{
+    CAttrTypeGrid::OnRowAdded(row);
+    // Loaded rows take the schema's types right after.
+    if (m_loading)
+        return true;
+    if (row == 0) {
+        const std::unique_ptr<AttrType> type = FirstRowType();
+        if (!type) {
+            ShowMessageBox(this, loadResourceString(res::NoAttributeTypes), QString(), MbOk);
+            return false;
+        }
+        SetRowType(row, *type);
+    } else {
+        for (const int column : {typeColumn(), argumentColumn(0), argumentColumn(1)})
+            SetCellText(column, row, GetCellString(row - 1, column));
+        SetUpArgumentCells(row, TemplateOf(GetCellString(row, typeColumn())), false);
+        if (hasDomains())
+            SetCellText(domainColumn(), row, QStringLiteral("none"));
+    }
+    EnableCell(domainColumn(), row, hasDomains());
+    RepaintAll();
+    return true;
+}
+
+StringSet CAttrGrid::TakenNames(long row, const FTPropsFormatInfo &format)
+{
+    StringSet taken;
+    for (long other = 0; other < attributeRowCount(); ++other) {
+        const QString name = GetCellString(other, kNameColumn);
+        if (other != row && !name.isEmpty())
+            taken.insert(toNarrow(name));
+    }
+    for (const std::string &name : format.getFormatAttrNames())
+        taken.insert(name);
+    return taken;
+}
+
+void CAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
+{
+    CAttrTypeGrid::OnCellChange(column, row, source);
+    if (column != kNameColumn || m_loading || m_legalising || isNewRow(row) || m_format->isSource())
+        return;
+    const QString typed = GetCellString(row, kNameColumn);
+    if (typed.isEmpty())
+        return;
+    const QString legal = fromNarrow(LegaliseAttributeName(*m_format, toNarrow(typed), TakenNames(row, *m_format)));
+    if (legal == typed)
+        return;
+    m_legalising = true;
+    SetCellText(kNameColumn, row, legal);
+    RepaintCell(kNameColumn, row);
+    m_legalising = false;
+}
+
+StringList CAttrGrid::GetAttributeNames()
+{
+    StringList names;
+    for (long row = 0; row < attributeRowCount(); ++row) {
+        const QString name = GetCellString(row, kNameColumn);
+        if (!name.isEmpty())
+            names.push_back(toNarrow(name));
+    }
+    return names;
+}
+
+void CAttrGrid::LayoutLeadingColumns(int width)
+{
+    SetColumnWidth(kNameColumn, int((hasDomains() ? 0.4 : 0.6) * width));
+}
+
+} // namespace vyr

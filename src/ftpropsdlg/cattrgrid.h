@@ -1,0 +1,64 @@
+// CAttrGrid: the user attributes of a feature type, one row per attribute -
+// its name in column 0, its data type in the type columns of CAttrTypeGrid
+// from column 1 on. The last row is always blank, for a new attribute.
+//
+// A new attribute starts with the format's "vyr_char(30)" in its own
+// vocabulary (else "vyr_int32", else the format's default type); every
+// later one copies the type of the row above. A typed name is made legal
+// for the format at once (for a writer), against the other rows' names and
+// the format's own attribute names.
+#ifndef VYR_FTPROPSDLG_CATTRGRID_H
+#define VYR_FTPROPSDLG_CATTRGRID_H
+
+#include "attrtypesdlg/cattrtypegrid.h"
+#include "ftprops/ftpropsformatinfo.h"
+#include "ftprops/ftpropsschemainfo.h"
+
+namespace vyr {
+
+class CAttrGrid : public CAttrTypeGrid
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kNameColumn = 0;
+    static constexpr int kTypeColumn = 1;
+
+    // The format's registry must outlive the grid.
+    CAttrGrid(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format, const DataTypeMappings &registry,
+              QWidget *parent = nullptr);
+
+    // Fills the grid from the schema record's user attributes.
+    void LoadAttributes();
+    // The format the names follow; its registry's types stay until the grid
+    // is made anew.
+    void SetFormat(const FTPropsFormatInfo *format) { m_format = format; }
+    const FTPropsFormatInfo *format() const { return m_format; }
+
+    // Rows holding attributes: every row but the blank last one.
+    long attributeRowCount() const { return recordCount(); }
+    // The non-empty names of the attribute rows, in row order.
+    StringList GetAttributeNames();
+    // The names a name in `row` must not take under `format`: the other
+    // rows' names and the format's own attribute names.
+    StringSet TakenNames(long row, const FTPropsFormatInfo &format);
+
+protected:
+    void OnGridInit() override;
+    bool OnRowAdded(long row) override;
+    void OnCellChange(int column, long row, ug::TextSource source) override;
+    void LayoutLeadingColumns(int width) override;
+
+private:
+    // The type a first attribute gets; null when the format has none.
+    std::unique_ptr<AttrType> FirstRowType() const;
+
+    FTPropsSchemaInfo *m_schema;
+    const FTPropsFormatInfo *m_format;
+    bool m_loading = false;
+    bool m_legalising = false;
+};
+
+} // namespace vyr
+
+#endif // VYR_FTPROPSDLG_CATTRGRID_H

@@ -1,0 +1,109 @@
+#include "ftpropsdlg/cformatattrgrid.h"
+
+#include "ftprops/listelements.h"
+#include "uikit/narrowtext.h"
+#include "util/resourceids.h"
+#include "util/resourcelibrary.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace vyr {
+
+namespace {
+
+const QString kChecked = QStringLiteral("1");
+const QString kUnchecked = QStringLiteral("0");
+
+} // namespace
+
+CFormatAttrGrid::CFormatAttrGrid(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format, QWidget *parent)
+    : CVVyrGrid(3, false, parent)
+    , m_schema(schema)
+    , m_format(format)
+{}
+
+void CFormatAttrGrid::OnGridInit()
+{
+    CVVyrGrid::OnGridInit();
+    SetTopHeadingHeight(20);
+    SetSideHeadingWidth(20);
+    const unsigned headings[] = {res::ExposedHeading, res::FormatAttributeHeading, res::ListElementsHeading};
+    for (int column = 0; column < 3; ++column)
+        SetCellText(column, -1, loadResourceString(headings[column]));
+    CUGCell cell;
+    GetColumnDefault(kExposedColumn, cell);
+    cell.setCellType(ug::CheckBoxCellType);
+    SetColumnDefault(kExposedColumn, cell);
+    cell.clearAll();
+    GetColumnDefault(kNameColumn, cell);
+    cell.setReadOnly(true);
+    SetColumnDefault(kNameColumn, cell);
+    cell.clearAll();
+    GetColumnDefault(kCountColumn, cell);
+    cell.setMask(QStringLiteral("99"));
+    SetColumnDefault(kCountColumn, cell);
+}
+
+void CFormatAttrGrid::Fill()
+{
+    SetRowCount(0);
+    StringList names = m_format->getFormatAttrNames();
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    const StringList exposedNames = m_schema->getAttributeNames(false, true);
+    const std::unordered_set<std::string> exposed(exposedNames.begin(), exposedNames.end());
+    const StringList allNames = m_schema->getAttributeNames(true, true);
+    for (const std::string &name : names) {
+        const bool checked = exposed.contains(name);
+        const bool list = ListElements::isList(name);
+        const int count = checked && list ? ListElements(name).countIn(allNames) : 0;
+        const long row =
+            AppendRowTexts({checked ? kChecked : kUnchecked, fromNarrow(name), QString::number(count)});
+        EnableCell(kCountColumn, row, list);
+    }
+    RepaintAll();
+}
+
+void CFormatAttrGrid::CheckAll(bool checked)
+{
+    for (long row = 0; row < GetRowCount(); ++row)
+        SetCellText(kExposedColumn, row, checked ? kChecked : kUnchecked);
+    RepaintAll();
+}
+
+void CFormatAttrGrid::OnCellChange(int column, long row, ug::TextSource)
+{
+    if (column == kNameColumn)
+        EnableCell(kCountColumn, row, ListElements::isList(toNarrow(GetCellString(row, kNameColumn))));
+}
+
+std::optional<CFormatAttrGrid::Row> CFormatAttrGrid::ReadRow(long row)
+{
+    QStringList texts;
+    GetRowTexts(row, texts);
+    if (texts.size() != 3)
+        return std::nullopt;
+    return Row{texts[kExposedColumn] == kChecked, toNarrow(texts[kNameColumn]), texts[kCountColumn].toInt()};
+}
+
+StringList CFormatAttrGrid::GetExposedNames()
+{
+    StringList names;
+    for (long row = 0; row < GetRowCount(); ++row) {
+        if (const auto read = ReadRow(row); read && read->checked)
+            names.push_back(read->name);
+    }
+    return names;
+}
+
+void CFormatAttrGrid::OnLayoutComponents(Layout &layout)
+{
+    const int width = layout.grid.width();
+    SetColumnWidth(kExposedColumn, int(0.2 * width));
+    SetColumnWidth(kNameColumn, int(0.6 * width));
+    SetColumnWidth(kCountColumn, int(0.2 * width));
+    layout.tabs = QRect();
+}
+
+} // namespace vyr

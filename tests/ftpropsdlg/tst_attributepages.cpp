@@ -1,0 +1,264 @@
+// The user attributes and format attributes pages inside the feature type
+// properties dialog, on engine features and the bundled example formats:
+// what they show, what OK writes, and how they follow a change of dataset.
+#include "support/modalanswers.h"
+
+#include "ftprops/vyrobjftpropsformatinfo.h"
+#include "ftprops/vyrobjworkspaceschemainfo.h"
+#include "ftpropsdlg/cattrgrid.h"
+#include "ftpropsdlg/cfeattypepropsattrs.h"
+#include "ftpropsdlg/cfeattypepropsdlg.h"
+#include "ftpropsdlg/cfeattypepropsexposableattrs.h"
+#include "ftpropsdlg/cfeattypepropsgeneral.h"
+#include "ftpropsdlg/cformatattrgrid.h"
+#include "frame/vyrrwstringimp.h"
+#include "uikit/application.h"
+#include "util/capabilityfile.h"
+#include "util/resourcelibrary.h"
+
+#include "vyr/IVYRFeature.h"
+#include "vyr/vyr_featurefile.h"
+#include "vyr/vyr_session.h"
+
+#include <QComboBox>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTabBar>
+#include <QtTest>
+
+#include <map>
+#include <memory>
+
+using namespace vyr;
+using vyr::test::answerNextMessageBox;
+using vyr::test::ShownMessage;
+
+namespace {
+
+std::string examplePath(const std::string &relative)
+{
+    return std::string(VYR_TEST_EXAMPLES_DIR) + "/" + relative;
+}
+
+std::string attributeOf(const IVYRFeature &feature, const char *name)
+{
+    VYRRWStringImp value;
+    return feature.getAttribute(name, value) ? std::string(value.c_str()) : std::string("(absent)");
+}
+
+QJsonObject jsonOf(const IVYRFeature &feature)
+{
+    VYRRWStringImp text;
+    VYR_FeatureWriteJson(&feature, &text);
+    return QJsonDocument::fromJson(QByteArray(text.data(), qsizetype(text.length()))).object();
+}
+
+QStringList rowOf(CVVyrGrid *grid, long row)
+{
+    QStringList texts;
+    grid->GetRowTexts(row, texts);
+    return texts;
+}
+
+} // namespace
+
+class AttributePagesTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    IVYRSession *m_session = nullptr;
+    std::map<std::string, std::unique_ptr<VYRObjFTPropsFormatInfo>> m_formats;
+    IVYRFeature *m_feature = nullptr;
+    std::unique_ptr<VYRObjWorkspaceSchemaInfo> m_schema;
+    std::unique_ptr<CFeatTypePropsDlg> m_dialog;
+
+    // Opens the dialog on a copy of an example schema in the named format;
+    // the workspace's formats are the dataset choices.
+    void open(const char *schemaFile, const char *format, const std::string &change = {})
+    {
+        m_dialog.reset();
+        m_schema.reset();
+        if (m_feature)
+            m_session->destroyFeature(m_feature);
+        m_feature = m_session->createFeature();
+        QVERIFY(VYR_FeatureLoadJson(m_feature, examplePath(std::string("schemas/") + schemaFile).c_str(), nullptr));
+        if (!change.empty())
+            m_feature->setAttribute(change.c_str(), "vyr_char(5)");
+        const auto lookup = [this](const std::string &id) -> const FTPropsFormatInfo * {
+            const auto found = m_formats.find(id);
+            return found == m_formats.end() ? nullptr : found->second.get();
+        };
+        m_schema = std::make_unique<VYRObjWorkspaceSchemaInfo>(*m_session, *m_feature, *m_formats.at(format), lookup);
+        FormatRecordList formats{m_formats.at(format).get()};
+        for (const auto &[name, record] : m_formats) {
+            if (name != format)
+                formats.push_back(record.get());
+        }
+        m_dialog = std::make_unique<CFeatTypePropsDlg>(m_session, m_schema.get(), SchemaRecordList(), formats,
+                                                       FormatRecordList(), nullptr);
+        QVERIFY(m_dialog->Create());
+    }
+    CAttrGrid *attributes() const { return m_dialog->attributesPage()->grid(); }
+    CFormatAttrGrid *formatAttributes() const { return m_dialog->formatAttributesPage()->grid(); }
+    bool pressOK()
+    {
+        m_dialog->OnOK();
+        return !m_dialog->isVisible() && m_dialog->result() == kEndOk;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(ensureApplication());
+        QVERIFY(loadResourceLibrary());
+        m_session = VYR_SessionCreate();
+        for (const char *name : {"shapefile", "postgres", "gpx", "csv"}) {
+            const auto capabilities = readCapabilityFile(examplePath(std::string("formats/") + name + ".fmt"));
+            QVERIFY(capabilities);
+            const std::string id = VYRObjFTPropsFormatInfo(*capabilities, nullptr).getFormatName();
+            m_formats[id] = std::make_unique<VYRObjFTPropsFormatInfo>(*capabilities, m_session, id);
+        }
+    }
+    void cleanupTestCase()
+    {
+        m_dialog.reset();
+        m_schema.reset();
+        m_session->destroyFeature(m_feature);
+        VYR_SessionDestroy(m_session);
+    }
+
+    // The tabs a format's capabilities call for, and the rows as the
+    // schema has them; OK without an edit leaves the feature as it was.
+    void shouldShowTheSchemaAndWriteBackNothingNew()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        QTabBar *tabs = m_dialog->tabControl();
+        QCOMPARE(tabs->count(), 3);
+        QCOMPARE(tabs->tabText(1), loadResourceString(res::AttributesTabTitle));
+        QCOMPARE(tabs->tabText(2), loadResourceString(res::FormatAttributesTabTitle));
+
+        CAttrGrid *grid = attributes();
+        // Four attributes and the new row.
+        QCOMPARE(grid->GetRowCount(), 5L);
+        QCOMPARE(rowOf(grid, 0).mid(0, 3), (QStringList{"ROAD_NAME", "char", "40"}));
+        QCOMPARE(rowOf(grid, 1).mid(0, 4), (QStringList{"LANES", "number", "2", "0"}));
+        QCOMPARE(rowOf(grid, 2).mid(0, 2), (QStringList{"OPENED", "date"}));
+        QVERIFY2(!grid->IsCellEnabled(grid->argumentColumn(0), 2), "a date takes no width");
+        QVERIFY2(!grid->IsCellEnabled(grid->argumentColumn(1), 0), "a char takes no decimals");
+        QCOMPARE(formatAttributes()->GetRowCount(), 2L);
+        QCOMPARE(rowOf(formatAttributes(), 0), (QStringList{"0", "shapefile_record_number", "0"}));
+        QCOMPARE(rowOf(formatAttributes(), 1), (QStringList{"1", "shapefile_type", "0"}));
+        QCOMPARE(m_dialog->PageAttributeNames(),
+                 (StringList{"ROAD_NAME", "LANES", "OPENED", "TOLL", "shapefile_type"}));
+
+        const QJsonObject before = jsonOf(*m_feature);
+        QVERIFY(pressOK());
+        QCOMPARE(jsonOf(*m_feature), before);
+
+        // A reader's format attributes: GPX has no user attributes page.
+        open("gpx-tracks.json", "GPX");
+        QCOMPARE(m_dialog->tabControl()->count(), 2);
+    }
+
+    // New rows: the first gets the format's char(30), the next copies the
+    // row above; typed names follow the format's rules at once.
+    void shouldGiveNewRowsATypeAndLegalNames()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        CAttrGrid *grid = attributes();
+        grid->DeleteRows(0, 4);
+        QCOMPARE(grid->GetRowCount(), 1L);
+        QVERIFY(grid->AppendBlankRow() == 0);
+        QCOMPARE(rowOf(grid, 0).mid(1, 2), (QStringList{"char", "30"}));
+        grid->StoreUserText(CAttrGrid::kNameColumn, 0, QStringLiteral("road name"), ug::TextEdited);
+        QCOMPARE(grid->GetCellString(0, 0), QStringLiteral("ROAD_NAME"));
+        grid->StoreUserText(grid->typeColumn(), 0, QStringLiteral("number"), ug::TextChosen);
+        grid->StoreUserText(grid->argumentColumn(0), 0, QStringLiteral("5"), ug::TextEdited);
+        grid->StoreUserText(grid->argumentColumn(1), 0, QStringLiteral("0"), ug::TextEdited);
+        QCOMPARE(grid->AppendBlankRow(), 1L);
+        QCOMPARE(rowOf(grid, 1).mid(1, 3), (QStringList{"number", "5", "0"}));
+        // Taken by the row above, too long for the format, or the format's own.
+        const struct
+        {
+            const char *typed, *legal;
+        } names[] = {{"road_name", "ROAD_NAM00"}, {"averyverylongname", "AVERYVERYL"},
+                     {"shapefile_type", "SHAPEFILE_"}};
+        for (const auto &name : names) {
+            grid->StoreUserText(CAttrGrid::kNameColumn, 1, QString::fromLatin1(name.typed), ug::TextEdited);
+            QCOMPARE(grid->GetCellString(1, 0), QString::fromLatin1(name.legal));
+        }
+        QVERIFY(pressOK());
+        QCOMPARE(m_schema->getAttributeNames(true, false), (StringList{"ROAD_NAME", "SHAPEFILE_"}));
+        QCOMPARE(QString::fromStdString(m_schema->getAttributeType("ROAD_NAME")), QStringLiteral("number(5,0)"));
+        QCOMPARE(QString::fromStdString(attributeOf(*m_feature, "ROAD_NAME")), QStringLiteral("vyr_decimal(5,0)"));
+    }
+
+    // OK stays open: an attribute without a name says why, a type the
+    // format does not know shows the cell.
+    void shouldRefuseRowsWithoutANameOrAKnownType()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        CAttrGrid *grid = attributes();
+        grid->SetCellText(CAttrGrid::kNameColumn, 2, QString());
+        ShownMessage shown;
+        answerNextMessageBox(&shown);
+        QVERIFY(!pressOK());
+        QCOMPARE(shown.text, loadResourceString(res::AttributeNameRequired));
+
+        grid->SetCellText(CAttrGrid::kNameColumn, 2, QStringLiteral("OPENED"));
+        grid->SetCellText(grid->typeColumn(), 1, QStringLiteral("varchar"));
+        QVERIFY(!pressOK());
+        QCOMPARE(grid->GetCurrentRow(), 1L);
+        QCOMPARE(grid->GetCurrentCol(), grid->typeColumn());
+    }
+
+    // A list attribute counts the elements the schema exposes; clearing a
+    // row exposed at opening removes it, checking one exposes it with the
+    // format's type and its elements.
+    void shouldExposeAndRemoveFormatAttributes()
+    {
+        open("gpx-tracks.json", "GPX");
+        for (const char *name : {"gpx_link{0}.href", "gpx_link{3}.href", "gpx_link{}.href", "other{7}"})
+            m_schema->storeAttribute(name, "string", true);
+        CFormatAttrGrid *grid = formatAttributes();
+        grid->Fill();
+        const auto rowNamed = [grid](const char *name) {
+            for (long row = 0; row < grid->GetRowCount(); ++row) {
+                if (grid->GetCellString(row, CFormatAttrGrid::kNameColumn) == QLatin1String(name))
+                    return row;
+            }
+            return -1L;
+        };
+        QCOMPARE(grid->GetRowCount(), 5L);
+        QCOMPARE(rowOf(grid, rowNamed("gpx_link{}.href")), (QStringList{"1", "gpx_link{}.href", "4"}));
+        QVERIFY(grid->IsCellEnabled(CFormatAttrGrid::kCountColumn, rowNamed("gpx_link{}.href")));
+        QVERIFY(!grid->IsCellEnabled(CFormatAttrGrid::kCountColumn, rowNamed("gpx_name")));
+
+        grid->SetCellText(CFormatAttrGrid::kExposedColumn, rowNamed("gpx_name"), QStringLiteral("0"));
+        grid->SetCellText(CFormatAttrGrid::kExposedColumn, rowNamed("gpx_desc"), QStringLiteral("1"));
+        grid->SetCellText(CFormatAttrGrid::kCountColumn, rowNamed("gpx_link{}.href"), QStringLiteral("2"));
+        QVERIFY(pressOK());
+        QCOMPARE(m_schema->getAttributeNames(false, true),
+                 (StringList{"gpx_time", "gpx_link{0}.href", "gpx_link{}.href", "other{7}", "gpx_desc",
+                             "gpx_link{1}.href"}));
+    }
+
+    // Moving the feature type to another dataset: the types become the new
+    // format's, the names follow its rules, the format attributes are its.
+    void shouldConvertTheSchemaWhenTheDatasetChanges()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        m_dialog->SetFormat(m_formats.at("POSTGRES").get());
+        CAttrGrid *grid = attributes();
+        QCOMPARE(grid->GetCellString(0, 0), QStringLiteral("road_name"));
+        QCOMPARE(grid->GetCellString(1, grid->typeColumn()), QStringLiteral("numeric"));
+        QCOMPARE(rowOf(formatAttributes(), 0).mid(1, 1), QStringList{"postgis_geometry_type"});
+        m_dialog->SetFormat(m_formats.at("SHAPEFILE").get());
+        QCOMPARE(grid->GetCellString(0, 0), QStringLiteral("ROAD_NAME"));
+        QCOMPARE(grid->GetCellString(1, grid->typeColumn()), QStringLiteral("number"));
+    }
+};
+
+QTEST_MAIN(AttributePagesTest)
+#include "tst_attributepages.moc"
