@@ -18,6 +18,7 @@
 #include <QLayout>
 #include <QPainter>
 #include <QPixmap>
+#include <QShortcut>
 #include <QTabBar>
 
 #include <algorithm>
@@ -98,6 +99,21 @@ bool CFeatTypePropsDlg::OnInitDialog()
     }
     if (auto *apply = qobject_cast<QAbstractButton *>(GetDlgItem(kIdApplyToOthers)))
         connect(apply, &QAbstractButton::clicked, this, [this] { ApplyToOthers(); });
+    // The keys that turn the pages of every tabbed window, wherever the
+    // focus is in this one.
+    const struct
+    {
+        QKeySequence keys;
+        int step;
+    } pageKeys[] = {{QKeySequence(Qt::CTRL | Qt::Key_Tab), 1},
+                    {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab), -1},
+                    {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), -1},
+                    {QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1},
+                    {QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1}};
+    for (const auto &pageKey : pageKeys) {
+        auto *shortcut = new QShortcut(pageKey.keys, this);
+        connect(shortcut, &QShortcut::activated, this, [this, step = pageKey.step] { TurnPage(step); });
+    }
 
     if (m_currentFormat->isSource())
         m_general = std::make_unique<CFeatTypePropsGeneralSource>(m_schema, m_currentFormat, this);
@@ -228,6 +244,25 @@ void CFeatTypePropsDlg::OnTabChanged(int index)
     for (const PageEntry &entry : m_pages) {
         if (entry.title == title) {
             SelectPage(entry.page);
+            return;
+        }
+    }
+}
+
+void CFeatTypePropsDlg::TurnPage(int step)
+{
+    if (!m_tabControl || m_tabControl->count() == 0)
+        return;
+    const int count = m_tabControl->count();
+    m_tabControl->setCurrentIndex(((m_tabControl->currentIndex() + step) % count + count) % count);
+    // The keyboard goes on where the page begins.
+    if (!m_currentPage)
+        return;
+    for (QWidget *next = m_currentPage->nextInFocusChain(); next && next != m_currentPage;
+         next = next->nextInFocusChain()) {
+        if (m_currentPage->isAncestorOf(next) && next->isVisibleTo(m_currentPage) && next->isEnabled()
+            && (next->focusPolicy() & Qt::TabFocus)) {
+            next->setFocus(Qt::TabFocusReason);
             return;
         }
     }

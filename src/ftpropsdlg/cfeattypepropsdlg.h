@@ -84,6 +84,11 @@ public:
     QSize minimumWindowSize() const { return m_minimumSize; }
     const ApplySelection &applySelection() const { return m_apply; }
 
+    // Shows the page `step` tabs on (back when negative), wrapping round,
+    // with the keyboard on its first control: Control+Tab, Control+Page
+    // Down and their reverses.
+    void TurnPage(int step);
+
     // The apply-to-others command: asks which properties go to which other
     // feature types; OK applies them.
     void ApplyToOthers();

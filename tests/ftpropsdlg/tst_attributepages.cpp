@@ -1,6 +1,7 @@
 // The user attributes and format attributes pages inside the feature type
 // properties dialog, on engine features and the bundled example formats:
 // what they show, what OK writes, and how they follow a change of dataset.
+#include "support/gridwindow.h"
 #include "support/modalanswers.h"
 
 #include "ftprops/vyrobjftpropsformatinfo.h"
@@ -245,18 +246,82 @@ private slots:
     }
 
     // Moving the feature type to another dataset: the types become the new
-    // format's, the names follow its rules, the format attributes are its.
+    // format's, the names follow its rules, the format attributes are its;
+    // OK writes them so.
     void shouldConvertTheSchemaWhenTheDatasetChanges()
     {
         open("shapefile-roads.json", "SHAPEFILE");
         m_dialog->SetFormat(m_formats.at("POSTGRES").get());
-        CAttrGrid *grid = attributes();
-        QCOMPARE(grid->GetCellString(0, 0), QStringLiteral("road_name"));
-        QCOMPARE(grid->GetCellString(1, grid->typeColumn()), QStringLiteral("numeric"));
-        QCOMPARE(rowOf(formatAttributes(), 0).mid(1, 1), QStringList{"postgis_geometry_type"});
         m_dialog->SetFormat(m_formats.at("SHAPEFILE").get());
+        CAttrGrid *grid = attributes();
         QCOMPARE(grid->GetCellString(0, 0), QStringLiteral("ROAD_NAME"));
         QCOMPARE(grid->GetCellString(1, grid->typeColumn()), QStringLiteral("number"));
+
+        auto *dataset = qobject_cast<QComboBox *>(m_dialog->generalPage()->GetDlgItem(CFeatTypePropsGeneral::kIdDataset));
+        QVERIFY(dataset);
+        dataset->setCurrentIndex(dataset->findText(QString::fromStdString(m_formats.at("POSTGRES")->getFormatLongName())));
+        emit dataset->activated(dataset->currentIndex());
+        QCOMPARE(m_dialog->currentFormat(), m_formats.at("POSTGRES").get());
+        QCOMPARE(rowOf(grid, 0).mid(0, 3), (QStringList{"road_name", "char", "40"}));
+        QCOMPARE(rowOf(grid, 1).mid(0, 4), (QStringList{"lanes", "numeric", "2", "0"}));
+        QCOMPARE(rowOf(formatAttributes(), 0).mid(1, 1), QStringList{"postgis_geometry_type"});
+        QVERIFY(pressOK());
+        const auto attribute = [this](const char *name) { return QString::fromStdString(attributeOf(*m_feature, name)); };
+        QCOMPARE(attribute("*lanes"), QStringLiteral("numeric(2,0)"));
+        QCOMPARE(attribute("lanes"), QStringLiteral("vyr_decimal(2,0)"));
+        QCOMPARE(attribute("LANES"), QStringLiteral("(absent)"));
+        // A format of several geometries is not given one by this dialog.
+        QCOMPARE(attribute("*vyr_geometry{0}"), QStringLiteral("shapefile_arc"));
+        QCOMPARE(QString::fromStdString(m_schema->getFormatId()), QStringLiteral("POSTGRES"));
+    }
+
+    // A person with a keyboard only: to the attributes with Control+Tab,
+    // new attributes typed into the last row, one deleted, a format
+    // attribute exposed with Space, OK with Control+Enter from the grid.
+    void shouldBeUsableWithTheKeyboardAlone()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        QVERIFY(test::showActive(*m_dialog));
+        const auto press = [](int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+            QWidget *focus = QApplication::focusWidget();
+            QVERIFY(focus);
+            QTest::keyClick(focus, Qt::Key(key), modifiers);
+        };
+        const auto type = [&](const QString &text) {
+            for (const QChar c : text)
+                QTest::keyClick(QApplication::focusWidget(), c.toLatin1());
+        };
+        press(Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(m_dialog->currentPage(), static_cast<QWidget *>(m_dialog->attributesPage()));
+        CAttrGrid *grid = attributes();
+        QVERIFY(grid->hasFocus());
+        for (int step = 0; step < 4; ++step)
+            press(Qt::Key_Down);
+        QCOMPARE(grid->GetCurrentRow(), 4L);
+        for (const char *name : {"speed limit", "surface", "width"}) {
+            type(QString::fromLatin1(name));
+            press(Qt::Key_Tab);
+            // The row above's type, which takes no width: Tab goes on to the
+            // next row, the new one.
+            press(Qt::Key_Tab);
+        }
+        QCOMPARE(grid->GetAttributeNames(),
+                 (StringList{"ROAD_NAME", "LANES", "OPENED", "TOLL", "SPEED_LIMI", "SURFACE", "WIDTH"}));
+        for (int step = 0; step < 10; ++step)
+            press(Qt::Key_Up);
+        press(Qt::Key_Delete);
+        QCOMPARE(grid->GetCellString(0, 0), QStringLiteral("LANES"));
+
+        press(Qt::Key_PageDown, Qt::ControlModifier);
+        QCOMPARE(m_dialog->currentPage(), static_cast<QWidget *>(m_dialog->formatAttributesPage()));
+        QVERIFY(formatAttributes()->hasFocus());
+        press(Qt::Key_Space);
+        press(Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_schema->getAttributeNames(true, false),
+                 (StringList{"LANES", "OPENED", "TOLL", "SPEED_LIMI", "SURFACE", "WIDTH"}));
+        QCOMPARE(QString::fromStdString(m_schema->getAttributeType("WIDTH")), QStringLiteral("logical"));
+        QCOMPARE(m_schema->getAttributeNames(false, true), (StringList{"shapefile_type", "shapefile_record_number"}));
     }
 };
 
