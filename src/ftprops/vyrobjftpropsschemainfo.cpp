@@ -52,6 +52,7 @@ VYRObjFTPropsSchemaInfo::VYRObjFTPropsSchemaInfo(IVYRSession &session, IVYRFeatu
 void VYRObjFTPropsSchemaInfo::bindFormat(const FTPropsFormatInfo &format)
 {
     m_format = &format;
+    attributesChanged();
     m_formatAttributeTypes.clear();
     for (const std::string &name : format.getFormatAttrNames())
         m_formatAttributeTypes.emplace(name, format.getFormatAttrType(name));
@@ -88,6 +89,7 @@ StringList VYRObjFTPropsSchemaInfo::readList(const char *name) const
 
 void VYRObjFTPropsSchemaInfo::writeLists(PairLists lists, const StringList &names, const StringList &values)
 {
+    attributesChanged();
     m_feature.removeListAttribute(lists.names);
     m_feature.removeListAttribute(lists.values);
     SessionArray array(m_session);
@@ -158,6 +160,7 @@ std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) c
 
 void VYRObjFTPropsSchemaInfo::setAttributeType(const std::string &name, const std::string &type)
 {
+    attributesChanged();
     m_feature.setAttribute(("*" + name).c_str(), type.c_str());
     const std::string generic = genericType(type);
     if (!generic.empty())
@@ -166,6 +169,7 @@ void VYRObjFTPropsSchemaInfo::setAttributeType(const std::string &name, const st
 
 void VYRObjFTPropsSchemaInfo::setAttributes(const StringList &namesAndTypes)
 {
+    attributesChanged();
     // Only the attributes that go are removed: the others keep their place
     // among the feature's attributes, so that writing the same list again
     // leaves the feature as it was. The order comes from the list.
@@ -201,6 +205,7 @@ const std::string *VYRObjFTPropsSchemaInfo::formatAttributeType(const std::strin
 
 void VYRObjFTPropsSchemaInfo::removeAttribute(const std::string &name)
 {
+    attributesChanged();
     if (formatAttributeType(name))
         removeEntry({kFormatAttrNames, kFormatAttrTypes}, name);
     else
@@ -209,13 +214,34 @@ void VYRObjFTPropsSchemaInfo::removeAttribute(const std::string &name)
 
 void VYRObjFTPropsSchemaInfo::storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute)
 {
+    attributesChanged();
     if (asFormatAttribute)
         setEntry({kFormatAttrNames, kFormatAttrTypes}, name, type);
     else
         m_feature.setAttribute(name.c_str(), type.c_str());
 }
 
+void VYRObjFTPropsSchemaInfo::beginUpdate()
+{
+    ++m_updateDepth;
+}
+
+void VYRObjFTPropsSchemaInfo::endUpdate()
+{
+    if (m_updateDepth > 0 && --m_updateDepth == 0)
+        m_namesInUpdate.reset();
+}
+
 StringList VYRObjFTPropsSchemaInfo::getAttributeNames(bool user, bool format) const
+{
+    if (!user || !format || m_updateDepth == 0)
+        return readAttributeNames(user, format);
+    if (!m_namesInUpdate)
+        m_namesInUpdate = readAttributeNames(true, true);
+    return *m_namesInUpdate;
+}
+
+StringList VYRObjFTPropsSchemaInfo::readAttributeNames(bool user, bool format) const
 {
     StringList result;
     std::unordered_set<std::string> seen;
@@ -331,11 +357,12 @@ void VYRObjFTPropsSchemaInfo::expandListAttribute(const std::string &name, int c
         return;
     const ListElements elements(name);
     const std::string type = getAttributeType(name);
+    // Only elements can be present under an element's name.
     std::unordered_set<std::string> present;
     for (const std::string &existing : getAttributeNames(true, true)) {
-        present.insert(existing);
         if (!elements.isElement(existing))
             continue;
+        present.insert(existing);
         // An index too large to read is beyond any count.
         const auto index = elements.indexOf(existing);
         if (!index || static_cast<long long>(*index) + 1 > count)

@@ -21,6 +21,7 @@
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
 
+#include <optional>
 #include <unordered_map>
 
 class IVYRFeature;
@@ -55,8 +56,11 @@ public:
     bool isFanout() const override { return false; }
     void setFanoutAttribute(const std::string &) override {}
     std::string getFanoutAttribute() const override { return {}; }
-    void beginUpdate() override {}
-    void endUpdate() override {}
+    // Within an update the record answers the names of all attributes from
+    // what it read last, until it changes one: the dialog's write-back asks
+    // for them once per list attribute, on schemas of thousands.
+    void beginUpdate() override;
+    void endUpdate() override;
     StringList getAttributeNames(bool user, bool format) const override;
     std::string getAttributeType(const std::string &name) const override;
     void setAttributeType(const std::string &name, const std::string &type) override;
@@ -98,6 +102,9 @@ private:
     };
 
     void writeLists(PairLists lists, const StringList &names, const StringList &values);
+    StringList readAttributeNames(bool user, bool format) const;
+    // An attribute came or went: the names must be read again.
+    void attributesChanged() { m_namesInUpdate.reset(); }
     void removeEntry(PairLists lists, const std::string &name);
     void setEntry(PairLists lists, const std::string &name, const std::string &value);
     // The generic form of a type as the user writes it; empty when the
@@ -112,6 +119,9 @@ private:
     IVYRFeature &m_feature;
     const FTPropsFormatInfo *m_format = nullptr;
     std::unordered_map<std::string, std::string> m_formatAttributeTypes;
+    int m_updateDepth = 0;
+    // All attribute names (user and format), while an update lasts.
+    mutable std::optional<StringList> m_namesInUpdate;
 };
 
 } // namespace vyr

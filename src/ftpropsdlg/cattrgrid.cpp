@@ -32,8 +32,13 @@ void CAttrGrid::LoadAttributes()
         if (row < 0)
             break;
         SetCellText(kNameColumn, row, fromNarrow(name));
-        if (const auto type = registry().createType(m_schema->getAttributeType(name), listMode))
+        const std::string stored = m_schema->getAttributeType(name);
+        if (const auto type = registry().createType(stored, listMode)) {
             SetRowType(row, *type);
+        } else if (!stored.empty()) {
+            m_keptTypeTexts.insert(fromNarrow(stored));
+            SetCellText(typeColumn(), row, fromNarrow(stored));
+        }
     }
     m_loading = false;
 }
@@ -67,7 +72,13 @@ bool CAttrGrid::OnRowAdded(long row)
     } else {
         for (const int column : {typeColumn(), argumentColumn(0), argumentColumn(1)})
             SetCellText(column, row, GetCellString(row - 1, column));
-        SetUpArgumentCells(row, TemplateOf(GetCellString(row, typeColumn())), false);
+        if (const AttrTypeTemplate *typeTemplate = TemplateOf(GetCellString(row, typeColumn()))) {
+            SetUpArgumentCells(row, typeTemplate, false);
+        } else {
+            // A type kept from another format takes its arguments as they are.
+            for (const int column : {argumentColumn(0), argumentColumn(1)})
+                EnableCell(column, row, IsCellEnabled(column, row - 1));
+        }
         if (hasDomains())
             SetCellText(domainColumn(), row, QStringLiteral("none"));
     }

@@ -14,6 +14,8 @@
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
 
+#include <QSet>
+
 namespace vyr {
 
 class CAttrGrid : public CAttrTypeGrid
@@ -42,6 +44,9 @@ public:
     // The names a name in `row` must not take under `format`: the other
     // rows' names and the format's own attribute names.
     StringSet TakenNames(long row, const FTPropsFormatInfo &format);
+    // A type text the schema held that no type of the format reads: it is
+    // shown and written back as it stands, never dropped.
+    bool IsKeptTypeText(const QString &text) const { return m_keptTypeTexts.contains(text); }
 
 protected:
     void OnGridInit() override;
@@ -55,6 +60,7 @@ private:
 
     FTPropsSchemaInfo *m_schema;
     const FTPropsFormatInfo *m_format;
+    QSet<QString> m_keptTypeTexts;
     bool m_loading = false;
     bool m_legalising = false;
 };

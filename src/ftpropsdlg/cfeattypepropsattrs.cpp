@@ -80,9 +80,9 @@ bool CFeatTypePropsAttrs::ValidatePage()
             continue;
         const AttrTypeTemplate *typeTemplate = m_grid->TemplateOf(typeName);
         if (!typeTemplate) {
-            // A type kept from the format before a change of dataset is
-            // written as it was.
-            if (rowType(row))
+            // A type kept from the format before a change of dataset, or one
+            // the schema held that no format reads, is written as it was.
+            if (rowType(row) || m_grid->IsKeptTypeText(typeName))
                 continue;
             // Nothing to say that the cell does not show: the format offers
             // no such type. The cell is where the user chooses one.
@@ -116,23 +116,34 @@ void CFeatTypePropsAttrs::WriteToSchema(FTPropsSchemaInfo &target, const StringL
             taken.insert(name);
     }
 
-    StringList namesAndTypes;
+    // Each row as (its name on the page, the name and type string written).
+    struct Written
+    {
+        std::string pageName, name, type;
+    };
+    std::vector<Written> rows;
     for (long row = 0; row < m_grid->attributeRowCount(); ++row) {
-        std::string name = toNarrow(m_grid->GetCellString(row, CAttrGrid::kNameColumn));
+        const std::string pageName = toNarrow(m_grid->GetCellString(row, CAttrGrid::kNameColumn));
+        const QString typeText = m_grid->GetCellString(row, m_grid->typeColumn());
         std::unique_ptr<AttrType> type = rowType(row);
-        if (name.empty() || !type)
+        if (pageName.empty() || (!type && !m_grid->IsKeptTypeText(typeText)))
             continue;
+        std::string name = pageName;
         if (formatChanged) {
             name = LegaliseAttributeName(*targetFormat, name, taken);
-            const DataTypeMappings &from = type->registry() ? *type->registry() : source;
-            if (auto converted = DataTypeMappings::convertType(from, type.get(), destination))
+            const DataTypeMappings &from = type && type->registry() ? *type->registry() : source;
+            if (auto converted = type ? DataTypeMappings::convertType(from, type.get(), destination) : nullptr)
                 type = std::move(converted);
         }
-        namesAndTypes.push_back(name);
-        namesAndTypes.push_back(formatType(*type, targetFormat->getTypeListMode()));
+        rows.push_back({pageName, name, type ? formatType(*type, targetFormat->getTypeListMode()) : toNarrow(typeText)});
     }
 
     if (!apply && !remove) {
+        StringList namesAndTypes;
+        for (const Written &row : rows) {
+            namesAndTypes.push_back(row.name);
+            namesAndTypes.push_back(row.type);
+        }
         target.setAttributes(namesAndTypes);
         return;
     }
@@ -141,13 +152,12 @@ void CFeatTypePropsAttrs::WriteToSchema(FTPropsSchemaInfo &target, const StringL
             target.removeAttribute(name);
     }
     if (apply) {
+        // The chosen names are the page's; in another format they are
+        // stored under the names that format gives them.
         for (const std::string &name : *apply) {
-            for (std::size_t at = 0; at + 1 < namesAndTypes.size(); at += 2) {
-                if (namesAndTypes[at] == name) {
-                    target.storeAttribute(name, namesAndTypes[at + 1], false);
-                    break;
-                }
-            }
+            const auto row = std::find_if(rows.begin(), rows.end(), [&](const Written &w) { return w.pageName == name; });
+            if (row != rows.end())
+                target.storeAttribute(row->name, row->type, false);
         }
     }
 }
@@ -182,12 +192,11 @@ void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
     for (long row = 0; row < m_grid->attributeRowCount(); ++row) {
         // A type the new format has no counterpart for keeps its old form
         // (and is written so) until the user picks one of the new types.
-        const AttrType *type = types[std::size_t(row)].get();
-        if (!type)
-            continue;
-        const DataTypeMappings &from = type->registry() ? *type->registry() : registryOf(*old);
-        if (auto converted = DataTypeMappings::convertType(from, type, destination))
-            m_grid->SetRowType(row, *converted);
+        if (const AttrType *type = types[std::size_t(row)].get()) {
+            const DataTypeMappings &from = type->registry() ? *type->registry() : registryOf(*old);
+            if (auto converted = DataTypeMappings::convertType(from, type, destination))
+                m_grid->SetRowType(row, *converted);
+        }
         const QString name = m_grid->GetCellString(row, CAttrGrid::kNameColumn);
         if (name.isEmpty())
             continue;
@@ -197,6 +206,7 @@ void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
             m_grid->SetCellText(CAttrGrid::kNameColumn, row, legal);
     }
     m_grid->EnableGrid(editable());
+    EnableGridRowButtons(*this, editable());
     m_grid->RepaintAll();
 }
 

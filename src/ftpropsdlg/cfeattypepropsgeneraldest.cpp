@@ -13,6 +13,8 @@
 
 #include "qvyrconfiguredynamicschemadlg.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace vyr {
@@ -136,11 +138,16 @@ void CFeatTypePropsGeneralDest::FillFanoutChoices(const StringList &names)
 {
     StringList all = m_extraFanoutNames;
     all.insert(all.end(), names.begin(), names.end());
+    // A schema of thousands of attributes: each name is looked up once.
     QStringList added;
+    QSet<QString> seen;
+    seen.reserve(qsizetype(all.size()));
     for (const std::string &name : all) {
         const QString item = fromNarrow(name);
-        if (!added.contains(item))
+        if (!seen.contains(item)) {
+            seen.insert(item);
             added.append(item);
+        }
     }
     m_fanoutAttribute->addItems(added);
 }

@@ -1,7 +1,8 @@
 // CFormatAttrGrid: the format's own attributes a feature type may expose,
 // one row each, sorted by name: a check box (exposed or not), the name
 // (read-only), and for a list attribute ("name{}") how many of its elements
-// are exposed (at most two digits).
+// are exposed (at most 99: the elements beyond are no longer exposed after
+// OK).
 #ifndef VYR_FTPROPSDLG_CFORMATATTRGRID_H
 #define VYR_FTPROPSDLG_CFORMATATTRGRID_H
 
@@ -19,6 +20,8 @@ public:
     static constexpr int kExposedColumn = 0;
     static constexpr int kNameColumn = 1;
     static constexpr int kCountColumn = 2;
+    // The most elements of a list attribute a feature type exposes.
+    static constexpr int kMostListElements = 99;
 
     CFormatAttrGrid(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format, QWidget *parent = nullptr);
 

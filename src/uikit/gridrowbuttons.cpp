@@ -19,6 +19,14 @@ void sortByFirstColumn(CVVyrGrid &grid)
 
 } // namespace
 
+void EnableGridRowButtons(CVyrDialog &dialog, bool enabled)
+{
+    for (const unsigned id : {kIdMoveRowsUp, kIdMoveRowsDown, kIdSortRows, kIdDeleteRows}) {
+        if (QWidget *button = dialog.GetDlgItem(id))
+            button->setEnabled(enabled);
+    }
+}
+
 void ConnectGridRowButtons(CVyrDialog &dialog, CVVyrGrid &grid, bool enabled)
 {
     const struct
@@ -35,12 +43,12 @@ void ConnectGridRowButtons(CVyrDialog &dialog, CVVyrGrid &grid, bool enabled)
         auto *widget = qobject_cast<QAbstractButton *>(dialog.GetDlgItem(button.id));
         if (!widget)
             continue;
-        widget->setEnabled(enabled);
         QObject::connect(widget, &QAbstractButton::clicked, &grid, [&grid, action = button.action] {
             grid.CommitEdit();
             action(grid);
         });
     }
+    EnableGridRowButtons(dialog, enabled);
 }
 
 } // namespace vyr

@@ -18,6 +18,9 @@ inline constexpr unsigned kIdDeleteRows = 1216;
 // Connects those of the four buttons `dialog` has to `grid`, enabled or
 // not as `enabled` says.
 void ConnectGridRowButtons(CVyrDialog &dialog, CVVyrGrid &grid, bool enabled);
+// Enables or disables those of the four buttons `dialog` has, as its grid
+// becomes editable or read-only.
+void EnableGridRowButtons(CVyrDialog &dialog, bool enabled);
 
 } // namespace vyr
 

@@ -76,7 +76,7 @@ private:
 
     // Opens the dialog on a copy of an example schema in the named format;
     // the workspace's formats are the dataset choices.
-    void open(const char *schemaFile, const char *format, const std::string &change = {})
+    void open(const char *schemaFile, const char *format)
     {
         m_dialog.reset();
         m_schema.reset();
@@ -84,8 +84,6 @@ private:
             m_session->destroyFeature(m_feature);
         m_feature = m_session->createFeature();
         QVERIFY(VYR_FeatureLoadJson(m_feature, examplePath(std::string("schemas/") + schemaFile).c_str(), nullptr));
-        if (!change.empty())
-            m_feature->setAttribute(change.c_str(), "vyr_char(5)");
         const auto lookup = [this](const std::string &id) -> const FTPropsFormatInfo * {
             const auto found = m_formats.find(id);
             return found == m_formats.end() ? nullptr : found->second.get();
@@ -273,6 +271,59 @@ private slots:
         // A format of several geometries is not given one by this dialog.
         QCOMPARE(attribute("*vyr_geometry{0}"), QStringLiteral("shapefile_arc"));
         QCOMPARE(QString::fromStdString(m_schema->getFormatId()), QStringLiteral("POSTGRES"));
+    }
+
+    // Applied to a feature type of another format, only the chosen names
+    // change there: a chosen attribute is stored under the name and type
+    // that format gives it, a chosen one to delete is removed.
+    void shouldApplyOnlyTheChosenAttributesToAnotherFormat()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        IVYRFeature *other = m_session->createFeature();
+        QVERIFY(VYR_FeatureLoadJson(other, examplePath("schemas/postgres-roads.json").c_str(), nullptr));
+        const auto lookup = [this](const std::string &id) -> const FTPropsFormatInfo * {
+            const auto found = m_formats.find(id);
+            return found == m_formats.end() ? nullptr : found->second.get();
+        };
+        VYRObjWorkspaceSchemaInfo record(*m_session, *other, *m_formats.at("POSTGRES"), lookup);
+        QCOMPARE(QString::fromStdString(record.getFormatId()), QStringLiteral("POSTGRES"));
+        const StringList apply{"LANES"};
+        const StringList remove{"surface"};
+        m_dialog->attributesPage()->WriteToSchema(record, &apply, &remove);
+        QCOMPARE(record.getAttributeNames(true, false), (StringList{"road_id", "name", "lanes"}));
+        QCOMPARE(QString::fromStdString(attributeOf(*other, "lanes")), QStringLiteral("numeric(2,0)"));
+        m_session->destroyFeature(other);
+    }
+
+    // A type the schema holds that its format reads as no type is shown
+    // and written back as it stands: OK never drops the attribute.
+    void shouldKeepATypeTheFormatCannotRead()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        m_schema->setAttributeType("OPENED", "datetime");
+        m_dialog.reset();
+        m_dialog = std::make_unique<CFeatTypePropsDlg>(m_session, m_schema.get(), SchemaRecordList(),
+                                                       FormatRecordList{m_formats.at("SHAPEFILE").get()},
+                                                       FormatRecordList(), nullptr);
+        QVERIFY(m_dialog->Create());
+        QCOMPARE(rowOf(attributes(), 2).mid(0, 2), (QStringList{"OPENED", "datetime"}));
+        QVERIFY(pressOK());
+        QCOMPARE(m_schema->getAttributeNames(true, false), (StringList{"ROAD_NAME", "LANES", "OPENED", "TOLL"}));
+        QCOMPARE(QString::fromStdString(m_schema->getAttributeType("OPENED")), QStringLiteral("datetime"));
+    }
+
+    // A reader's attributes are shown but not edited or written unless the
+    // authoring application allows it.
+    void shouldShowAReadersAttributesReadOnly()
+    {
+        open("csv-stations.json", "CSV");
+        QVERIFY(!attributes()->IsGridEnabled());
+        for (const unsigned id : {CFeatTypePropsAttrs::kIdMoveUp, CFeatTypePropsAttrs::kIdMoveDown,
+                                  CFeatTypePropsAttrs::kIdSort, CFeatTypePropsAttrs::kIdDelete})
+            QVERIFY(!m_dialog->attributesPage()->GetDlgItem(id)->isEnabled());
+        attributes()->SetCellText(CAttrGrid::kNameColumn, 0, QStringLiteral("renamed"));
+        QVERIFY(pressOK());
+        QCOMPARE(m_schema->getAttributeNames(true, false), (StringList{"station", "x", "y"}));
     }
 
     // A person with a keyboard only: to the attributes with Control+Tab,
