@@ -2,7 +2,9 @@
 // case rule, length limit, invalid characters and illegal names. No crash,
 // and the name obeys every rule it can: at most the limit, none of the
 // invalid characters (braces survive as a "{}" pair), the case, and never a
-// taken name (a one-character limit leaves no room for a number).
+// taken name (a one-character limit leaves no room for a number). The number
+// that makes a name unique is the last rule and may cut what came before,
+// a "{}" pair included, so the characters are checked before it.
 #include "ftprops/namerules.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "util/listpacking.h"
@@ -62,7 +64,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
                                              ',');
     const VYRObjFTPropsFormatInfo format(capabilities, nullptr);
     const StringSet taken{takenName, name, "A", "A00"};
-    const std::string legal = LegaliseAttributeName(format, name, taken);
+    const AttributeNameSteps steps = LegaliseAttributeNameSteps(format, name, taken);
+    const std::string &legal = steps.unique;
+    if (legal != LegaliseAttributeName(format, name, taken))
+        std::abort();
 
     // Empty when no name within the limit is free; with a limit of one no
     // number fits, so a taken name is given back as it is.
@@ -72,9 +77,18 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
         std::abort();
     if (format.getMaxAttrLength() > 0 && legal.size() > static_cast<std::size_t>(format.getMaxAttrLength()))
         std::abort();
+    // The unique name is the checked one cut and numbered.
+    if (legal != steps.cut) {
+        std::size_t kept = 0;
+        while (kept < legal.size() && kept < steps.cut.size() && legal[kept] == steps.cut[kept])
+            ++kept;
+        if (kept == legal.size() || legal.find_first_not_of("0123456789", kept) != std::string::npos)
+            std::abort();
+    }
+    const std::string &checked = steps.cut;
     const std::string rules = format.getAttrNameInvalidChars();
-    for (std::size_t i = 0; i < legal.size(); ++i) {
-        const char c = legal[i];
+    for (std::size_t i = 0; i < checked.size(); ++i) {
+        const char c = checked[i];
         // Letters are replaced before the case rule, which may bring one
         // back in its other case; digits come with the number that makes a
         // name unique, and "_" replaces what is invalid: only the others
@@ -84,10 +98,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
             continue;
         // A list's "{}" is kept whole, even where braces are invalid, until
         // the length limit cuts it.
-        const bool cut = c == '{' && i + 1 == legal.size()
-            && legal.size() == static_cast<std::size_t>(format.getMaxAttrLength());
-        const bool pair = (c == '{' && i + 1 < legal.size() && legal[i + 1] == '}')
-            || (c == '}' && i > 0 && legal[i - 1] == '{') || cut;
+        const bool cut = c == '{' && i + 1 == checked.size()
+            && checked.size() == static_cast<std::size_t>(format.getMaxAttrLength());
+        const bool pair = (c == '{' && i + 1 < checked.size() && checked[i + 1] == '}')
+            || (c == '}' && i > 0 && checked[i - 1] == '{') || cut;
         if (!pair)
             std::abort();
     }
