@@ -1,11 +1,13 @@
 #include "attrtypesdlg/cattrtypegrid.h"
 
 #include "attrtypes/typestring.h"
+#include "uikit/dialogutils.h"
 #include "uikit/narrowtext.h"
 #include "util/resourceids.h"
 #include "util/resourcelibrary.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vyr {
 
@@ -154,12 +156,42 @@ void CAttrTypeGrid::SetUpArgumentCells(long row, const AttrType *pattern, bool f
 
 void CAttrTypeGrid::OnCellChange(int column, long row, ug::TextSource source)
 {
-    if (column != m_typeColumn)
+    if (column < m_typeColumn || column > domainColumn())
         return;
+    const QString text = GetCellString(row, column);
     // A text that names no template leaves the argument cells as they are.
-    const AttrTypeTemplate *typeTemplate = TemplateOf(GetCellString(row, column));
+    const AttrTypeTemplate *typeTemplate = column == m_typeColumn ? TemplateOf(text) : nullptr;
     if (typeTemplate)
         SetUpArgumentCells(row, typeTemplate, source != ug::TextRestored);
+    if (column == m_typeColumn && !typeTemplate && source == ug::TextPasted && !text.isEmpty()) {
+        // Its arguments may come later in the pasted line, into cells that
+        // take any text: mapped once the whole paste is in.
+        for (int argument = 0; argument < 2; ++argument) {
+            const int argumentAt = argumentColumn(argument);
+            CUGCell cell;
+            GetColumnDefault(argumentAt, cell);
+            cell.setText(QString());
+            SetCell(argumentAt, row, cell);
+            EnableCell(argumentAt, row, true);
+        }
+        m_pastedTypeRows.push_back(row);
+        return;
+    }
+    // What a person chose in one of several selected rows goes to all of
+    // them that can take it, in the same step of the history.
+    const bool chosen = source == ug::TextEdited || source == ug::TextChosen || source == ug::TextBrowsed;
+    if (!chosen || m_spreading || (column == m_typeColumn && !typeTemplate))
+        return;
+    m_spreading = true;
+    for (const long other : SelectedRecords()) {
+        if (other == row || !IsCellEnabled(column, other))
+            continue;
+        SetCellText(column, other, text);
+        if (typeTemplate)
+            SetUpArgumentCells(other, typeTemplate, true);
+    }
+    m_spreading = false;
+    RepaintAll();
 }
 
 void CAttrTypeGrid::SetRowType(long row, const AttrType &type)
@@ -206,6 +238,48 @@ std::unique_ptr<AttrType> CAttrTypeGrid::RowTypeIn(long row, const DataTypeMappi
             domain = toNarrow(text);
     }
     return registry.createType(formatType(toNarrow(name), values, domain, kDialogListMode), kDialogListMode);
+}
+
+std::unique_ptr<AttrType> CAttrTypeGrid::NativePastedType(long row)
+{
+    // A pasted line says nothing of how many arguments its type takes, and
+    // the cells past them may hold what the row had before: the most
+    // arguments that make a type win.
+    StringList values;
+    for (int argument = 0; argument < 2; ++argument) {
+        const QString value = GetCellString(row, argumentColumn(argument));
+        if (value.isEmpty())
+            break;
+        values.push_back(toNarrow(value));
+    }
+    const std::string name = toNarrow(GetCellString(row, m_typeColumn));
+    for (;;) {
+        if (const std::unique_ptr<AttrType> read = m_registry->createType(formatType(name, values, {}, kDialogListMode),
+                                                                          kDialogListMode)) {
+            std::unique_ptr<AttrType> native = m_registry->toNative(*read);
+            return native && TemplateOf(fromNarrow(native->name())) ? std::move(native) : nullptr;
+        }
+        if (values.empty())
+            return nullptr;
+        values.pop_back();
+    }
+}
+
+void CAttrTypeGrid::OnPasted(const PasteResult &)
+{
+    // A spreadsheet's type in the generic words becomes the format's.
+    QStringList unmapped;
+    for (const long row : std::exchange(m_pastedTypeRows, {})) {
+        if (const std::unique_ptr<AttrType> native = NativePastedType(row)) {
+            SetRowType(row, *native);
+        } else if (const QString text = GetCellString(row, m_typeColumn); !unmapped.contains(text)) {
+            unmapped.append(text);
+        }
+    }
+    RepaintAll();
+    if (!unmapped.isEmpty())
+        ShowMessageBox(this, formatResourceString(res::UnmappedPastedTypes, {unmapped.join(QStringLiteral(", "))}),
+                       QString(), MbOk);
 }
 
 void CAttrTypeGrid::LayoutLeadingColumns(int) {}

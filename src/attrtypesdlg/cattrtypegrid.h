@@ -11,7 +11,11 @@
 // Each argument cell is the cell its kind asks for (a number, a drop list of
 // widths, a button that opens a list or domain editor; see argumentcells.h).
 // Choosing a type sets the argument cells up for its template and gives
-// them their defaults. Disabled cells hide their texts.
+// them their defaults. Disabled cells hide their texts. A type, argument or
+// domain a person chooses in one of several selected rows is given to every
+// selected row whose cell can take it, as one step of the history. Pasted
+// rows may give a type in the generic vocabulary ("vyr_char"): it becomes
+// the format's own, and what has no counterpart is said once.
 //
 // The drop list offers the names of the format's own templates that are
 // selectable in the grid's mode (in mode 1 neither "char" nor "boolean"), in
@@ -28,6 +32,7 @@
 #include <QHash>
 
 #include <memory>
+#include <vector>
 
 namespace vyr {
 
@@ -77,9 +82,14 @@ protected:
     bool OnRowAdded(long row) override;
     void OnCellChange(int column, long row, ug::TextSource source) override;
     void OnLayoutComponents(Layout &layout) override;
+    // Says once which pasted types the format has no counterpart for.
+    void OnPasted(const PasteResult &result) override;
     // Sizes the columns before the type column for a grid `width` wide; the
     // base has none.
     virtual void LayoutLeadingColumns(int width);
+    // The format's own type for a row's pasted type text and arguments in
+    // the generic vocabulary; null when it has none.
+    std::unique_ptr<AttrType> NativePastedType(long row);
 
     // Sets the row's argument cells up for the arguments of `pattern` (a
     // template, or a type the list does not offer); with `fresh` they take
@@ -102,6 +112,10 @@ private:
     QStringList m_typeNames;
     QHash<QString, const AttrTypeTemplate *> m_templates;
     ArgumentCells m_argumentCells;
+    bool m_spreading = false;
+    // Rows given a pasted type text the format has no template of, until
+    // the paste ends.
+    std::vector<long> m_pastedTypeRows;
 };
 
 } // namespace vyr

@@ -301,24 +301,32 @@ std::string ResolveFeatureTypeName(const FTPropsFormatInfo &format, std::string_
                         format.featureTypeLengthIncludesPrefix(), '_');
 }
 
-std::string LegaliseAttributeName(const FTPropsFormatInfo &format, std::string_view name, const StringSet &taken)
+AttributeNameSteps LegaliseAttributeNameSteps(const FTPropsFormatInfo &format, std::string_view name,
+                                              const StringSet &taken)
 {
     static constexpr std::string_view kBracket = "{}";
     static constexpr std::string_view kStandIn = "___FAKE___BRACKET___";
+    AttributeNameSteps steps;
     std::string result(name);
     for (std::size_t at = result.find(kBracket); at != std::string::npos; at = result.find(kBracket, at))
         result.replace(at, kBracket.size(), kStandIn);
     result = replaceInvalid(result, format.getAttrNameInvalidChars(), '_');
     for (std::size_t at = result.find(kStandIn); at != std::string::npos; at = result.find(kStandIn, at))
         result.replace(at, kStandIn.size(), kBracket);
-    result = ApplyNameCase(result, featureTypeCaseRule(format.getAttrCase()), 0);
+    steps.replaced = result;
+    steps.cased = ApplyNameCase(result, featureTypeCaseRule(format.getAttrCase()), 0);
     const int maxLength = format.getMaxAttrLength();
-    if (maxLength > 0)
-        result = truncateBytes(result, static_cast<std::size_t>(maxLength));
+    steps.cut = maxLength > 0 ? truncateBytes(steps.cased, static_cast<std::size_t>(maxLength)) : steps.cased;
     const StringList illegal = format.getDestIllegalAttrList();
     // The attribute limit is in bytes, and so is the room left for a number.
-    return uniqueNumbered(result, maxLength > 0 ? static_cast<unsigned>(maxLength) : 0, taken,
-                          StringSet(illegal.begin(), illegal.end()), truncateBytes);
+    steps.unique = uniqueNumbered(steps.cut, maxLength > 0 ? static_cast<unsigned>(maxLength) : 0, taken,
+                                  StringSet(illegal.begin(), illegal.end()), truncateBytes);
+    return steps;
+}
+
+std::string LegaliseAttributeName(const FTPropsFormatInfo &format, std::string_view name, const StringSet &taken)
+{
+    return LegaliseAttributeNameSteps(format, name, taken).unique;
 }
 
 } // namespace vyr

@@ -64,6 +64,18 @@ std::string MakeUniqueNumberedName(std::string_view name, unsigned limit, const 
 // against `taken` and DEST_ILLEGAL_ATTR_LIST.
 std::string LegaliseAttributeName(const FTPropsFormatInfo &format, std::string_view name, const StringSet &taken);
 
+// The name after each rule of LegaliseAttributeName, so that a person can be
+// told which of them changed it.
+struct AttributeNameSteps
+{
+    std::string replaced; // invalid characters replaced
+    std::string cased; // ATTR_CASE applied
+    std::string cut; // MAX_ATTR_LENGTH applied
+    std::string unique; // the result: not taken, not illegal
+};
+AttributeNameSteps LegaliseAttributeNameSteps(const FTPropsFormatInfo &format, std::string_view name,
+                                              const StringSet &taken);
+
 } // namespace vyr
 
 #endif // VYR_FTPROPS_NAMERULES_H

@@ -108,13 +108,40 @@ void CAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
     const QString typed = GetCellString(row, kNameColumn);
     if (typed.isEmpty())
         return;
-    const QString legal = fromNarrow(LegaliseAttributeName(*m_format, toNarrow(typed), TakenNames(row, *m_format)));
+    const AttributeNameSteps steps = LegaliseAttributeNameSteps(*m_format, toNarrow(typed), TakenNames(row, *m_format));
+    const QString legal = fromNarrow(steps.unique);
     if (legal == typed)
         return;
+    QStringList reasons;
+    if (steps.replaced != toNarrow(typed))
+        reasons << loadResourceString(res::NameChangedCharacters);
+    if (steps.cased != steps.replaced)
+        reasons << loadResourceString(res::NameChangedCase);
+    if (steps.cut != steps.cased)
+        reasons << formatResourceString(res::NameChangedLength, {QString::number(m_format->getMaxAttrLength())});
+    if (steps.unique != steps.cut)
+        reasons << loadResourceString(res::NameChangedNumber);
+    m_nameChanges.insert(legal, formatResourceString(res::NameChangedBy, {typed, reasons.join(QStringLiteral("; "))}));
     m_legalising = true;
     SetCellText(kNameColumn, row, legal);
     RepaintCell(kNameColumn, row);
     m_legalising = false;
+}
+
+QString CAttrGrid::NameChangeReason(long row)
+{
+    return row >= 0 && row < attributeRowCount() ? m_nameChanges.value(GetCellString(row, kNameColumn)) : QString();
+}
+
+QString CAttrGrid::OnCellDescription(int column, long row)
+{
+    return column == kNameColumn ? NameChangeReason(row) : QString();
+}
+
+int CAttrGrid::OnCellTipText(int column, long row, int, QString &text)
+{
+    text = column == kNameColumn ? NameChangeReason(row) : QString();
+    return text.isEmpty() ? 0 : 1;
 }
 
 StringList CAttrGrid::GetAttributeNames()

@@ -6,7 +6,8 @@
 // vocabulary (else "vyr_int32", else the format's default type); every
 // later one copies the type of the row above. A typed name is made legal
 // for the format at once (for a writer), against the other rows' names and
-// the format's own attribute names.
+// the format's own attribute names; the cell's tip (and its description for
+// a screen reader) then says which rules changed it.
 #ifndef VYR_FTPROPSDLG_CATTRGRID_H
 #define VYR_FTPROPSDLG_CATTRGRID_H
 
@@ -14,6 +15,7 @@
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
 
+#include <QHash>
 #include <QSet>
 
 namespace vyr {
@@ -48,8 +50,14 @@ public:
     // shown and written back as it stands, never dropped.
     bool IsKeptTypeText(const QString &text) const { return m_keptTypeTexts.contains(text); }
 
+    // Why the format changed a typed name, for its cell's tip and for a
+    // screen reader; empty when it did not.
+    QString NameChangeReason(long row);
+    QString OnCellDescription(int column, long row) override;
+
 protected:
     void OnGridInit() override;
+    int OnCellTipText(int column, long row, int section, QString &text) override;
     bool OnRowAdded(long row) override;
     void OnCellChange(int column, long row, ug::TextSource source) override;
     void LayoutLeadingColumns(int width) override;
@@ -61,6 +69,8 @@ private:
     FTPropsSchemaInfo *m_schema;
     const FTPropsFormatInfo *m_format;
     QSet<QString> m_keptTypeTexts;
+    // For a legal name the format made of a typed one: why.
+    QHash<QString, QString> m_nameChanges;
     bool m_loading = false;
     bool m_legalising = false;
 };

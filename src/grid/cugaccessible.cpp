@@ -41,6 +41,8 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
+        if (isValid() && kind == QAccessible::Description)
+            return m_grid->OnCellDescription(m_column, m_row);
         if (!isValid() || (kind != QAccessible::Name && kind != QAccessible::Value))
             return QString();
         CUGCell cell;

@@ -361,6 +361,11 @@ int CUGCtrl::OnCellTipText(int column, long row, int, QString &text)
     return 1;
 }
 
+QString CUGCtrl::OnCellDescription(int, long)
+{
+    return QString();
+}
+
 int CUGCtrl::OnCompareCells(const CUGCell *first, const CUGCell *second, int flags)
 {
     if (flags & 2)

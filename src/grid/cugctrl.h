@@ -284,6 +284,9 @@ protected:
     virtual int OnCellTipText(int column, long row, int section, QString &text);
 
 public:
+    // What a screen reader says of a cell beyond its name and value (its
+    // accessible description). Base: nothing.
+    virtual QString OnCellDescription(int column, long row);
     // Sort comparison; flags bit 2 sorts descending. Public for sorting code.
     virtual int OnCompareCells(const CUGCell *first, const CUGCell *second, int flags);
 

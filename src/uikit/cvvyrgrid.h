@@ -32,6 +32,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <vector>
 
 namespace vyr {
 
@@ -162,6 +163,8 @@ public:
     };
     PasteResult PasteText(const QString &text);
     void Paste();
+    // After a paste, with what it did; a subclass may tell the user once.
+    virtual void OnPasted(const PasteResult &result);
 
     // --- Undo and redo
     bool CanUndo() const { return m_history.canUndo(); }
@@ -187,6 +190,8 @@ public:
     bool isNewRow(long row) const;
     // The rows that are records: all but the new row.
     long recordCount() const;
+    // The records that are selected or current, top to bottom.
+    std::vector<long> SelectedRecords();
     int columnCount() const { return m_columnCount; }
     int fontIndex() const { return m_fontIndex; }
     int DropListTypeId() const { return m_dropListId; }

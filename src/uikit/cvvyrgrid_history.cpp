@@ -284,7 +284,10 @@ CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
     }
     EndBatch();
     RepaintAll();
+    OnPasted(result);
     return result;
 }
+
+void CVVyrGrid::OnPasted(const PasteResult &) {}
 
 } // namespace vyr

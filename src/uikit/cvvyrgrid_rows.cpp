@@ -96,6 +96,17 @@ std::vector<bool> CVVyrGrid::markedRows()
     return marked;
 }
 
+std::vector<long> CVVyrGrid::SelectedRecords()
+{
+    const std::vector<bool> marked = markedRows();
+    std::vector<long> rows;
+    for (long row = 0; row < recordCount(); ++row) {
+        if (marked[std::size_t(row)])
+            rows.push_back(row);
+    }
+    return rows;
+}
+
 void CVVyrGrid::DeleteSelectedRows()
 {
     if (!m_keepNewRow || GetRowCount() < 2)

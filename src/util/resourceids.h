@@ -100,7 +100,13 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61260, DomainHeading)                                                                                    \
     X(String, 61263, ExposedHeading)                                                                                   \
     X(String, 61264, FormatAttributeHeading)                                                                           \
-    X(String, 61265, ListElementsHeading)
+    X(String, 61265, ListElementsHeading)                                                                              \
+    X(String, 61266, UnmappedPastedTypes)                                                                              \
+    X(String, 61267, NameChangedBy)                                                                                    \
+    X(String, 61268, NameChangedCase)                                                                                  \
+    X(String, 61269, NameChangedCharacters)                                                                            \
+    X(String, 61270, NameChangedLength)                                                                                \
+    X(String, 61271, NameChangedNumber)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;

@@ -187,10 +187,57 @@ private slots:
             grid->StoreUserText(CAttrGrid::kNameColumn, 1, QString::fromLatin1(name.typed), ug::TextEdited);
             QCOMPARE(grid->GetCellString(1, 0), QString::fromLatin1(name.legal));
         }
+        // The cell says why, to the eye and to a screen reader.
+        const QString why = grid->OnCellDescription(CAttrGrid::kNameColumn, 1);
+        QVERIFY2(why.contains(QLatin1String("shapefile_type")) && why.contains(loadResourceString(res::NameChangedCase))
+                     && why.contains(loadResourceString(res::NameChangedLength).section(u'%', 0, 0)),
+                 qPrintable(why));
+        QVERIFY(!why.contains(loadResourceString(res::NameChangedNumber)));
+        QCOMPARE(grid->OnCellDescription(CAttrGrid::kNameColumn, 0),
+                 formatResourceString(res::NameChangedBy, {QStringLiteral("road name"),
+                                                           loadResourceString(res::NameChangedCharacters) + "; "
+                                                               + loadResourceString(res::NameChangedCase)}));
         QVERIFY(pressOK());
         QCOMPARE(m_schema->getAttributeNames(true, false), (StringList{"ROAD_NAME", "SHAPEFILE_"}));
         QCOMPARE(QString::fromStdString(m_schema->getAttributeType("ROAD_NAME")), QStringLiteral("number(5,0)"));
         QCOMPARE(QString::fromStdString(attributeOf(*m_feature, "ROAD_NAME")), QStringLiteral("vyr_decimal(5,0)"));
+    }
+
+    // A type or width chosen in one of several selected rows goes to all
+    // of them that can take it, as one step that one undo takes back.
+    void shouldGiveAChoiceToEverySelectedRow()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        CAttrGrid *grid = attributes();
+        grid->SelectRange(0, 0, grid->domainColumn(), 2);
+        grid->StoreUserText(grid->typeColumn(), 0, QStringLiteral("number"), ug::TextChosen);
+        grid->StoreUserText(grid->argumentColumn(0), 0, QStringLiteral("7"), ug::TextEdited);
+        for (long row = 0; row < 3; ++row)
+            QCOMPARE(rowOf(grid, row).mid(1, 2), (QStringList{"number", "7"}));
+        QCOMPARE(rowOf(grid, 3).mid(1, 1), QStringList{"logical"});
+        grid->Undo();
+        QCOMPARE(rowOf(grid, 2).mid(1, 1), QStringList{"number"});
+        QVERIFY(grid->GetCellString(2, grid->argumentColumn(0)) != QLatin1String("7"));
+        grid->Undo();
+        QCOMPARE(rowOf(grid, 2).mid(1, 1), QStringList{"date"});
+        QCOMPARE(rowOf(grid, 0).mid(1, 2), (QStringList{"char", "40"}));
+    }
+
+    // Rows pasted from a spreadsheet become attributes with legal names and
+    // the format's types, generic ones mapped; what has no counterpart is
+    // said once and kept as pasted.
+    void shouldTurnPastedRowsIntoAttributes()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        CAttrGrid *grid = attributes();
+        grid->GotoCell(CAttrGrid::kNameColumn, grid->GetRowCount() - 1);
+        ShownMessage shown;
+        answerNextMessageBox(&shown);
+        grid->PasteText(QStringLiteral("speed limit\tvyr_real64\nsurface\tvyr_char\t12\nnotes\tjsonb\nextra\tjsonb\n"));
+        QCOMPARE(rowOf(grid, 4).mid(0, 2), (QStringList{"SPEED_LIMI", "float"}));
+        QCOMPARE(rowOf(grid, 5).mid(0, 3), (QStringList{"SURFACE", "char", "12"}));
+        QCOMPARE(rowOf(grid, 6).mid(0, 2), (QStringList{"NOTES", "jsonb"}));
+        QCOMPARE(shown.text, formatResourceString(res::UnmappedPastedTypes, {QStringLiteral("jsonb")}));
     }
 
     // OK stays open: an attribute without a name says why, a type the
