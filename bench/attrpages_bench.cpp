@@ -448,7 +448,7 @@ int main(int argc, char **argv)
     std::printf("medians of %d opens through VYRFeatTypeProperties; renames in one further open\n\n", runs);
     std::printf("%-44s %10s %10s %8s %9s  %s\n", "figure", "1,000", "10,000", "growth", "target", "at 10,000");
     const auto row = [](const char *name, double smallValue, double largeValue, double target, const char *unit) {
-        std::printf("%-44s %10.2f %10.2f %7.1fx %6.0f %-2s  %s\n", name, smallValue, largeValue,
+        std::printf("%-44s %10.3f %10.3f %7.1fx %6.0f %-2s  %s\n", name, smallValue, largeValue,
                     smallValue > 0 ? largeValue / smallValue : 0.0, target, unit, verdict(largeValue, target));
     };
     row("first paint of the dialog (ms)", small.firstPaint, large.firstPaint, 150, "ms");

@@ -8,18 +8,6 @@ namespace vyr {
 
 namespace {
 
-// The pattern text that finds `text` as it is written.
-std::string literalPattern(std::string_view text)
-{
-    std::string pattern;
-    for (const char c : text) {
-        if (std::string_view(".*+?[]^$\\(){}|").find(c) != std::string_view::npos)
-            pattern += '\\';
-        pattern += c;
-    }
-    return pattern;
-}
-
 std::string_view before(std::string_view name)
 {
     return name.substr(0, name.find("{}"));
@@ -31,34 +19,52 @@ std::string_view after(std::string_view name)
     return placeholder == std::string_view::npos ? std::string_view() : name.substr(placeholder + 2);
 }
 
+// The end of "{digits}" at `at` (one or more digits), or npos.
+std::size_t indexEnd(std::string_view name, std::size_t at)
+{
+    if (at >= name.size() || name[at] != '{')
+        return std::string_view::npos;
+    std::size_t end = at + 1;
+    while (end < name.size() && name[end] >= '0' && name[end] <= '9')
+        ++end;
+    return end > at + 1 && end < name.size() && name[end] == '}' ? end + 1 : std::string_view::npos;
+}
+
 } // namespace
 
 ListElements::ListElements(std::string_view listName)
     : m_prefix(before(listName))
     , m_suffix(after(listName))
-    , m_element(literalPattern(m_prefix) + "{[0-9]+}" + literalPattern(m_suffix))
 {}
 
 bool ListElements::isElement(std::string_view name) const
 {
-    // Most names of a large schema share nothing with the list's: a plain
-    // search turns them away before the pattern runs.
-    const std::size_t start = name.find(m_prefix);
-    if (start == std::string_view::npos || name.find('{', start + m_prefix.size()) == std::string_view::npos)
-        return false;
-    return m_element.foundIn(name);
+    // Anywhere in the name: the prefix, an index in braces, the suffix. A
+    // search by hand, since the pages ask this of every name of schemas of
+    // thousands for each of dozens of lists.
+    for (std::size_t start = name.find(m_prefix); start != std::string_view::npos;
+         start = name.find(m_prefix, start + 1)) {
+        const std::size_t end = indexEnd(name, start + m_prefix.size());
+        if (end != std::string_view::npos && name.substr(end).starts_with(m_suffix))
+            return true;
+    }
+    return false;
 }
 
 std::optional<std::uint32_t> ListElements::indexOf(std::string_view name) const
 {
-    static const Pattern number("{[0-9]+}");
     if (!isElement(name))
         return std::nullopt;
-    const auto braces = number.find(name);
-    std::uint32_t index = 0;
-    if (!braces || !parseUnsigned(name.substr(braces->begin + 1, braces->end - braces->begin - 2), index))
-        return std::nullopt;
-    return index;
+    // The first index in braces of the name, wherever the element was found.
+    for (std::size_t at = name.find('{'); at != std::string_view::npos; at = name.find('{', at + 1)) {
+        if (const std::size_t end = indexEnd(name, at); end != std::string_view::npos) {
+            std::uint32_t index = 0;
+            if (!parseUnsigned(name.substr(at + 1, end - at - 2), index))
+                return std::nullopt;
+            return index;
+        }
+    }
+    return std::nullopt;
 }
 
 std::string ListElements::elementName(std::uint32_t index) const

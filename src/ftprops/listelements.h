@@ -6,7 +6,6 @@
 #define VYR_FTPROPS_LISTELEMENTS_H
 
 #include "util/listpacking.h"
-#include "util/pattern.h"
 
 #include <cstdint>
 #include <optional>
@@ -38,7 +37,6 @@ public:
 private:
     std::string m_prefix;
     std::string m_suffix;
-    Pattern m_element;
 };
 
 } // namespace vyr

@@ -95,9 +95,14 @@ std::size_t characterCount(std::string_view name)
     return VYRSimpleWindowsStringConverter(kAnsiCodePage).toWide(name).size();
 }
 
-bool collides(const std::string &candidate, const StringSet &taken, const StringSet &reservedWords)
+bool collides(const std::string &candidate, const NameTakenTest &isTaken, const StringSet &reservedWords)
 {
-    return taken.contains(candidate) || reservedWords.contains(upperAscii(candidate));
+    return isTaken(candidate) || reservedWords.contains(upperAscii(candidate));
+}
+
+NameTakenTest takenIn(const StringSet &taken)
+{
+    return [&taken](const std::string &name) { return taken.contains(name); };
 }
 
 std::string numberSuffix(unsigned n)
@@ -174,7 +179,7 @@ namespace {
 // The numbered search of MakeUniqueNumberedName, with the limit counted by
 // `truncate` (characters for feature types, bytes for attribute names).
 template <class Truncate>
-std::string uniqueNumbered(std::string_view name, unsigned limit, const StringSet &taken,
+std::string uniqueNumbered(std::string_view name, unsigned limit, const NameTakenTest &taken,
                            const StringSet &reservedWords, Truncate truncate)
 {
     std::string candidate(name);
@@ -199,7 +204,7 @@ std::string uniqueNumbered(std::string_view name, unsigned limit, const StringSe
 std::string MakeUniqueNumberedName(std::string_view name, unsigned limit, const StringSet &taken,
                                    const StringSet &reservedWords)
 {
-    return uniqueNumbered(name, limit, taken, reservedWords, truncateCharacters);
+    return uniqueNumbered(name, limit, takenIn(taken), reservedWords, truncateCharacters);
 }
 
 std::string LegaliseName(std::string_view name, std::string_view invalidChars, std::string_view caseRule,
@@ -302,7 +307,7 @@ std::string ResolveFeatureTypeName(const FTPropsFormatInfo &format, std::string_
 }
 
 AttributeNameSteps LegaliseAttributeNameSteps(const FTPropsFormatInfo &format, std::string_view name,
-                                              const StringSet &taken)
+                                              const NameTakenTest &isTaken)
 {
     static constexpr std::string_view kBracket = "{}";
     static constexpr std::string_view kStandIn = "___FAKE___BRACKET___";
@@ -319,14 +324,21 @@ AttributeNameSteps LegaliseAttributeNameSteps(const FTPropsFormatInfo &format, s
     steps.cut = maxLength > 0 ? truncateBytes(steps.cased, static_cast<std::size_t>(maxLength)) : steps.cased;
     const StringList illegal = format.getDestIllegalAttrList();
     // The attribute limit is in bytes, and so is the room left for a number.
-    steps.unique = uniqueNumbered(steps.cut, maxLength > 0 ? static_cast<unsigned>(maxLength) : 0, taken,
+    steps.unique = uniqueNumbered(steps.cut, maxLength > 0 ? static_cast<unsigned>(maxLength) : 0, isTaken,
                                   StringSet(illegal.begin(), illegal.end()), truncateBytes);
     return steps;
 }
 
+AttributeNameSteps LegaliseAttributeNameSteps(const FTPropsFormatInfo &format, std::string_view name,
+                                              const StringSet &taken)
+{
+    return LegaliseAttributeNameSteps(format, name, takenIn(taken));
+}
+
 std::string LegaliseAttributeName(const FTPropsFormatInfo &format, std::string_view name, const StringSet &taken)
 {
-    return LegaliseAttributeNameSteps(format, name, taken).unique;
+    return LegaliseAttributeNameSteps(format, name, takenIn(taken)).unique;
 }
+
 
 } // namespace vyr

@@ -12,6 +12,7 @@
 
 #include "ftprops/ftpropsformatinfo.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -75,6 +76,11 @@ struct AttributeNameSteps
 };
 AttributeNameSteps LegaliseAttributeNameSteps(const FTPropsFormatInfo &format, std::string_view name,
                                               const StringSet &taken);
+// Whether a name is taken, for a caller that keeps its own index of names
+// and would otherwise copy them all into a set for every name it checks.
+using NameTakenTest = std::function<bool(const std::string &)>;
+AttributeNameSteps LegaliseAttributeNameSteps(const FTPropsFormatInfo &format, std::string_view name,
+                                              const NameTakenTest &isTaken);
 
 } // namespace vyr
 

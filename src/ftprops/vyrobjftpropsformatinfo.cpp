@@ -58,6 +58,11 @@ VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, 
     forEachPair(list("GEOM_TYPE_MAPPINGS"), [this](const std::string &native, const std::string &generic) {
         m_geometryTypes.add(native, generic);
     });
+    // A page asks for the type of each of hundreds of format attributes.
+    forEachPair(list("FORMAT_ATTRS"), [this](const std::string &name, const std::string &type) {
+        m_formatAttrNames.push_back(name);
+        m_formatAttrTypes.emplace(name, type);
+    });
 }
 
 VYRObjFTPropsFormatInfo::~VYRObjFTPropsFormatInfo() = default;
@@ -162,20 +167,14 @@ bool VYRObjFTPropsFormatInfo::supportsMultiGeom() const
 
 StringList VYRObjFTPropsFormatInfo::getFormatAttrNames() const
 {
-    StringList names;
-    forEachPair(list("FORMAT_ATTRS"),
-                [&names](const std::string &name, const std::string &) { names.push_back(name); });
-    return names;
+    return m_formatAttrNames;
 }
 
 std::string VYRObjFTPropsFormatInfo::getFormatAttrType(const std::string &name) const
 {
-    const StringList elements = list("FORMAT_ATTRS");
-    for (std::size_t i = 0; i + 1 < elements.size(); i += 2) {
-        if (elements[i] == name)
-            return elements[i + 1];
-    }
-    return {};
+    // The first pair of a name holds, as a search from the front finds it.
+    const auto found = m_formatAttrTypes.find(name);
+    return found == m_formatAttrTypes.end() ? std::string() : found->second;
 }
 
 std::string VYRObjFTPropsFormatInfo::getAttrCase() const

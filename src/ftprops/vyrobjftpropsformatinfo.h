@@ -88,6 +88,8 @@ private:
     std::unordered_map<std::string, std::string> m_parameterDefaults;
     std::unique_ptr<DataTypeMappings> m_dataTypes;
     GeometryTypeMappings m_geometryTypes;
+    StringList m_formatAttrNames;
+    std::unordered_map<std::string, std::string> m_formatAttrTypes;
 };
 
 // The leading integer of `text` after blanks and one sign; 0 without digits.

@@ -14,7 +14,14 @@ CAttrGrid::CAttrGrid(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format,
     : CAttrTypeGrid(registry, kTypeColumn, 0, true, {}, parent)
     , m_schema(schema)
     , m_format(format)
+    , m_formatAttrNames(format ? FormatAttrNames(*format) : StringSet())
 {}
+
+void CAttrGrid::SetFormat(const FTPropsFormatInfo *format)
+{
+    m_format = format;
+    m_formatAttrNames = format ? FormatAttrNames(*format) : StringSet();
+}
 
 void CAttrGrid::OnGridInit()
 {
@@ -87,17 +94,27 @@ bool CAttrGrid::OnRowAdded(long row)
     return true;
 }
 
-StringSet CAttrGrid::TakenNames(long row, const FTPropsFormatInfo &format)
+NameTakenTest CAttrGrid::TakenBy(long row, const StringSet &formatNames)
 {
-    StringSet taken;
-    for (long other = 0; other < attributeRowCount(); ++other) {
-        const QString name = GetCellString(other, kNameColumn);
-        if (other != row && !name.isEmpty())
-            taken.insert(toNarrow(name));
-    }
-    for (const std::string &name : format.getFormatAttrNames())
-        taken.insert(name);
-    return taken;
+    return [this, row, &formatNames](const std::string &name) {
+        if (formatNames.contains(name))
+            return true;
+        const QString text = fromNarrow(name);
+        long holders = CountColumnText(kNameColumn, text);
+        // The row's own name and the new row's are not others' names.
+        if (GetCellString(row, kNameColumn) == text)
+            --holders;
+        const long blank = GetRowCount() - 1;
+        if (blank != row && isNewRow(blank) && GetCellString(blank, kNameColumn) == text)
+            --holders;
+        return holders > 0;
+    };
+}
+
+StringSet CAttrGrid::FormatAttrNames(const FTPropsFormatInfo &format)
+{
+    const StringList names = format.getFormatAttrNames();
+    return StringSet(names.begin(), names.end());
 }
 
 void CAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
@@ -108,7 +125,8 @@ void CAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
     const QString typed = GetCellString(row, kNameColumn);
     if (typed.isEmpty())
         return;
-    const AttributeNameSteps steps = LegaliseAttributeNameSteps(*m_format, toNarrow(typed), TakenNames(row, *m_format));
+    const AttributeNameSteps steps
+        = LegaliseAttributeNameSteps(*m_format, toNarrow(typed), TakenBy(row, m_formatAttrNames));
     const QString legal = fromNarrow(steps.unique);
     if (legal == typed)
         return;

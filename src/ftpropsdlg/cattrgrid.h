@@ -14,6 +14,7 @@
 #include "attrtypesdlg/cattrtypegrid.h"
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
+#include "ftprops/namerules.h"
 
 #include <QHash>
 #include <QSet>
@@ -36,16 +37,19 @@ public:
     void LoadAttributes();
     // The format the names follow; its registry's types stay until the grid
     // is made anew.
-    void SetFormat(const FTPropsFormatInfo *format) { m_format = format; }
+    void SetFormat(const FTPropsFormatInfo *format);
     const FTPropsFormatInfo *format() const { return m_format; }
 
     // Rows holding attributes: every row but the blank last one.
     long attributeRowCount() const { return recordCount(); }
     // The non-empty names of the attribute rows, in row order.
     StringList GetAttributeNames();
-    // The names a name in `row` must not take under `format`: the other
-    // rows' names and the format's own attribute names.
-    StringSet TakenNames(long row, const FTPropsFormatInfo &format);
+    // Whether a name in `row` may not take `name`: another row holds it, or
+    // it is one of `formatNames` (the format's own attribute names, from
+    // FormatAttrNames). Answered from the column's counts, without reading
+    // the other rows; valid while the grid lives.
+    NameTakenTest TakenBy(long row, const StringSet &formatNames);
+    static StringSet FormatAttrNames(const FTPropsFormatInfo &format);
     // A type text the schema held that no type of the format reads: it is
     // shown and written back as it stands, never dropped.
     bool IsKeptTypeText(const QString &text) const { return m_keptTypeTexts.contains(text); }
@@ -69,6 +73,8 @@ private:
     FTPropsSchemaInfo *m_schema;
     const FTPropsFormatInfo *m_format;
     QSet<QString> m_keptTypeTexts;
+    // The format's own attribute names, which a typed name may not take.
+    StringSet m_formatAttrNames;
     // For a legal name the format made of a typed one: why.
     QHash<QString, QString> m_nameChanges;
     bool m_loading = false;

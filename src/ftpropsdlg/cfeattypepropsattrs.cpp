@@ -189,6 +189,7 @@ void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
     m_format = format;
     m_grid->SetFormat(format);
     m_grid->SetRegistry(destination);
+    const StringSet formatNames = CAttrGrid::FormatAttrNames(*format);
     for (long row = 0; row < m_grid->attributeRowCount(); ++row) {
         // A type the new format has no counterpart for keeps its old form
         // (and is written so) until the user picks one of the new types.
@@ -200,8 +201,8 @@ void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
         const QString name = m_grid->GetCellString(row, CAttrGrid::kNameColumn);
         if (name.isEmpty())
             continue;
-        const QString legal =
-            fromNarrow(LegaliseAttributeName(*format, toNarrow(name), m_grid->TakenNames(row, *format)));
+        const QString legal = fromNarrow(
+            LegaliseAttributeNameSteps(*format, toNarrow(name), m_grid->TakenBy(row, formatNames)).unique);
         if (legal != name)
             m_grid->SetCellText(CAttrGrid::kNameColumn, row, legal);
     }

@@ -267,6 +267,23 @@ CUGDataSource *CUGCtrl::GetDataSource(int column) const
     return storeFor(column, storeColumn);
 }
 
+long CUGCtrl::CountColumnText(int column, const QString &text) const
+{
+    if (!isColumn(column) || text.isEmpty())
+        return 0;
+    int storeColumn = 0;
+    CUGDataSource *store = storeFor(column, storeColumn);
+    if (const long counted = store->CountText(storeColumn, text); counted >= 0)
+        return counted;
+    long found = 0;
+    for (long row = 0; row < GetRowCount(); ++row) {
+        CUGCell cell;
+        if (store->GetCell(storeColumn, row, cell) == 0 && cell.textRef() == text)
+            ++found;
+    }
+    return found;
+}
+
 int CUGCtrl::SetColumnDataSource(int column, CUGDataSource *store, int storeColumn)
 {
     if (column < 0 || column >= m_info.numberOfColumns || storeColumn < 0)

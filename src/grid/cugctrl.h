@@ -112,6 +112,9 @@ public:
     int SetDefDataSource(CUGDataSource *store);
     CUGDataSource *GetDataSource(int column) const;
     int SetColumnDataSource(int column, CUGDataSource *store, int storeColumn);
+    // How many rows of the column store exactly `text` (not empty): at once
+    // from a store that counts, else row by row.
+    long CountColumnText(int column, const QString &text) const;
 
     // --- Sizes (in device-independent pixels; Qt scales them to the screen)
     int SetColumnWidth(int column, int width);

@@ -102,4 +102,9 @@ int CUGDataSource::PermuteTexts(const std::vector<int> &columns, long firstRow, 
     return 0;
 }
 
+long CUGDataSource::CountText(int, const QString &)
+{
+    return -1;
+}
+
 } // namespace vyr

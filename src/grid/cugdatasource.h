@@ -50,6 +50,9 @@ public:
     // text holds `text` (whole, unless FindPartial; any case with
     // FindIgnoreCase); 0 with `row` moved there, 1 when there is none.
     virtual int FindNext(const QString &text, int &column, long &row, int flags);
+    // How many body rows of `column` hold exactly `text` (not empty), or -1
+    // when the store keeps no count and the caller must look row by row.
+    virtual long CountText(int column, const QString &text);
 
     // May the current cell move? 1 allows.
     virtual int OnCanMove(int oldColumn, long oldRow, int newColumn, long newRow);

@@ -48,6 +48,7 @@ int CUGMem::DeleteRow(long number)
 {
     if (number < 0)
         return 1;
+    uncountRows(number, 1);
     m_rows.removeRow(number);
     return 0;
 }
@@ -64,6 +65,7 @@ long CUGMem::DeleteRows(long number, long count)
 {
     if (number < 0 || count < 0)
         return 0;
+    uncountRows(number, count);
     m_rows.removeRows(number, count);
     return count;
 }
@@ -91,13 +93,20 @@ int CUGMem::SetCell(int column, long number, const CUGCell &cell)
 {
     // What the grid stores is the whole cell: a property it left unset is
     // cleared, so that a cell once disabled or coloured can be restored.
-    cellForWriting(rowForWriting(number), column).copyInfoFrom(cell);
+    CUGCell &stored = cellForWriting(rowForWriting(number), column);
+    if (number >= 0)
+        uncount(column, &stored);
+    stored.copyInfoFrom(cell);
+    if (number >= 0)
+        count(column, &stored);
     return 0;
 }
 
 int CUGMem::DeleteCell(int column, long number)
 {
     if (Row *stored = row(number)) {
+        if (number >= 0)
+            uncount(column, cellOf(*stored, column));
         stored->erase(std::remove_if(stored->begin(), stored->end(),
                                      [column](const std::pair<int, CUGCell> &entry) { return entry.first == column; }),
                       stored->end());
@@ -135,6 +144,53 @@ int CUGMem::PermuteTexts(const std::vector<int> &columns, long firstRow, const s
         }
     }
     return 0;
+}
+
+void CUGMem::uncount(int column, const CUGCell *cell)
+{
+    if (!cell || cell->textRef().isEmpty())
+        return;
+    const auto counted = m_textCounts.find(column);
+    if (counted == m_textCounts.end())
+        return;
+    const auto found = counted->second.find(cell->textRef());
+    if (found != counted->second.end() && --found.value() == 0)
+        counted->second.erase(found);
+}
+
+void CUGMem::count(int column, const CUGCell *cell)
+{
+    if (!cell || cell->textRef().isEmpty())
+        return;
+    if (const auto counted = m_textCounts.find(column); counted != m_textCounts.end())
+        ++counted->second[cell->textRef()];
+}
+
+void CUGMem::uncountRows(long first, long count)
+{
+    if (m_textCounts.empty() || count <= 0)
+        return;
+    m_rows.forEachFrom(first, [&](long number, Row &stored) {
+        if (number >= first + count)
+            return false;
+        for (const auto &entry : m_textCounts)
+            uncount(entry.first, cellOf(stored, entry.first));
+        return true;
+    });
+}
+
+long CUGMem::CountText(int column, const QString &text)
+{
+    auto counted = m_textCounts.find(column);
+    if (counted == m_textCounts.end()) {
+        QHash<QString, long> &counts = m_textCounts[column];
+        m_rows.forEach([&](long, Row &stored) {
+            if (const CUGCell *cell = cellOf(stored, column); cell && !cell->textRef().isEmpty())
+                ++counts[cell->textRef()];
+        });
+        counted = m_textCounts.find(column);
+    }
+    return text.isEmpty() ? 0 : counted->second.value(text);
 }
 
 bool findMatches(const QString &text, const QString &wanted, int flags)

@@ -1,7 +1,10 @@
 // CUGMem: the in-memory data store. Sparse: a cell exists once something
 // was written to it. Rows open and close in time that does not grow with
 // their position, so a 100,000-row grid edits its middle as fast as its top.
-// Heading rows (negative numbers) are kept apart and never shift.
+// Heading rows (negative numbers) are kept apart and never shift. A column
+// whose texts are counted (from the first CountText on) answers "how many
+// rows hold this text" at once, so that a grid of 10,000 names checks a new
+// one without reading the others.
 #ifndef VYR_GRID_CUGMEM_H
 #define VYR_GRID_CUGMEM_H
 
@@ -9,6 +12,7 @@
 #include "grid/cugdatasource.h"
 #include "grid/sparserows.h"
 
+#include <QHash>
 #include <QVarLengthArray>
 
 #include <map>
@@ -33,6 +37,7 @@ public:
     int FindNext(const QString &text, int &column, long &row, int flags) override;
     // Moves the stored texts themselves, without copying a cell.
     int PermuteTexts(const std::vector<int> &columns, long firstRow, const std::vector<long> &order) override;
+    long CountText(int column, const QString &text) override;
 
     // Rows with at least one stored cell, heading rows included.
     std::size_t storedRows() const;
@@ -48,7 +53,14 @@ private:
     // The row's cell of the column, made empty when there is none.
     static CUGCell &cellForWriting(Row &row, int column);
 
+    // Keeps the counted columns' counts as a body cell's text goes and comes.
+    void uncount(int column, const CUGCell *cell);
+    void count(int column, const CUGCell *cell);
+    void uncountRows(long first, long count);
+
     SparseRows<Row> m_rows;
+    // For each counted column, its non-empty texts by the rows holding them.
+    std::map<int, QHash<QString, long>> m_textCounts;
     std::map<long, Row> m_headingRows;
 };
 

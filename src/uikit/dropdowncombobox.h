@@ -13,6 +13,9 @@ class DropDownComboBox : public QComboBox
     Q_OBJECT
 
 public:
+    // The characters its width is made for, whatever its items.
+    static constexpr int kShownCharacters = 20;
+
     explicit DropDownComboBox(QWidget *parent = nullptr);
 
     void showPopup() override;

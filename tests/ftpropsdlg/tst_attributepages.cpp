@@ -205,6 +205,24 @@ private slots:
 
     // A type or width chosen in one of several selected rows goes to all
     // of them that can take it, as one step that one undo takes back.
+    // A name is taken while a row holds it, and free once that row is
+    // renamed or deleted.
+    void shouldFreeTheNameOfARenamedOrDeletedRow()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        CAttrGrid *grid = attributes();
+        const QString first = grid->GetCellString(0, CAttrGrid::kNameColumn);
+        const QString second = grid->GetCellString(1, CAttrGrid::kNameColumn);
+        grid->StoreUserText(CAttrGrid::kNameColumn, 2, first, ug::TextEdited);
+        QVERIFY(grid->GetCellString(2, CAttrGrid::kNameColumn) != first);
+        grid->StoreUserText(CAttrGrid::kNameColumn, 0, QStringLiteral("OTHER"), ug::TextEdited);
+        grid->StoreUserText(CAttrGrid::kNameColumn, 2, first, ug::TextEdited);
+        QCOMPARE(grid->GetCellString(2, CAttrGrid::kNameColumn), first);
+        grid->DeleteRows(1, 1);
+        grid->StoreUserText(CAttrGrid::kNameColumn, 0, second, ug::TextEdited);
+        QCOMPARE(grid->GetCellString(0, CAttrGrid::kNameColumn), second);
+    }
+
     void shouldGiveAChoiceToEverySelectedRow()
     {
         open("shapefile-roads.json", "SHAPEFILE");

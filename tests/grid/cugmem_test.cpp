@@ -153,5 +153,59 @@ TEST(CUGMemTest, FindWithTheStoreFlags)
     }
 }
 
+// Random writes, deletions, row moves and reorderings: the counts of a
+// column agree with the texts a reader finds, whether the counting began
+// before the changes or after them, and heading rows never count.
+TEST(CUGMemTest, CountedTextsFollowEveryChange)
+{
+    std::mt19937 random(11);
+    CUGMem early;
+    CUGMem late;
+    early.CountText(1, QStringLiteral("x"));
+    const QString texts[] = {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QString()};
+    for (int step = 0; step < 4000; ++step) {
+        const long row = static_cast<long>(random() % 60) - 2;
+        const int column = static_cast<int>(random() % 3);
+        const long count = static_cast<long>(random() % 5);
+        const QString &text = texts[random() % std::size(texts)];
+        const bool deleting = random() % 2 == 0;
+        for (CUGMem *store : {&early, &late}) {
+            switch (step % 6) {
+            case 0:
+            case 1:
+                store->SetCell(column, row, textCell(text.toUtf8().constData()));
+                break;
+            case 2: {
+                CUGCell colour;
+                colour.setTextColor(Qt::red);
+                store->SetCell(column, row, colour);
+                break;
+            }
+            case 3:
+                store->DeleteCell(column, row);
+                break;
+            case 4:
+                deleting ? store->DeleteRows(row, count) : store->InsertRows(row, count);
+                break;
+            case 5: {
+                std::vector<long> order{3, 0, 2, 1};
+                store->PermuteTexts({0, 1}, std::max(0L, row), order);
+                break;
+            }
+            }
+        }
+    }
+    for (const QString &text : texts) {
+        long found = 0;
+        for (long row = 0; row < 200; ++row) {
+            CUGCell cell;
+            if (!text.isEmpty() && early.GetCell(1, row, cell) == 0 && cell.text() == text)
+                ++found;
+        }
+        EXPECT_EQ(early.CountText(1, text), found) << text.toStdString();
+        EXPECT_EQ(late.CountText(1, text), found) << text.toStdString();
+    }
+}
+
 } // namespace
 } // namespace vyr
