@@ -1,12 +1,11 @@
 #include "ftprops/vyrobjftpropsformatinfo.h"
 
 #include "attrtypes/typestring.h"
+#include "ftprops/capabilityvalues.h"
 #include "ftprops/guiparameterline.h"
-#include "util/numbertext.h"
 
 #include "vyr/IVYRSession.h"
 
-#include <climits>
 #include <utility>
 
 namespace vyr {
@@ -22,21 +21,6 @@ void forEachPair(const StringList &elements, Visit visit)
 }
 
 } // namespace
-
-int leadingInteger(std::string_view text)
-{
-    std::size_t at = text.find_first_not_of(" \t");
-    if (at == std::string_view::npos)
-        return 0;
-    const bool negative = text[at] == '-';
-    if (text[at] == '-' || text[at] == '+')
-        ++at;
-    long long value = 0;
-    for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at)
-        value = std::min<long long>(value * 10 + (text[at] - '0'), INT_MAX + 1LL);
-    value = negative ? -value : std::min<long long>(value, INT_MAX);
-    return static_cast<int>(std::max<long long>(value, INT_MIN));
-}
 
 VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, IVYRSession *session, std::string id)
     : m_session(session)
@@ -75,8 +59,7 @@ std::string VYRObjFTPropsFormatInfo::text(const std::string &key) const
 
 bool VYRObjFTPropsFormatInfo::flag(const std::string &key, bool fallback) const
 {
-    bool value = fallback;
-    return parseBool(text(key), value) ? value : fallback;
+    return capabilityFlag(text(key)).value_or(fallback);
 }
 
 int VYRObjFTPropsFormatInfo::integer(const std::string &key) const

@@ -92,9 +92,6 @@ private:
     std::unordered_map<std::string, std::string> m_formatAttrTypes;
 };
 
-// The leading integer of `text` after blanks and one sign; 0 without digits.
-int leadingInteger(std::string_view text);
-
 } // namespace vyr
 
 #endif // VYR_FTPROPS_VYROBJFTPROPSFORMATINFO_H

@@ -72,6 +72,12 @@ TEST(FormatInfoTest, BooleanAndIntegerValues)
         {"Yes", true, true},  {"1", true, true},    {"0", false, false},   {"0.0", false, false},
         {"No", false, false}, {"2D0", true, true},  {"1.5-3", true, true}, {"maybe", false, true},
         {"", false, true},    {"true", true, true}, {"F", false, false},
+        // Only decimal numbers, repaired in turn: "15-3" is 0.015, "0,0D0"
+        // zero; infinity, hexadecimal and numbers out of range read as
+        // nothing, and "-1.#IND" is not-a-number, which is not zero.
+        {"inf", false, true}, {"15-3", true, true}, {"0,0D0", false, false}, {"0x10", false, true},
+        {"1e999", false, true}, {"-1.#IND", true, true}, {"nan", false, false}, {" 0 ", false, false},
+        {"+2,5", true, true}, {"2,5-1", true, true}, {".", false, true}, {"1e", false, true},
     };
     for (const Case &c : cases) {
         const std::string value = c.value;
@@ -80,7 +86,7 @@ TEST(FormatInfoTest, BooleanAndIntegerValues)
         EXPECT_EQ(VYRObjFTPropsFormatInfo("SOURCE," + value, nullptr).isSource(), c.source) << c.value;
     }
     const std::pair<const char *, int> integers[]
-        = {{"31abc", 31}, {"abc", 0}, {" +12", 12}, {"-4", -4}, {"99999999999", 2147483647}, {"", 0}};
+        = {{"31abc", 31}, {"abc", 0}, {" +12", 12}, {"-4", -4}, {"99999999999", 2147483647}, {"", 0}, {"\t5", 0}};
     for (const auto &[value, expected] : integers)
         EXPECT_EQ(VYRObjFTPropsFormatInfo(std::string("MAX_ATTR_LENGTH,\"") + value + "\"", nullptr).getMaxAttrLength(),
                   expected)
