@@ -19,15 +19,6 @@ namespace {
 
 constexpr int kScriptPasses = 1000;
 
-bool isDoubleByteCodePage(const std::string &codePage)
-{
-    for (const char *name : {"CP932", "SHIFT_JIS", "SJIS", "CP936", "GBK", "CP949", "UHC", "CP950", "BIG5"}) {
-        if (codePage == name)
-            return true;
-    }
-    return false;
-}
-
 // The number of bytes of the character at `at`, by the narrow code page.
 std::size_t characterLength(std::string_view text, std::size_t at)
 {
@@ -47,9 +38,10 @@ std::size_t characterLength(std::string_view text, std::size_t at)
         }
         return length;
     }
-    if (isDoubleByteCodePage(codePage) && ((byte >= 129 && byte <= 175) || (byte >= 224 && byte <= 252)))
-        return 2;
-    return 1;
+    // Every other code page pairs these lead bytes with the next byte, as
+    // the names of the double-byte code pages need; a single-byte name
+    // merely keeps such a pair as it is.
+    return (byte >= 129 && byte <= 175) || (byte >= 224 && byte <= 252) ? 2 : 1;
 }
 
 bool startsWithMultiByte(std::string_view name)

@@ -4,8 +4,12 @@
 // distinct from the names already taken.
 //
 // Names are bytes in the narrow code page. A character of more than one byte
-// (a double-byte character of an East Asian code page, a UTF-8 sequence) is
-// one unit: never case-converted, never searched for or replaced. Lengths
+// is one unit: never case-converted, never searched for or replaced. In
+// every code page but UTF-8 a byte from 129 to 175 or from 224 to 252 that
+// is not the last starts such a unit with the byte after it, whether the
+// code page has double-byte characters or not (so "\xe9a" in CP1252 keeps
+// its "a"). In UTF-8, which those byte ranges would cut apart, a whole valid
+// sequence is the unit instead; a broken one is bytes of their own. Lengths
 // count characters as UTF-16 code units. Letter case changes ASCII letters.
 #ifndef VYR_FTPROPS_NAMERULES_H
 #define VYR_FTPROPS_NAMERULES_H

@@ -96,6 +96,15 @@ TEST(NameRulesTest, UnitsOfSeveralBytesAreNeverChanged)
                            "\\", "UPPER", {}, {}, 0, false, '_'),
               "\x83\x5c"
               "A_B");
+    // In a single-byte code page the same lead bytes still pair with the
+    // byte after them (never the last byte): "\xe9a" stays as it is.
+    setNarrowCodePage("CP1252");
+    EXPECT_EQ(ApplyNameCase("\xe9"
+                            "ab\xe9",
+                            "UPPER", 0),
+              "\xe9"
+              "aB\xe9");
+    EXPECT_EQ(LegaliseName("x\xb0-\xe9-", "-", "", {}, {}, 0, false, '_'), "x\xb0_\xe9-");
     resetNarrowCodePage();
 }
 
