@@ -3,6 +3,7 @@
 #include "frame/vyrrwstringimp.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "util/capabilityfile.h"
+#include "util/jsonnesting.h"
 #include "util/safefiles.h"
 
 #include "vyr/IVYRFeature.h"
@@ -62,6 +63,10 @@ std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::
 {
     std::unique_ptr<Workspace> workspace(new Workspace(path, session));
     const fs::path base = fs::path(path).parent_path();
+    if (const auto refusal = refuseDeepJson(text)) {
+        error = path + ": " + *refusal;
+        return nullptr;
+    }
     nlohmann::json document = nlohmann::json::parse(text, nullptr, false);
     if (document.is_discarded() || !document.is_object()) {
         error = path + ": not a workspace (a JSON object with \"feature_types\"; see the README)";

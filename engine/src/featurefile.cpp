@@ -4,6 +4,7 @@
 
 #include "frame/vyrrwstringarrayimp.h"
 #include "frame/vyrrwstringimp.h"
+#include "util/jsonnesting.h"
 #include "util/safefiles.h"
 #include "util/stringconverter.h"
 
@@ -84,6 +85,10 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
     const std::string where = origin ? origin : "feature";
     if (!target || !text) {
         report(error, where + ": not a feature of this engine");
+        return false;
+    }
+    if (const auto refusal = vyr::refuseDeepJson(std::string_view(text, length))) {
+        report(error, where + ": " + *refusal);
         return false;
     }
     try {

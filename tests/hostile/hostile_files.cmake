@@ -84,6 +84,23 @@ foreach(special IN LISTS specials)
     endforeach()
 endforeach()
 
+# JSON nested 100,000 levels deep, which would run the stack out while it is
+# read or freed: as a workspace, as a feature file of a workspace, and as a
+# feature file vyrtool shows.
+string(REPEAT "[" 100000 opening)
+string(REPEAT "]" 100000 closing)
+file(WRITE ${work}/deep.json "{\"feature_types\": ${opening}${closing}}\n")
+set(deepFeature ${work}/examples/schemas/deep-feature.json)
+file(WRITE ${deepFeature} "{\"feature_type\": \"stations\", \"extra\": ${opening}${closing}}\n")
+file(WRITE ${work}/examples/deep-entry.json
+     "{\"feature_types\": [ { \"feature\": \"schemas/deep-feature.json\", \"format\": \"formats/csv.fmt\" } ]}\n")
+expect_refusal("vyr-ftprops on a deeply nested workspace" "deep.json"
+               COMMAND ${FTPROPS} ${work}/deep.json --edit stations --accept)
+expect_refusal("vyr-ftprops on a deeply nested feature file" "deep-feature.json"
+               COMMAND ${FTPROPS} ${work}/examples/deep-entry.json --edit stations --accept)
+expect_refusal("vyrtool schema show on a deeply nested feature file" "deep-feature.json"
+               COMMAND ${VYRTOOL} schema show ${deepFeature} --format ${formats}/csv.fmt)
+
 # The grid demo with no display: asking for help or a picture must not abort.
 foreach(arguments "--help" "--screenshot;${work}/grid.png")
     hostile_run(run TIMEOUT 20 COMMAND ${HOSTILE_NO_DISPLAY} ${GRIDDEMO} ${arguments})
