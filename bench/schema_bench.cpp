@@ -1,15 +1,21 @@
 // The schema record and the name rules at the sizes large schemas reach:
 // setAttributes with 10,000 attributes, getAttributeNames over 10,000,
 // 1,000 setParameter calls, and a feature type name resolved against 10,000
-// taken names. Each at two sizes, to show how the cost grows.
+// taken names. Each at two sizes, to show how the cost grows. Also a
+// feature file of 10,000 and 100,000 attributes read and written, against
+// the JSON library parsing the same text on its own.
 #include "ratioreporter.h"
 
 #include "ftprops/namerules.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftprops/vyrobjftpropsschemainfo.h"
 
+#include "frame/vyrrwstringimp.h"
 #include "vyr/IVYRFeature.h"
+#include "vyr/vyr_featurefile.h"
 #include "vyr/vyr_session.h"
+
+#include <nlohmann/json.hpp>
 
 #include <string>
 
@@ -86,8 +92,52 @@ void resolveName(benchmark::State &state)
         benchmark::DoNotOptimize(vyr::ResolveFeatureTypeName(format, "Roads", taken, nullptr));
 }
 
+// The text of a feature file of `count` attributes, each with its type.
+std::string featureText(std::int64_t count)
+{
+    Fixture fixture;
+    fixture.schema.setAttributes(attributes(count));
+    VYRRWStringImp text;
+    VYR_FeatureWriteJson(fixture.feature, &text);
+    return std::string(text.data(), text.length());
+}
+
+void readFeatureFile(benchmark::State &state)
+{
+    const std::string text = featureText(state.range(0));
+    Fixture fixture;
+    for (auto _ : state) {
+        if (!VYR_FeatureReadJson(fixture.feature, text.data(), text.size(), "bench", nullptr))
+            state.SkipWithError("the feature file was not read");
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void readFeatureFilePeer(benchmark::State &state)
+{
+    const std::string text = featureText(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(nlohmann::json::parse(text));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void writeFeatureFile(benchmark::State &state)
+{
+    Fixture fixture;
+    fixture.schema.setAttributes(attributes(state.range(0)));
+    for (auto _ : state) {
+        VYRRWStringImp text;
+        VYR_FeatureWriteJson(fixture.feature, &text);
+        benchmark::DoNotOptimize(text.length());
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 } // namespace
 
+BENCHMARK(readFeatureFile)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(readFeatureFilePeer)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(writeFeatureFile)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(setAttributes)->Arg(5000)->Arg(10000)->Arg(20000)->Unit(benchmark::kMillisecond);
 BENCHMARK(getAttributeNames)->Arg(5000)->Arg(10000)->Arg(20000)->Unit(benchmark::kMillisecond);
 BENCHMARK(setParameters)->Arg(500)->Arg(1000)->Unit(benchmark::kMillisecond);
@@ -95,5 +145,7 @@ BENCHMARK(resolveName)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    return vyr::bench::runBenchmarks(argc, argv, {});
+    return vyr::bench::runBenchmarks(argc, argv,
+                                     {{"readFeatureFile/10000", "readFeatureFilePeer/10000"},
+                                      {"readFeatureFile/100000", "readFeatureFilePeer/100000"}});
 }

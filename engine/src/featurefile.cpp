@@ -10,7 +10,10 @@
 
 #include <nlohmann/json.hpp>
 
-using Json = nlohmann::ordered_json;
+// Read into the library's sorted objects, which find a key without looking
+// at every other one; the order of the attributes is taken down as they are
+// read.
+using Json = nlohmann::json;
 
 namespace {
 
@@ -44,7 +47,8 @@ std::string narrowText(const Json &value, const std::string &where)
     return vyr::utf8ToAnsi(value.get<std::string>());
 }
 
-vyr::engine::VYRFeature parse(const Json &document, const std::string &origin)
+vyr::engine::VYRFeature parse(const Json &document, const std::vector<std::string> &attributeNames,
+                              const std::string &origin)
 {
     if (!document.is_object())
         throw FeatureFileError(origin + ": a feature file holds one JSON object");
@@ -53,9 +57,12 @@ vyr::engine::VYRFeature parse(const Json &document, const std::string &origin)
     if (type == document.end())
         throw FeatureFileError(origin + ": \"feature_type\" is missing");
     feature.setFeatureType(narrowText(*type, origin + ": \"feature_type\"").c_str());
-    for (const auto &[name, value] : member(document, "attributes", Json::value_t::object, origin).items())
+    const Json &attributes = member(document, "attributes", Json::value_t::object, origin);
+    for (const std::string &name : attributeNames) {
+        const Json &value = attributes.at(name);
         feature.setAttribute(vyr::utf8ToAnsi(name).c_str(),
                              narrowText(value, origin + ": attribute \"" + name + "\"").c_str());
+    }
     const Json &order = member(document, "attribute_order", Json::value_t::array, origin);
     for (std::size_t i = 0; i < order.size(); ++i) {
         const std::string name = narrowText(order[i], origin + ": \"attribute_order\" element " + std::to_string(i));
@@ -92,8 +99,20 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
         return false;
     }
     try {
-        const Json document = Json::parse(text, text + length);
-        *target = parse(document, where);
+        // The keys of the top object's "attributes", in the order written.
+        std::vector<std::string> attributeNames;
+        std::string topKey;
+        const auto note = [&](int depth, Json::parse_event_t event, Json &parsed) {
+            if (event == Json::parse_event_t::key && depth <= 2 && parsed.is_string()) {
+                if (depth == 1)
+                    topKey = parsed.get<std::string>();
+                else if (topKey == "attributes")
+                    attributeNames.push_back(parsed.get<std::string>());
+            }
+            return true;
+        };
+        const Json document = Json::parse(text, text + length, note);
+        *target = parse(document, attributeNames, where);
         return true;
     } catch (const Json::parse_error &failure) {
         report(error, where + ": " + failure.what());

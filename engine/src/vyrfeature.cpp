@@ -147,8 +147,14 @@ nlohmann::ordered_json VYRFeature::toJson() const
     nlohmann::ordered_json document;
     document["feature_type"] = ansiToUtf8(m_featureType);
     auto &attributes = document["attributes"] = nlohmann::ordered_json::object();
+    // The names are distinct: appended as they are, without the search for
+    // an equal key that an insertion into the ordered object makes each
+    // time (which made writing 100,000 attributes take minutes).
+    auto &members = static_cast<std::vector<std::pair<const std::string, nlohmann::ordered_json>> &>(
+        attributes.get_ref<nlohmann::ordered_json::object_t &>());
+    members.reserve(m_names.size());
     for (const std::string &name : m_names)
-        attributes[ansiToUtf8(name)] = ansiToUtf8(m_attributes.at(name).value);
+        members.emplace_back(ansiToUtf8(name), ansiToUtf8(m_attributes.at(name).value));
     auto &order = document["attribute_order"] = nlohmann::ordered_json::array();
     for (const std::string &name : m_ordered)
         order.push_back(ansiToUtf8(name));
