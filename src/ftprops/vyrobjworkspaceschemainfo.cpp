@@ -64,6 +64,12 @@ void VYRObjWorkspaceSchemaInfo::setList(const char *name, const StringList &valu
 {
     if (readList(name) == values)
         return;
+    // An empty list reads as no list: kept as none, so that taking a
+    // choice back leaves the feature as it was.
+    if (values.empty()) {
+        feature().removeListAttribute(name);
+        return;
+    }
     SessionArray array(session());
     array.assign(values);
     feature().setListAttribute(name, *array);

@@ -371,6 +371,13 @@ StringList CFeatTypePropsDlg::PageAttributeNames() const
     return names;
 }
 
+void CFeatTypePropsDlg::OnCancel()
+{
+    if (m_general)
+        m_general->TakeBackHandedOver();
+    CVyrDialog::OnCancel();
+}
+
 void CFeatTypePropsDlg::OnOK()
 {
     if (!ValidatePages())

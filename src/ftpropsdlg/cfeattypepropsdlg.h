@@ -94,6 +94,9 @@ public:
     void ApplyToOthers();
 
     void OnOK() override;
+    // Cancel, Escape and the close box: the feature type is left as the
+    // dialog found it.
+    void OnCancel() override;
 
 protected:
     bool OnInitDialog() override;

@@ -44,6 +44,9 @@ public:
     // Writes the groups of properties in `mask` (general:: bits).
     virtual void WriteToSchema(FTPropsSchemaInfo &target, unsigned mask);
     virtual void ChangeFormat(const FTPropsFormatInfo *format);
+    // The dialog was cancelled: takes back what the page handed to the
+    // schema record before OK. Base: nothing was handed over.
+    virtual void TakeBackHandedOver() {}
     // Shows `geometry` for `format`.
     virtual void FillGeometry(const FTPropsFormatInfo *format, const std::string &geometry);
     // Folds the database user into the name for a format without database

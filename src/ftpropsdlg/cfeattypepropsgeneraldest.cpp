@@ -249,6 +249,14 @@ void CFeatTypePropsGeneralDest::ChooseSchemaSources()
     m_schemaSources = ids;
     ShowSchemaSources(chosen);
     m_schema->setSchemaSources(ids);
+    m_schemaSourcesHandedOver = true;
+}
+
+void CFeatTypePropsGeneralDest::TakeBackHandedOver()
+{
+    if (m_schemaSourcesHandedOver)
+        m_schema->setSchemaSources(m_initialSchemaSources);
+    m_schemaSourcesHandedOver = false;
 }
 
 void CFeatTypePropsGeneralDest::EditDynamicSettings()

@@ -47,6 +47,9 @@ public:
     void EditDynamicSettings();
 
     const StringList &schemaSources() const { return m_schemaSources; }
+    // Schema sources chosen go to the schema record at once; a cancelled
+    // dialog puts back those it found.
+    void TakeBackHandedOver() override;
     const DynamicSchemaInfo &dynamicSettings() const { return m_dynamicSettings; }
 
 protected:
@@ -70,6 +73,7 @@ private:
 
     StringList m_schemaSources;
     StringList m_initialSchemaSources;
+    bool m_schemaSourcesHandedOver = false;
     DynamicSchemaInfo m_dynamicSettings;
     StringList m_additionalNames;
 };

@@ -6,6 +6,7 @@
 #include "frame/vyrrwstringimp.h"
 
 #include "vyr/IVYRFeature.h"
+#include "vyr/vyr_featurefile.h"
 #include "vyr/vyr_session.h"
 
 #include <gtest/gtest.h>
@@ -119,6 +120,9 @@ TEST_F(WorkspaceSchemaTest, keepsEveryRoleSettingInTheFeature)
 
 TEST_F(WorkspaceSchemaTest, writesNothingWhenTheDefaultsComeBack)
 {
+    // Lists set and taken back leave no empty list behind.
+    m_schema->setSchemaSources({"CSV"});
+    m_schema->setAdditionalNames({"roads_2"});
     m_schema->setMerged(false);
     m_schema->setMergeSettings("", 0, false);
     m_schema->setFanout(false);
@@ -127,6 +131,9 @@ TEST_F(WorkspaceSchemaTest, writesNothingWhenTheDefaultsComeBack)
     m_schema->setDynamicSchemaInfo(DynamicSchemaInfo());
     m_schema->setAdditionalNames({});
     EXPECT_EQ(attributeCount(), 0);
+    VYRRWStringImp text;
+    ASSERT_TRUE(VYR_FeatureWriteJson(m_feature, &text));
+    EXPECT_EQ(std::string(text.c_str()).find("vyr_"), std::string::npos) << text.c_str();
 }
 
 TEST_F(WorkspaceSchemaTest, movesToAnotherFormatAndItsVocabulary)

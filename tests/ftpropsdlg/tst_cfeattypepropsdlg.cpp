@@ -525,6 +525,31 @@ private slots:
         QCOMPARE(joined(m_log), QStringLiteral("roads: beginUpdate\nroads: endUpdate"));
     }
 
+    // Chosen schema sources reach the schema record at once; Cancel puts
+    // back what the dialog found, and only when something was chosen.
+    void shouldTakeChosenSchemaSourcesBackOnCancel()
+    {
+        for (const bool choose : {true, false}) {
+            RecordingSchema &schema = record("roads", "SHP", "shp_arc");
+            schema.dynamic = true;
+            schema.schemaSources = {"READER_A"};
+            auto dialog = open(schema, {m_readerA.get(), m_readerB.get()});
+            auto *dest = static_cast<Dest *>(dialog->generalPage());
+            if (choose) {
+                answerNextDialog([&](QDialog *selection) {
+                    recheck(selection->findChild<QListWidget *>(), {"READER_B"});
+                    return true;
+                });
+                dest->ChooseSchemaSources();
+                QCOMPARE(schema.schemaSources, StringList{"READER_B"});
+            }
+            m_log.clear();
+            QTest::keyClick(dialog.get(), Qt::Key_Escape);
+            QCOMPARE(schema.schemaSources, StringList{"READER_A"});
+            QCOMPARE(joined(m_log), choose ? QStringLiteral("roads: setSchemaSources(READER_A)") : QString());
+        }
+    }
+
     void shouldNotShrinkBelowItsFirstSize()
     {
         auto dialog = open(record("roads", "SHP"));
