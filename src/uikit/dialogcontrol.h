@@ -4,12 +4,20 @@
 // and binds it by control ID with CVyrDialog::RegisterControl, before or after
 // the template's widgets exist. Once bound it points at the widget; when the
 // dialog's window goes away it lets go again, so a member never dangles.
+//
+// A template may lack a control the code binds (a translated or older
+// resource library): the binding is then dropped, and the member's arrow
+// reaches a stand-in widget of the same type that is never shown, so that
+// the dialog works without that control instead of crashing on it. get()
+// and the bool conversion still say that nothing is bound.
 #ifndef VYR_UIKIT_DIALOGCONTROL_H
 #define VYR_UIKIT_DIALOGCONTROL_H
 
 #include <QPointer>
 #include <QVariant>
 #include <QWidget>
+
+#include <memory>
 
 namespace vyr {
 
@@ -54,10 +62,25 @@ public:
     DialogControl() = default;
 
     Widget *get() const { return static_cast<Widget *>(widget()); }
-    Widget *operator->() const { return get(); }
+    Widget *operator->() const { return isAttached() ? get() : standIn(); }
     explicit operator bool() const { return isAttached(); }
 
     bool accepts(QWidget *candidate) const override { return qobject_cast<Widget *>(candidate) != nullptr; }
+
+private:
+    // Made on first use, inside a parent that is never shown, so that not
+    // even show() puts it on the screen.
+    Widget *standIn() const
+    {
+        if (!m_hiddenParent) {
+            m_hiddenParent = std::make_unique<QWidget>();
+            m_standIn = new Widget(m_hiddenParent.get());
+        }
+        return m_standIn;
+    }
+
+    mutable std::unique_ptr<QWidget> m_hiddenParent;
+    mutable Widget *m_standIn = nullptr;
 };
 
 } // namespace vyr

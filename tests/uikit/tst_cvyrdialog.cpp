@@ -106,6 +106,15 @@ private slots:
             QCOMPARE(language.get(), dialog.GetDlgItem(kLanguageLabel));
             QVERIFY(!wrongType.isAttached());
             QVERIFY(!missing.isAttached());
+            // What the code asks of a control the template lacks goes to a
+            // stand-in nobody sees.
+            dialog.show();
+            missing->setText(QStringLiteral("nowhere"));
+            missing->show();
+            wrongType->click();
+            QCOMPARE(missing->text(), QStringLiteral("nowhere"));
+            QVERIFY(!missing->isVisible() && !missing.get() && !missing);
+            QVERIFY(missing->window() != &dialog && wrongType->window() != &dialog);
         }
     }
 
