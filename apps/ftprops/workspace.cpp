@@ -12,6 +12,7 @@
 #include "vyrguimfc/vyrguimfc.h"
 
 #include <filesystem>
+#include <optional>
 
 namespace vyr::ftprops {
 namespace {
@@ -199,17 +200,37 @@ EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
     for (const std::size_t at : involved) {
         WorkspaceFeatureType &featureType = m_featureTypes[at];
         nlohmann::json now = snapshotOf(*featureType.feature);
+        // A feature type that moves to another format is saved in two files,
+        // its feature and the workspace naming its format: when the second
+        // cannot be written, the first gets back what it held, so that
+        // neither names a format the other does not.
+        const bool moving = !movedFormat(featureType).empty();
+        std::optional<std::string> before;
+        std::string unread;
+        if (moving && now != featureType.saved)
+            before = readUntrustedFile(featureType.featurePath, unread);
+        bool featureSaved = false;
         if (now != featureType.saved) {
             VYRRWStringImp reason;
             if (!VYR_FeatureSaveJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
                 failures += (failures.empty() ? "" : "; ") + std::string(reason.c_str());
                 continue;
             }
-            featureType.saved = std::move(now);
-            message += (message.empty() ? "saved " : ", ") + featureType.featurePath;
+            featureSaved = true;
         }
+        const std::size_t said = message.size();
+        if (featureSaved)
+            message += (message.empty() ? "saved " : ", ") + featureType.featurePath;
         // Also when only an earlier workspace write failed: it is retried.
-        followFormatChange(at, message, failures);
+        if (!followFormatChange(at, message, failures) && featureSaved && before) {
+            std::string reason;
+            if (!replaceFileContent(featureType.featurePath, *before, reason))
+                failures += "; " + reason + " (it holds the feature type in its new format)";
+            message.resize(said);
+            continue;
+        }
+        if (featureSaved)
+            featureType.saved = std::move(now);
     }
     if (!failures.empty()) {
         message = message.empty() ? failures : message + "; " + failures;
