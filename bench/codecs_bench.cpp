@@ -1,9 +1,15 @@
-// The WWJD codec against percent-encoding (a codec of the same kind that Qt
-// ships) and memcpy, on a large mixed text and on many short strings.
+// The WWJD and user-string codecs against percent-encoding (a codec of the
+// same kind that Qt ships) and memcpy, on a large mixed text and on many
+// short strings. The large runs also report "memory/input": the input plus
+// the most heap memory the call held at once (its result included), over
+// the input's size.
+#include "allocationmeter.h"
 #include "ratioreporter.h"
 
 #include "util/codepage.h"
 #include "util/tokencodec.h"
+#include "util/usercodec.h"
+#include "vyrguimfc/vyrguimfc.h"
 
 #include <QByteArray>
 #include <QUrl>
@@ -59,6 +65,16 @@ void setCodePage(benchmark::State &state, const char *codePage)
         state.SkipWithError("code page not available");
 }
 
+std::size_t sizeOf(const std::string &input)
+{
+    return input.size();
+}
+
+std::size_t sizeOf(const QByteArray &input)
+{
+    return static_cast<std::size_t>(input.size());
+}
+
 template <typename Work>
 void registerLarge(const std::string &name, const char *codePage, Work work)
 {
@@ -69,6 +85,13 @@ void registerLarge(const std::string &name, const char *codePage, Work work)
         for (auto _ : state)
             benchmark::DoNotOptimize(work.run(input));
         state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+        const double inputSize = static_cast<double>(sizeOf(input));
+        std::size_t peak = 0;
+        if constexpr (requires { work.peak(input); })
+            peak = work.peak(input);
+        else
+            peak = vyr::bench::peakAllocatedBy([&] { benchmark::DoNotOptimize(work.run(input)); });
+        state.counters["memory/input"] = (inputSize + static_cast<double>(peak)) / inputSize;
     })->Unit(benchmark::kMicrosecond);
 }
 
@@ -99,6 +122,43 @@ struct DecodeWWJD
 {
     std::string prepare(const std::string &text) const { return vyr::encodeWWJD(text); }
     std::string run(const std::string &input) const { return vyr::decodeWWJD(input); }
+};
+
+struct EncodeUser
+{
+    std::string prepare(const std::string &text) const { return text; }
+    std::string run(const std::string &input) const { return vyr::encodeUserString(input); }
+};
+
+struct DecodeUser
+{
+    std::string prepare(const std::string &text) const { return vyr::encodeUserString(text); }
+    std::string run(const std::string &input) const { return vyr::decodeUserString(input); }
+};
+
+// Through the export, as a host calls it: the handle holds the input and
+// gets the result, which it copies from the codec's.
+struct EncodeWWJDExport
+{
+    std::string prepare(const std::string &text) const { return text; }
+    std::size_t run(const std::string &input) const
+    {
+        VYRStringHandle handle = VYR_StringCreate();
+        VYR_StringSetWithLength(handle, input.data(), input.size());
+        VYRWWJDEncode(handle);
+        const std::size_t length = VYR_StringLength(handle);
+        VYR_StringDestroy(handle);
+        return length;
+    }
+    // The handle's text is the input: only the export's call is metered.
+    std::size_t peak(const std::string &input) const
+    {
+        VYRStringHandle handle = VYR_StringCreate();
+        VYR_StringSetWithLength(handle, input.data(), input.size());
+        const std::size_t peak = vyr::bench::peakAllocatedBy([&] { VYRWWJDEncode(handle); });
+        VYR_StringDestroy(handle);
+        return peak;
+    }
 };
 
 struct PercentEncode
@@ -138,6 +198,8 @@ int main(int argc, char **argv)
         const std::string cp = codePage;
         registerLarge("encodeWWJD/1MiB/" + cp, codePage, EncodeWWJD{});
         registerLarge("decodeWWJD/1MiB/" + cp, codePage, DecodeWWJD{});
+        registerLarge("encodeUserString/1MiB/" + cp, codePage, EncodeUser{});
+        registerLarge("decodeUserString/1MiB/" + cp, codePage, DecodeUser{});
         registerShort("encodeWWJD/16B/" + cp, codePage, EncodeWWJD{});
         registerShort("decodeWWJD/16B/" + cp, codePage, DecodeWWJD{});
         registerLarge("peer:toPercentEncoding/1MiB/" + cp, codePage, PercentEncode{});
@@ -153,5 +215,7 @@ int main(int argc, char **argv)
         pairs.push_back({"encodeWWJD/1MiB/" + cp, "peer:memcpy/1MiB"});
     }
     registerLarge("peer:memcpy/1MiB", "CP1252", MemoryCopy{});
+    // The library keeps its own narrow code page, read from the environment.
+    registerLarge("VYRWWJDEncode/1MiB", "UTF-8", EncodeWWJDExport{});
     return vyr::bench::runBenchmarks(argc, argv, std::move(pairs));
 }

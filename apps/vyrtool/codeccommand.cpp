@@ -10,6 +10,8 @@
 #include <memory>
 #include <string>
 
+#include <sys/stat.h>
+
 namespace {
 
 struct CodecExport
@@ -36,6 +38,13 @@ int usageError(const std::string &message)
 
 bool readAll(std::FILE *stream, std::string &bytes)
 {
+    // A file's size is known ahead: one buffer of that size, not a string
+    // doubled as it grows.
+    struct stat status
+    {
+    };
+    if (::fstat(::fileno(stream), &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0)
+        bytes.reserve(static_cast<std::size_t>(status.st_size));
     char buffer[65536];
     std::size_t got;
     while ((got = std::fread(buffer, 1, sizeof buffer, stream)) > 0)
@@ -73,17 +82,20 @@ int runCodecCommand(std::span<const std::string_view> arguments)
     if (!codec)
         return usageError("which codec?");
 
-    std::string input;
-    if (!readAll(stdin, input)) {
-        std::perror("vyrtool codec: reading standard input");
-        return 1;
-    }
     const std::unique_ptr<VYRStringObject, void (*)(VYRStringHandle)> handle(VYR_StringCreate(), VYR_StringDestroy);
     if (!handle) {
         std::fputs("vyrtool codec: out of memory\n", stderr);
         return 1;
     }
-    VYR_StringSetWithLength(handle.get(), input.data(), input.size());
+    {
+        // Gone before the codec runs: the handle holds the text from here on.
+        std::string input;
+        if (!readAll(stdin, input)) {
+            std::perror("vyrtool codec: reading standard input");
+            return 1;
+        }
+        VYR_StringSetWithLength(handle.get(), input.data(), input.size());
+    }
     codec->run(handle.get());
     const std::size_t length = VYR_StringLength(handle.get());
     if (std::fwrite(VYR_StringGet(handle.get()), 1, length, stdout) != length || std::fflush(stdout) != 0) {

@@ -16,8 +16,9 @@ template <typename Codec>
 void recodeHandle(VYRStringHandle handle, Codec codec)
 {
     try {
-        const std::size_t length = VYR_StringLength(handle);
-        const std::string text(VYR_StringGet(handle), length);
+        // The handle's bytes are read where they are: they stay put until
+        // the handle is set, and a copy would add the input's size again.
+        const std::string_view text(VYR_StringGet(handle), VYR_StringLength(handle));
         const std::string result = codec(text);
         VYR_StringSetWithLength(handle, result.data(), result.size());
     } catch (...) {}

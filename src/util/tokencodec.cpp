@@ -262,13 +262,18 @@ private:
 // the UTF-16 form in between stays small and in cache.
 constexpr std::size_t kPiece = 16 * 1024;
 
-void appendTokens(std::u16string_view wide, std::string &out)
+std::size_t encodedSize(std::u16string_view wide)
 {
-    // Sized exactly first: growing the result as it goes costs more than the
-    // extra pass. The slack lets every ASCII character copy its whole slot.
     std::size_t size = 0;
     for (const char16_t unit : wide)
         size += unit < 128 ? kEncodedAscii[unit].length : kUnicodeTokenLength;
+    return size;
+}
+
+// Appends the encoding of `wide`; `out` needs capacity for it plus one
+// slot, so that every ASCII character can copy its whole slot.
+void appendTokens(std::u16string_view wide, std::size_t size, std::string &out)
+{
     const std::size_t start = out.size();
     out.resize(start + size + sizeof(EncodedAscii::bytes));
     char *at = out.data() + start;
@@ -292,19 +297,45 @@ void appendTokens(std::u16string_view wide, std::string &out)
     out.resize(start + size);
 }
 
-std::string encodeThrough(const Transcoder &transcoder, std::string_view text)
+// Hands `use` the UTF-16 form of `text`, rewritten, in pieces (in one
+// piece where the code page cannot be cut).
+template <typename Use>
+void forEachWidePiece(const Transcoder &transcoder, std::string_view text, WideRewrite rewrite, Use use)
 {
-    std::string out;
-    out.reserve(text.size() + text.size() / 4);
     std::u16string wide;
+    char16_t carry = 0;
     const std::size_t wanted = transcoder.convertsInPieces() ? kPiece : text.size();
     while (!text.empty()) {
         const std::size_t end = std::max<std::size_t>(transcoder.pieceEnd(text, wanted), 1);
         wide.clear();
         transcoder.appendWide(text.substr(0, end), wide);
-        appendTokens(wide, out);
         text.remove_prefix(end);
+        if (rewrite)
+            rewrite(wide, text.empty(), carry);
+        use(wide);
     }
+}
+
+// The result is sized exactly before it is written: grown as it goes, it
+// would hold up to twice its size at its worst moment, and the token text
+// is the largest thing an encoding holds. A text of several pieces is
+// converted twice for that, once to count and once to write.
+std::string encodeThrough(const Transcoder &transcoder, std::string_view text, WideRewrite rewrite)
+{
+    std::string out;
+    if (!transcoder.convertsInPieces() || text.size() <= kPiece) {
+        std::u16string wide;
+        forEachWidePiece(transcoder, text, rewrite, [&](std::u16string &whole) { wide.swap(whole); });
+        const std::size_t size = encodedSize(wide);
+        out.reserve(size + sizeof(EncodedAscii::bytes));
+        appendTokens(wide, size, out);
+        return out;
+    }
+    std::size_t total = 0;
+    forEachWidePiece(transcoder, text, rewrite, [&](std::u16string &piece) { total += encodedSize(piece); });
+    out.reserve(total + sizeof(EncodedAscii::bytes));
+    forEachWidePiece(transcoder, text, rewrite,
+                     [&](std::u16string &piece) { appendTokens(piece, encodedSize(piece), out); });
     return out;
 }
 
@@ -327,7 +358,9 @@ std::string decodeWideThrough(const Transcoder &transcoder, std::string_view tex
 std::string encodeTokens(std::u16string_view wide)
 {
     std::string out;
-    appendTokens(wide, out);
+    const std::size_t size = encodedSize(wide);
+    out.reserve(size + sizeof(EncodedAscii::bytes));
+    appendTokens(wide, size, out);
     return out;
 }
 
@@ -375,15 +408,35 @@ std::u16string expandUnicodeEscapes(std::string_view text)
 
 std::string encodeTokenText(std::string_view text, std::uint32_t codePage)
 {
+    return encodeTokenText(text, codePage, nullptr);
+}
+
+std::string encodeTokenText(std::string_view text, std::uint32_t codePage, WideRewrite rewrite)
+{
     const Transcoder *transcoder = transcoderFor(codePage);
-    return transcoder ? encodeThrough(*transcoder, text) : std::string();
+    return transcoder ? encodeThrough(*transcoder, text, rewrite) : std::string();
+}
+
+bool asciiIsItselfIn(std::uint32_t codePage)
+{
+    // Exactly the code pages that may be converted piece by piece.
+    const Transcoder *transcoder = transcoderFor(codePage);
+    return transcoder && transcoder->convertsInPieces();
+}
+
+namespace {
+constexpr std::string_view kLegacyPrefix = "<u>";
+} // namespace
+
+bool isLegacyTokenText(std::string_view text)
+{
+    return text.size() > kLegacyPrefix.size() && text.starts_with(kLegacyPrefix);
 }
 
 std::string decodeTokenText(std::string_view text, std::uint32_t codePage)
 {
-    constexpr std::string_view kLegacyPrefix = "<u>";
     const Transcoder *transcoder = transcoderFor(codePage);
-    if (text.size() > kLegacyPrefix.size() && text.starts_with(kLegacyPrefix)) {
+    if (isLegacyTokenText(text)) {
         std::string out;
         if (transcoder)
             transcoder->appendNarrow(expandUnicodeEscapes(decodeTokens(text.substr(kLegacyPrefix.size()))), out);

@@ -58,6 +58,20 @@ std::u16string expandUnicodeEscapes(std::string_view text);
 std::string encodeTokenText(std::string_view text, std::uint32_t codePage);
 std::string decodeTokenText(std::string_view text, std::uint32_t codePage);
 
+// Whether `text` is of the legacy "<u>" form.
+bool isLegacyTokenText(std::string_view text);
+
+// A change to the UTF-16 form of a text before it is encoded, made piece by
+// piece: `units` is the next piece, `last` whether it ends the text; `carry`
+// starts at 0 and keeps what the rewrite left over for the next piece.
+using WideRewrite = void (*)(std::u16string &units, bool last, char16_t &carry);
+std::string encodeTokenText(std::string_view text, std::uint32_t codePage, WideRewrite rewrite);
+
+// Whether every byte below 128 of a text in the code page is the ASCII
+// character of that value, wherever it stands (not so in code pages whose
+// two-byte characters may end in such a byte).
+bool asciiIsItselfIn(std::uint32_t codePage);
+
 // The WWJD encoding of narrow-code-page text, and its decoding.
 std::string encodeWWJD(std::string_view text);
 std::string decodeWWJD(std::string_view text);

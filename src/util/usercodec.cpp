@@ -3,6 +3,8 @@
 #include "util/stringconverter.h"
 #include "util/tokencodec.h"
 
+#include <string>
+
 namespace vyr {
 namespace {
 
@@ -25,45 +27,79 @@ char escapeOfCharacter(char character)
     return 0;
 }
 
-std::string resolveBackslashEscapes(std::string_view text)
+// Escapes are read in the UTF-16 form, where a backslash unit is always
+// one, whatever the code page makes of the byte 92 inside its two-byte
+// characters. A backslash that ends a piece waits in `carry` for its letter.
+void resolveBackslashEscapes(std::u16string &units, bool last, char16_t &carry)
 {
-    std::string out;
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\\' && i + 1 < text.size())
-            out.push_back(characterOfEscape(text[++i]));
-        else
-            out.push_back(text[i]);
+    const auto escaped = [](char16_t letter) {
+        return letter < 128 ? static_cast<char16_t>(characterOfEscape(static_cast<char>(letter))) : letter;
+    };
+    std::size_t out = 0;
+    std::size_t i = 0;
+    if (carry && !units.empty()) {
+        units[out++] = escaped(units[i++]);
+        carry = 0;
     }
-    return out;
+    for (; i < units.size(); ++i) {
+        if (units[i] == u'\\') {
+            if (i + 1 < units.size()) {
+                units[out++] = escaped(units[++i]);
+                continue;
+            }
+            if (!last) {
+                carry = u'\\';
+                continue;
+            }
+        }
+        units[out++] = units[i];
+    }
+    units.resize(out);
 }
 
-std::string writeBackslashEscapes(std::string_view text)
+// Writes the escapes into `text` in place, growing it only by what they add.
+void writeBackslashEscapesInPlace(std::string &text)
 {
-    std::string out;
-    out.reserve(text.size());
-    for (char c : text) {
+    std::size_t added = 0;
+    for (const char c : text)
+        added += escapeOfCharacter(c) != 0;
+    if (added == 0)
+        return;
+    std::size_t from = text.size();
+    text.resize(from + added);
+    std::size_t to = text.size();
+    while (from > 0) {
+        const char c = text[--from];
         if (const char letter = escapeOfCharacter(c)) {
-            out.push_back('\\');
-            out.push_back(letter);
+            text[--to] = letter;
+            text[--to] = '\\';
         } else {
-            out.push_back(c);
+            text[--to] = c;
         }
     }
-    return out;
 }
 
 } // namespace
 
 std::string encodeUserString(std::string_view text)
 {
-    return encodeTokenText(resolveBackslashEscapes(ansiToUtf8(text)), kUtf8CodePage);
+    return encodeTokenText(text, kAnsiCodePage, resolveBackslashEscapes);
 }
 
 std::string decodeUserString(std::string_view text)
 {
-    const std::string decoded = decodeTokenText(ansiToUtf8(text), kUtf8CodePage);
-    return utf8ToAnsi(writeBackslashEscapes(decoded));
+    // Where the byte of a backslash or a control character can only be that
+    // character, the escapes are written into the decoded text itself. The
+    // legacy form widens the bytes of its UTF-8 one by one, so it keeps
+    // the way through UTF-8.
+    if (asciiIsItselfIn(kAnsiCodePage) && !isLegacyTokenText(text)) {
+        std::string decoded = decodeTokenText(text, kAnsiCodePage);
+        writeBackslashEscapesInPlace(decoded);
+        return decoded;
+    }
+    std::string decoded = decodeTokenText(ansiToUtf8(text), kUtf8CodePage);
+    writeBackslashEscapesInPlace(decoded);
+    return utf8ToAnsi(decoded);
 }
 
 } // namespace vyr

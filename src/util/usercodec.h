@@ -28,9 +28,12 @@ inline constexpr std::array<BackslashEscape, 8> kBackslashEscapes{{
     {'f', '\f'},
 }};
 
-// Encodes narrow-code-page text. A backslash takes the next byte as an
-// escape letter (an unknown letter stands for itself); a backslash at the
-// very end stays a backslash.
+// Encodes narrow-code-page text. A backslash takes the next character as
+// an escape letter (an unknown letter stands for itself); a backslash at
+// the very end stays a backslash. Escapes are read in characters: in
+// UTF-8, the bytes of a broken sequence on either side of a backslash stay
+// separate bytes, and in code pages of two-byte characters a second byte
+// of 92 is part of its character, not a backslash.
 std::string encodeUserString(std::string_view text);
 
 // Decodes to narrow-code-page text, writing backslash and the control
