@@ -16,7 +16,7 @@
 // The grid is reached inside the running export through the active modal
 // widget; only virtual functions and inline accessors are called on it,
 // since the library's copy of the dialog code is not the benchmark's.
-#include "frame/vyrrwstringarrayimp.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
 #include "ftpropsdlg/cattrgrid.h"
 #include "ftpropsdlg/cfeattypepropsattrs.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"

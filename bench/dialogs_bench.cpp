@@ -7,7 +7,7 @@
 
 #include "uikit/application.h"
 #include "uikit/caboutdlg.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include <QHBoxLayout>
 #include <QIcon>

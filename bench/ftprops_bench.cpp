@@ -5,7 +5,7 @@
 // OK is pressed and the clock runs until the export returns. Cold (the first
 // open of the process, with the resource library and the form loader made)
 // and warm (the mean of the next opens), with the process's peak memory.
-#include "frame/vyrrwstringarrayimp.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
 #include "util/listpacking.h"
 
 #include "vyr/IVYRFeature.h"

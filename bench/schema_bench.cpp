@@ -10,7 +10,7 @@
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftprops/vyrobjftpropsschemainfo.h"
 
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "vyr/IVYRFeature.h"
 #include "vyr/vyr_featurefile.h"
 #include "vyr/vyr_session.h"

@@ -1,7 +1,7 @@
 // Feature files on any bytes: the loader refuses what is not a feature file
 // with a message and never crashes; what it accepts saves and loads back to
 // the same file.
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 
 #include "vyr/vyr_featurefile.h"
 #include "vyr/vyr_session.h"

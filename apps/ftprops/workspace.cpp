@@ -1,6 +1,6 @@
 #include "workspace.h"
 
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "util/capabilityfile.h"
 #include "util/jsonnesting.h"

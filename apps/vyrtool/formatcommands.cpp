@@ -13,7 +13,7 @@
 #include "util/capabilityfile.h"
 #include "util/stringconverter.h"
 
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "vyr/vyr_featurefile.h"
 #include "vyr/vyr_session.h"
 

@@ -2,8 +2,8 @@
 
 #include "vyrfeature.h"
 
-#include "frame/vyrrwstringarrayimp.h"
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "util/jsonnesting.h"
 #include "util/safefiles.h"
 #include "util/stringconverter.h"

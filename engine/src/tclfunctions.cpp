@@ -2,7 +2,7 @@
 
 #include "vyr/IVYRFeature.h"
 
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "util/installedscripts.h"
 #include "util/safefiles.h"
 

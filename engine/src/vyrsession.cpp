@@ -3,8 +3,8 @@
 #include "formatregistry.h"
 #include "vyrfeature.h"
 
-#include "frame/vyrrwstringarrayimp.h"
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "util/installdir.h"
 #include "vyr/vyr_session.h"
 

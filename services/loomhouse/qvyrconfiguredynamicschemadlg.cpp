@@ -2,7 +2,7 @@
 
 #include "servicetext.h"
 
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 
 #include <QButtonGroup>
 #include <QComboBox>

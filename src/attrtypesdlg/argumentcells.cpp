@@ -9,7 +9,7 @@
 #include "uikit/cvvyrgrid.h"
 #include "uikit/narrowtext.h"
 #include "util/resourceids.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 namespace vyr {
 

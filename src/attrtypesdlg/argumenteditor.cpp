@@ -5,7 +5,7 @@
 #include "uikit/cgrideditdlg.h"
 #include "uikit/narrowtext.h"
 #include "util/resourceids.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 namespace vyr {
 

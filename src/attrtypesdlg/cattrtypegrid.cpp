@@ -4,7 +4,7 @@
 #include "uikit/dialogutils.h"
 #include "uikit/narrowtext.h"
 #include "util/resourceids.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include <algorithm>
 #include <utility>

@@ -5,7 +5,7 @@
 #include "attrtypesdlg/cattrtypegrid.h"
 #include "uikit/dialogutils.h"
 #include "uikit/narrowtext.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 namespace vyr {
 

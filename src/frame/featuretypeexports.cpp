@@ -7,7 +7,7 @@
 #include "ftprops/vyrobjworkspaceschemainfo.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "uikit/application.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include <memory>
 #include <string>

@@ -1,6 +1,6 @@
 #include "ftprops/dynamicschemainfo.h"
 
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 
 namespace vyr {
 

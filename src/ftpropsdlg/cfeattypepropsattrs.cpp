@@ -9,7 +9,7 @@
 #include "uikit/gridrowbuttons.h"
 #include "uikit/narrowtext.h"
 #include "util/resourceids.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include <algorithm>
 

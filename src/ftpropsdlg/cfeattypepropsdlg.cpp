@@ -8,7 +8,7 @@
 #include "uikit/narrowtext.h"
 #include "uikit/outsideservices.h"
 #include "util/installdir.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include "vyr/IGuiPrompter.h"
 #include "vyr/IVYRSession.h"

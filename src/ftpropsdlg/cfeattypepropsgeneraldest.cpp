@@ -1,7 +1,7 @@
 #include "ftpropsdlg/cfeattypepropsgeneraldest.h"
 
-#include "frame/vyrrwstringarrayimp.h"
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "ftprops/geometrytranslation.h"
 #include "ftprops/geometrytypemappings.h"
 #include "ftpropsdlg/applyselection.h"
@@ -9,7 +9,7 @@
 #include "uikit/dialogutils.h"
 #include "uikit/dropdowncombobox.h"
 #include "uikit/narrowtext.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include "qvyrconfiguredynamicschemadlg.h"
 

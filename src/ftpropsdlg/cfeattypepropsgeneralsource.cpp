@@ -2,7 +2,7 @@
 
 #include "ftpropsdlg/applyselection.h"
 #include "uikit/narrowtext.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 namespace vyr {
 namespace {

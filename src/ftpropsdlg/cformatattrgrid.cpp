@@ -3,7 +3,7 @@
 #include "ftprops/listelements.h"
 #include "uikit/narrowtext.h"
 #include "util/resourceids.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include <algorithm>
 #include <unordered_set>

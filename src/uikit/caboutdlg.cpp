@@ -3,7 +3,7 @@
 #include "uikit/outsideservices.h"
 #include "util/installdir.h"
 #include "util/numbertext.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include <QLabel>
 

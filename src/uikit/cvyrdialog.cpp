@@ -4,7 +4,7 @@
 #include "uikit/outsideservices.h"
 #include "uikit/templateloader.h"
 #include "uikit/tooltipctrl.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include <QAbstractButton>
 #include <QBuffer>

@@ -1,7 +1,7 @@
 #include "uikit/dialogutils.h"
 
-#include "frame/vyrrwstringarrayimp.h"
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "uikit/outsideservices.h"
 #include "uikit/unattendedrun.h"
 #include "util/asciitext.h"

@@ -1,7 +1,7 @@
 #include "uikit/messageboxnotices.h"
 
 #include "uikit/dialogutils.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 #include "util/stringconverter.h"
 
 namespace vyr {

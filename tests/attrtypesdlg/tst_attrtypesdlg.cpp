@@ -16,7 +16,7 @@
 #include "uikit/unattendedrun.h"
 #include "util/listpacking.h"
 #include "util/resourceids.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -1,5 +1,5 @@
-#include "frame/vyrrwstringarrayimp.h"
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 
 #include "support/scopedenvironment.h"
 #include "support/scratchdirectory.h"

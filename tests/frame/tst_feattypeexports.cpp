@@ -1,6 +1,6 @@
 // The feature type properties exports as a host calls them: through the
 // shared library, on engine features read from the bundled examples.
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "support/modalanswers.h"
 #include "util/capabilityfile.h"
 

@@ -12,10 +12,10 @@
 #include "ftpropsdlg/cfeattypepropsexposableattrs.h"
 #include "ftpropsdlg/cfeattypepropsgeneral.h"
 #include "ftpropsdlg/cformatattrgrid.h"
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "uikit/application.h"
 #include "util/capabilityfile.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include "vyr/IVYRFeature.h"
 #include "vyr/vyr_featurefile.h"

@@ -13,7 +13,7 @@
 #include "uikit/application.h"
 #include "uikit/helpevents.h"
 #include "uikit/outsideservices.h"
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include "vyr/IVYRStringArray.h"
 

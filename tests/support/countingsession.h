@@ -4,8 +4,8 @@
 #ifndef VYR_TESTS_COUNTINGSESSION_H
 #define VYR_TESTS_COUNTINGSESSION_H
 
-#include "frame/vyrrwstringarrayimp.h"
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 
 #include "vyr/IVYRSession.h"
 

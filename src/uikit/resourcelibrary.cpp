@@ -1,8 +1,8 @@
-#include "util/resourcelibrary.h"
+#include "uikit/resourcelibrary.h"
 
 #include "util/installdir.h"
 #include "util/numbertext.h"
-#include "util/resourcelibrary_p.h"
+#include "uikit/resourcelibrary_p.h"
 #include "util/userlanguage.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
 // Process-wide state of the resource library, reachable for tests only.
-#ifndef VYR_UTIL_RESOURCELIBRARY_P_H
-#define VYR_UTIL_RESOURCELIBRARY_P_H
+#ifndef VYR_UIKIT_RESOURCELIBRARY_P_H
+#define VYR_UIKIT_RESOURCELIBRARY_P_H
 
 namespace vyr::detail {
 
@@ -10,4 +10,4 @@ void forgetResourceLibrary();
 
 } // namespace vyr::detail
 
-#endif // VYR_UTIL_RESOURCELIBRARY_P_H
+#endif // VYR_UIKIT_RESOURCELIBRARY_P_H

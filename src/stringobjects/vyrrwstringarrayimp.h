@@ -1,11 +1,11 @@
 // The library's own IVYRStringArray: what it hands to outside dialogs and
 // reads their answers from.
-#ifndef VYR_FRAME_VYRRWSTRINGARRAYIMP_H
-#define VYR_FRAME_VYRRWSTRINGARRAYIMP_H
+#ifndef VYR_STRINGOBJECTS_VYRRWSTRINGARRAYIMP_H
+#define VYR_STRINGOBJECTS_VYRRWSTRINGARRAYIMP_H
 
 #include <vector>
 
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "vyr/IVYRStringArray.h"
 
 // An ordered vector of VYRRWStringImp, made empty with room for 16 and
@@ -47,4 +47,4 @@ private:
     std::vector<VYRRWStringImp> elements_;
 };
 
-#endif // VYR_FRAME_VYRRWSTRINGARRAYIMP_H
+#endif // VYR_STRINGOBJECTS_VYRRWSTRINGARRAYIMP_H

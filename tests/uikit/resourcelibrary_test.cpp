@@ -1,6 +1,6 @@
 #include "util/installdir.h"
-#include "util/resourcelibrary.h"
-#include "util/resourcelibrary_p.h"
+#include "uikit/resourcelibrary.h"
+#include "uikit/resourcelibrary_p.h"
 
 #include "support/scopedenvironment.h"
 #include "support/scratchdirectory.h"

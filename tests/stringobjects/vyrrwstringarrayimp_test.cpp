@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "frame/vyrrwstringarrayimp.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 
 #include "util/tokencodec.h"
 

@@ -1,4 +1,4 @@
-#include "frame/vyrrwstringarrayimp.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
 
 #include "util/asciitext.h"
 #include "util/listpacking.h"

@@ -1,7 +1,7 @@
 // The library's own IVYRString: what it hands to outside dialogs and reads
 // their answers from.
-#ifndef VYR_FRAME_VYRRWSTRINGIMP_H
-#define VYR_FRAME_VYRRWSTRINGIMP_H
+#ifndef VYR_STRINGOBJECTS_VYRRWSTRINGIMP_H
+#define VYR_STRINGOBJECTS_VYRRWSTRINGIMP_H
 
 #include <memory>
 #include <string>
@@ -38,4 +38,4 @@ private:
     std::shared_ptr<const std::string> text_;
 };
 
-#endif // VYR_FRAME_VYRRWSTRINGIMP_H
+#endif // VYR_STRINGOBJECTS_VYRRWSTRINGIMP_H

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "frame/vyrrwstringimp.h"
+#include "stringobjects/vyrrwstringimp.h"
 #include "support/narrowcodepage.h"
 
 #include <string_view>

@@ -5,8 +5,8 @@
 // loads is kept for the rest of the process; when none loads, every later
 // call tries again. Without a library texts are empty, templates and images
 // missing, and the dialogs built on them refuse to open.
-#ifndef VYR_UTIL_RESOURCELIBRARY_H
-#define VYR_UTIL_RESOURCELIBRARY_H
+#ifndef VYR_UIKIT_RESOURCELIBRARY_H
+#define VYR_UIKIT_RESOURCELIBRARY_H
 
 #include "util/resourceids.h"
 
@@ -85,4 +85,4 @@ private:
 
 } // namespace vyr
 
-#endif // VYR_UTIL_RESOURCELIBRARY_H
+#endif // VYR_UIKIT_RESOURCELIBRARY_H
