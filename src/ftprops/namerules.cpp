@@ -314,10 +314,13 @@ AttributeNameSteps LegaliseAttributeNameSteps(const FTPropsFormatInfo &format, s
     steps.cased = ApplyNameCase(result, featureTypeCaseRule(format.getAttrCase()), 0);
     const int maxLength = format.getMaxAttrLength();
     steps.cut = maxLength > 0 ? truncateBytes(steps.cased, static_cast<std::size_t>(maxLength)) : steps.cased;
-    const StringList illegal = format.getDestIllegalAttrList();
+    // Illegal names match in any case, however the capability file spells them.
+    StringSet illegal;
+    for (const std::string &word : format.getDestIllegalAttrList())
+        illegal.insert(upperAscii(word));
     // The attribute limit is in bytes, and so is the room left for a number.
-    steps.unique = uniqueNumbered(steps.cut, maxLength > 0 ? static_cast<unsigned>(maxLength) : 0, isTaken,
-                                  StringSet(illegal.begin(), illegal.end()), truncateBytes);
+    steps.unique = uniqueNumbered(steps.cut, maxLength > 0 ? static_cast<unsigned>(maxLength) : 0, isTaken, illegal,
+                                  truncateBytes);
     return steps;
 }
 

@@ -6,6 +6,7 @@
 #include "util/wordsplitter.h"
 
 #include <algorithm>
+#include <set>
 #include <unordered_set>
 
 namespace vyr {
@@ -44,8 +45,12 @@ StringList splitPieces(const std::string &answer)
     return pieces;
 }
 
-const std::string *answerOf(const std::map<std::string, std::string> &answers, const char *key)
+// The answer to a list that was asked; answers to anything else stand for nothing.
+const std::string *answerOf(const std::map<std::string, std::string> &answers, const std::set<std::string> &asked,
+                            const char *key)
 {
+    if (!asked.contains(key))
+        return nullptr;
     const auto it = answers.find(key);
     return it == answers.end() ? nullptr : &it->second;
 }
@@ -115,6 +120,7 @@ ApplyPrompt::ApplyPrompt(const ApplyPromptInput &input, const std::function<std:
 void ApplyPrompt::addList(const std::string &key, unsigned prompt, const StringList &choices,
                           const std::string *defaultValue)
 {
+    m_listKeys.insert(key);
     m_definitions.push_back("GUI LISTBOX " + key + " " + joinMacroValues(choices) + " " + m_text(prompt));
     if (defaultValue)
         m_defaults.push_back("DEFAULT_MACRO " + key + " " + *defaultValue);
@@ -134,7 +140,7 @@ void ApplyPrompt::addChoice(const std::string &key, unsigned prompt)
 ApplySelection ApplyPrompt::read(const std::map<std::string, std::string> &answers) const
 {
     ApplySelection selection;
-    if (const std::string *answer = answerOf(answers, "FEAT_TYPES"))
+    if (const std::string *answer = answerOf(answers, m_listKeys, "FEAT_TYPES"))
         selection.targets = splitItems(*answer);
     for (const auto &[key, mask] : m_choiceMasks) {
         const auto it = answers.find(key);
@@ -148,10 +154,10 @@ ApplySelection ApplyPrompt::read(const std::map<std::string, std::string> &answe
         {"DELETE_FORMAT_ATTRIBUTES", &selection.deleteFormatAttributes},
     };
     for (const auto &[key, list] : lists) {
-        if (const std::string *answer = answerOf(answers, key))
+        if (const std::string *answer = answerOf(answers, m_listKeys, key))
             *list = splitPieces(*answer);
     }
-    if (const std::string *answer = answerOf(answers, "PARAMETERS")) {
+    if (const std::string *answer = answerOf(answers, m_listKeys, "PARAMETERS")) {
         for (const std::string &item : splitItems(*answer)) {
             const auto it = m_parameterByPrompt.find(item);
             if (it != m_parameterByPrompt.end())

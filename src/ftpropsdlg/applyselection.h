@@ -83,6 +83,7 @@ private:
     StringList m_definitions;
     StringList m_defaults;
     std::map<std::string, unsigned> m_choiceMasks; // asked Yes/No keys
+    std::set<std::string> m_listKeys;               // asked list keys
     std::map<std::string, std::string> m_parameterByPrompt;
 };
 

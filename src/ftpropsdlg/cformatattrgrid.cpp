@@ -57,8 +57,9 @@ void CFormatAttrGrid::Fill()
     for (const std::string &name : names) {
         const bool checked = exposed.contains(name);
         const bool list = ListElements::isList(name);
-        // Two digits are all the cell shows, and all a list exposes.
-        const int count = checked && list ? std::min(ListElements(name).countIn(allNames), kMostListElements) : 0;
+        // The mask bounds what is typed, not what the schema already exposes:
+        // a count cut here would delete elements on OK.
+        const int count = checked && list ? ListElements(name).countIn(allNames) : 0;
         const long row =
             AppendRowTexts({checked ? kChecked : kUnchecked, fromNarrow(name), QString::number(count)});
         EnableCell(kCountColumn, row, list);

@@ -20,8 +20,6 @@ public:
     static constexpr int kExposedColumn = 0;
     static constexpr int kNameColumn = 1;
     static constexpr int kCountColumn = 2;
-    // The most elements of a list attribute a feature type exposes.
-    static constexpr int kMostListElements = 99;
 
     CFormatAttrGrid(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format, QWidget *parent = nullptr);
 

@@ -248,8 +248,13 @@ TEST(NameRulesTest, AttributeNamesKeepListBracketsAndFitTheFormat)
     for (const Case &c : cases)
         EXPECT_EQ(LegaliseAttributeName(dbase, c.name, c.taken), c.expected) << c.name;
 
-    const VYRObjFTPropsFormatInfo lower("ATTR_CASE,ANYFIRSTNONNUMERIC", nullptr);
+    // A capability file may spell an illegal name in lower case; it still
+    // matches a name in any case.
+    const VYRObjFTPropsFormatInfo lower("ATTR_CASE,ANYFIRSTNONNUMERIC,DEST_ILLEGAL_ATTR_LIST,\"Shape,fid\"", nullptr);
     EXPECT_EQ(LegaliseAttributeName(lower, "1st", {}), "_1st");
+    EXPECT_EQ(LegaliseAttributeName(lower, "SHAPE", {}), "SHAPE00");
+    EXPECT_EQ(LegaliseAttributeName(lower, "Fid", {}), "Fid00");
+    EXPECT_EQ(LegaliseAttributeName(lower, "fids", {}), "fids");
 }
 
 } // namespace

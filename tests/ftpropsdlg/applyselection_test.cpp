@@ -124,6 +124,8 @@ TEST(ApplyPromptTest, readsEachAnswerByItsOwnRulesAndLeavesBadOnesEmpty)
 {
     ApplyPromptInput input = destinationInput();
     input.database = true;
+    input.hasUserAttributes = true;
+    input.pageAttributes = {"NAME", "LANES", "TOLL"};
     input.hasParameters = true;
     input.parameterLines = {{"ENCODING", "GUI CHOICE ENCODING UTF-8%CP1252 Character Encoding"},
                             {"CODING", "GUI TEXT CODING Character Encoding"},
@@ -152,6 +154,12 @@ TEST(ApplyPromptTest, readsEachAnswerByItsOwnRulesAndLeavesBadOnesEmpty)
     EXPECT_TRUE(prompt.read({{"FEAT_TYPES", "roads (x"}}).targets.empty());
     EXPECT_EQ(prompt.read({{"FEAT_TYPES", ""}}).targets, StringList{});
     EXPECT_EQ(prompt.read({{"MERGE", "Yes"}}).generalMask, 0u) << "MERGE was not asked of a destination";
+    // Lists that were not asked (nothing was deleted) stand for nothing.
+    const ApplySelection unasked = prompt.read({{"DELETE_ATTRIBUTES", "NAME"}, {"DELETE_FORMAT_ATTRIBUTES", "x"}});
+    EXPECT_TRUE(unasked.deleteAttributes.empty());
+    EXPECT_TRUE(unasked.deleteFormatAttributes.empty());
+    input.hasParameters = false;
+    EXPECT_TRUE(ApplyPrompt(input, promptText).read({{"PARAMETERS", "\"Coordinate System\""}}).parameters.empty());
 }
 
 TEST(NamesNotInTest, keepsTheOrderOfTheFirstList)

@@ -21,6 +21,8 @@
 #include "vyr/vyr_featurefile.h"
 #include "vyr/vyr_session.h"
 
+#include <algorithm>
+
 #include <QComboBox>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -306,6 +308,25 @@ private slots:
         QCOMPARE(m_schema->getAttributeNames(false, true),
                  (StringList{"gpx_time", "gpx_link{0}.href", "gpx_link{}.href", "other{7}", "gpx_desc",
                              "gpx_link{1}.href"}));
+    }
+
+    // A list exposing more elements than the count cell lets a person type
+    // keeps them all through OK.
+    void shouldKeepEveryExposedListElement()
+    {
+        open("gpx-tracks.json", "GPX");
+        m_schema->storeAttribute("gpx_link{}.href", "string", true);
+        for (int element = 0; element < 120; ++element)
+            m_schema->storeAttribute("gpx_link{" + std::to_string(element) + "}.href", "string", true);
+        CFormatAttrGrid *grid = formatAttributes();
+        grid->Fill();
+        long row = 0;
+        while (row < grid->GetRowCount() && grid->GetCellString(row, CFormatAttrGrid::kNameColumn) != "gpx_link{}.href")
+            ++row;
+        QCOMPARE(grid->GetCellString(row, CFormatAttrGrid::kCountColumn), QStringLiteral("120"));
+        QVERIFY(pressOK());
+        const StringList exposed = m_schema->getAttributeNames(false, true);
+        QVERIFY(std::find(exposed.begin(), exposed.end(), "gpx_link{119}.href") != exposed.end());
     }
 
     // Moving the feature type to another dataset: the types become the new
