@@ -407,6 +407,20 @@ private slots:
         QVERIFY(std::none_of(m_log.begin(), m_log.end(), [](auto &l) { return l.find("setGeometry") != l.npos; }));
     }
 
+    // A feature type without a geometry shows the format's first one from
+    // the start, in sight before OK, and OK writes what is shown.
+    void shouldOfferTheFirstGeometryToAFeatureTypeWithoutOne()
+    {
+        RecordingSchema &schema = record("roads", "SHP", "");
+        auto dialog = open(schema);
+        auto *geometry = item<QComboBox>(dialog->generalPage(), General::kIdGeometry);
+        QCOMPARE(textsOf(geometry), (QStringList{"shp_arc", "shp_point"}));
+        QCOMPARE(geometry->currentText(), QStringLiteral("shp_arc"));
+        QVERIFY(geometry->isEnabled());
+        dialog->OnOK();
+        QCOMPARE(schema.geometry, std::string("shp_arc"));
+    }
+
     void shouldTakeSchemaSourcesAndDynamicSettingsOnlyWhenAccepted()
     {
         RecordingSchema &schema = record("roads", "SHP", "shp_arc");
