@@ -34,9 +34,13 @@ typedef struct IVYRSession IVYRSession;
  * cannot fail: every text has an encoding and a decoding.
  *
  * The user-string encoding reads C-style backslash escapes ("\t", "\n",
- * "\\") and turns the text into one free of blanks, quotes, brackets,
- * punctuation that other syntaxes use, control characters and bytes above
- * 127; its decoding gives such escapes back. The WWJD encoding is the same
+ * "\\") and turns the text into one free of blanks, quotes, apostrophes,
+ * parentheses, brackets, braces, less-than and greater-than signs, commas,
+ * semicolons, dollar and at signs, ampersands, slashes, backslashes, the
+ * control characters 7 to 13 and bytes above 127; its decoding gives such
+ * escapes back. The other control characters (0 to 6, 14 to 31 and 127,
+ * NUL included) pass through both directions unchanged, so a host that
+ * needs them gone must remove them itself. The WWJD encoding is the same
  * token scheme without backslash escapes, in the narrow code page.
  */
 VYRGUIMFC_API bool VYREncodeUserString(VYRStringHandle text); /* always true */

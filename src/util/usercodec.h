@@ -1,6 +1,7 @@
 // The user-string encoding: the token scheme over UTF-8, which also reads
 // C-style backslash escapes on the way in and writes them on the way out, so
-// that a user can type "\t" for a tab and never sees a raw control character.
+// that a user can type "\t" for a tab. Only the control characters 7 to 13
+// have escapes and tokens; 0 to 6, 14 to 31 and 127 pass through as they are.
 #ifndef VYR_UTIL_USERCODEC_H
 #define VYR_UTIL_USERCODEC_H
 

@@ -29,6 +29,8 @@ TEST_F(UserStringTest, readsBackslashEscapesWhenEncoding)
         {"\\\\n", "<backslash>n"}, // the produced backslash is not read again
         {"caf\xE9 \x80", "caf<u00e9><space><u20ac>"},
         {"\\\xE9", "<u00e9>"},
+        // Control characters without a token pass as they are, NUL included.
+        {std::string("a\x00\x01\x1F\x7F", 5), std::string("a\x00\x01\x1F\x7F", 5)},
     };
     for (const auto &c : cases)
         EXPECT_EQ(encodeUserString(c.text), c.encoded) << "text: \"" << c.text << "\"";
@@ -49,6 +51,7 @@ TEST_F(UserStringTest, writesBackslashEscapesWhenDecoding)
         {"<u>a\\\\b", "a\\\\b"},
         {"<u>caf\\u00e9", "caf\xE9"},
         {"<LT>", "<LT>"},
+        {std::string("a\x00\x01\x1F\x7F", 5), std::string("a\x00\x01\x1F\x7F", 5)},
     };
     for (const auto &c : cases)
         EXPECT_EQ(decodeUserString(c.encoded), c.text) << "encoded: \"" << c.encoded << "\"";
