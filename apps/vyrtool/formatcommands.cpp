@@ -32,7 +32,7 @@ constexpr const char *kUsage = "usage:\n"
                                "  vyrtool type parse TEXT [--list-mode 0|1]\n"
                                "  vyrtool type generic|native TEXT --format CAPFILE\n"
                                "  vyrtool type convert TEXT --from CAPFILE --to CAPFILE\n"
-                               "  vyrtool name resolve|attr NAME --format CAPFILE [--taken NAME]...\n"
+                               "  vyrtool name resolve|attr NAME --format CAPFILE [--taken NAME]...  (exit 1: no legal name)\n"
                                "  vyrtool schema show FEATURE.json --format CAPFILE\n";
 
 int usage(const char *command, const std::string &message)
@@ -153,6 +153,11 @@ int typeCommand(const ToolArguments &arguments)
     const std::string &typeText = arguments.words[1];
     if (action == "parse") {
         const int listMode = arguments.option("list-mode").value_or("1") == "0" ? kStoredListMode : kDialogListMode;
+        if (const auto problem = typeTextProblem(typeText, listMode)) {
+            std::fprintf(stderr, "vyrtool type: \"%s\" is not a type string: %s\n", typeText.c_str(),
+                         problem->c_str());
+            return 2;
+        }
         const ParsedType parsed = parseType(typeText, listMode);
         print({{"name", text(parsed.name)}, {"values", texts(parsed.values)}, {"suffix", text(parsed.suffix)}});
         return 0;
@@ -189,6 +194,24 @@ int typeCommand(const ToolArguments &arguments)
     return 0;
 }
 
+// Why the name rules gave no name. They give none when every name the
+// format allows is taken, when nothing is left of the name once its
+// characters are replaced, or when no number fits the length limit.
+std::string whyNoName(const FTPropsFormatInfo &format, bool featureType, const StringSet &taken)
+{
+    if (featureType && !format.getAllowedFeatTypes().empty()) {
+        std::string allowed;
+        for (const std::string &name : format.getAllowedFeatTypes())
+            allowed += (allowed.empty() ? "" : ", ") + name;
+        return "every name the format allows is taken (" + allowed + ")";
+    }
+    const int limit = featureType ? format.getFeatureTypeLength() : format.getMaxAttrLength();
+    if (limit > 0 && !taken.empty())
+        return "the name is taken and the format's length limit of " + std::to_string(limit)
+            + " leaves no room for a number";
+    return "nothing is left of the name under the format's rules";
+}
+
 int nameCommand(const ToolArguments &arguments)
 {
     if (arguments.words.size() != 2 || (arguments.words[0] != "resolve" && arguments.words[0] != "attr"))
@@ -203,8 +226,13 @@ int nameCommand(const ToolArguments &arguments)
     const std::string resolved = arguments.words[0] == "resolve"
         ? ResolveFeatureTypeName(*format, arguments.words[1], taken, session.session)
         : LegaliseAttributeName(*format, arguments.words[1], taken);
+    if (resolved.empty()) {
+        std::fprintf(stderr, "vyrtool name: no legal name for \"%s\": %s\n", arguments.words[1].c_str(),
+                     whyNoName(*format, arguments.words[0] == "resolve", taken).c_str());
+        return 1;
+    }
     std::printf("%s\n", resolved.c_str());
-    return resolved.empty() ? 1 : 0;
+    return 0;
 }
 
 int schemaShow(const ToolArguments &arguments)

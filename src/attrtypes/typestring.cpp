@@ -56,6 +56,32 @@ ParsedType parseType(std::string_view text, int listMode)
     return parsed;
 }
 
+std::optional<std::string> typeTextProblem(std::string_view text, int listMode)
+{
+    bool quoted = false;
+    int depth = 0;
+    for (const char c : text) {
+        if (c == '"' && listMode == kDialogListMode)
+            quoted = !quoted;
+        else if (quoted)
+            continue;
+        else if (c == '(')
+            ++depth;
+        else if (c == ')' && --depth < 0)
+            return "a \")\" closes no \"(\"";
+    }
+    if (quoted)
+        return "a quoted value is not closed with '\"'";
+    if (depth > 0)
+        return "the argument list is not closed with \")\"";
+    const std::string name = parseType(text, listMode).name;
+    if (name.empty() || name.front() == '(')
+        return "the type has no name";
+    if (name.find_first_of("()") != std::string::npos)
+        return "text follows the argument list (only \",suffix\" may)";
+    return std::nullopt;
+}
+
 std::string formatType(std::string_view name, const StringList &values, std::string_view suffix, int listMode)
 {
     std::string text(name);

@@ -13,6 +13,7 @@
 
 #include "util/listpacking.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +36,12 @@ struct ParsedType
 // name and ")" as the last character, and "()" holds one empty value. Text
 // that has no argument list is all name.
 ParsedType parseType(std::string_view text, int listMode);
+
+// Why `text` is not a well-formed type string, or nothing when it is: every
+// "(" is closed by a ")", nothing follows the argument list but a suffix,
+// and in the dialog's list mode every quoted value is closed. parseType
+// reads any text; this is for telling a person who typed one what is wrong.
+std::optional<std::string> typeTextProblem(std::string_view text, int listMode);
 
 // The type string of `type` in `listMode`.
 std::string formatType(const AttrType &type, int listMode);

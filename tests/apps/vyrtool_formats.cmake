@@ -43,9 +43,18 @@ endforeach()
 file(WRITE ${WORK}/broken.json "{\"feature_type\": \"x\",\n \"attributes\": {\"a\": [1]}}")
 foreach(bad "format" "format;show" "format;show;/nonexistent.fmt" "type;generic;x"
         "type;convert;x;--from;${formats}/csv.fmt" "name;resolve;x" "name;resolve;x;--format"
-        "schema;show;${WORK}/broken.json;--format;${formats}/csv.fmt" "type;parse;x;--bogus;1")
+        "schema;show;${WORK}/broken.json;--format;${formats}/csv.fmt" "type;parse;x;--bogus;1"
+        "type;parse;enum(\"a b\",c" "type;parse;number(10,2")
     execute_process(COMMAND ${TOOL} ${bad} OUTPUT_QUIET ERROR_VARIABLE message RESULT_VARIABLE status)
     if(NOT status EQUAL 2 OR message STREQUAL "")
         message(FATAL_ERROR "vyrtool ${bad}: expected exit 2 and a message, got ${status}")
     endif()
 endforeach()
+
+# Every name GPX allows is taken: no name, exit 1, and a reason.
+execute_process(COMMAND ${TOOL} name resolve tracks --format ${formats}/gpx.fmt --taken waypoints --taken routes
+                        --taken route_points --taken tracks --taken track_points
+    OUTPUT_VARIABLE output ERROR_VARIABLE message RESULT_VARIABLE status)
+if(NOT status EQUAL 1 OR NOT output STREQUAL "" OR NOT message MATCHES "every name the format allows is taken")
+    message(FATAL_ERROR "name resolve with every name taken: exit ${status}, said \"${output}\" ${message}")
+endif()

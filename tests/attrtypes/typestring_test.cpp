@@ -46,6 +46,41 @@ TEST(TypeStringTest, ParsesNamesValuesAndSuffixes)
     }
 }
 
+// Texts a person may type that read as a type name with parentheses in it;
+// the tool says what is wrong with them instead of showing such a name.
+TEST(TypeStringTest, SaysWhatIsWrongWithATypeText)
+{
+    const struct
+    {
+        const char *text;
+        int listMode;
+        const char *problem; // a word of the message, or null when well formed
+    } cases[] = {
+        {"number(10,2)", 1, nullptr},
+        {"enum(\"a (b\",c)", 1, nullptr},
+        {"enum(\"say \"\"hi\"\"\")", 1, nullptr},
+        {"outer(inner(1)),x", 1, nullptr},
+        {"date,local", 1, nullptr},
+        {"enum(\"a b\",c", 1, "closed"},
+        {"number(10,2", 1, "closed"},
+        {"enum(\"a b,c)", 1, "quoted"},
+        {"a)b", 1, "closes no"},
+        {"a(b)c", 1, "follows"},
+        {"(x)", 1, "no name"},
+        {"", 1, "no name"},
+        {"enum(\"a b)", 0, nullptr}, // quotes are ordinary in the stored mode
+    };
+    for (const auto &c : cases) {
+        const std::optional<std::string> problem = typeTextProblem(c.text, c.listMode);
+        if (!c.problem)
+            EXPECT_FALSE(problem) << c.text << ": " << *problem;
+        else if (!problem)
+            ADD_FAILURE() << c.text << " was taken as well formed";
+        else
+            EXPECT_NE(problem->find(c.problem), std::string::npos) << c.text << ": " << *problem;
+    }
+}
+
 TEST(TypeStringTest, FormatsByListMode)
 {
     struct Case
