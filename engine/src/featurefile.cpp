@@ -4,6 +4,7 @@
 
 #include "stringobjects/vyrrwstringarrayimp.h"
 #include "stringobjects/vyrrwstringimp.h"
+#include "util/jsonlocation.h"
 #include "util/jsonnesting.h"
 #include "util/safefiles.h"
 #include "util/stringconverter.h"
@@ -17,10 +18,18 @@ using Json = nlohmann::json;
 
 namespace {
 
+// A layout error: what is wrong, and where in the file.
 class FeatureFileError : public std::runtime_error
 {
 public:
-    using std::runtime_error::runtime_error;
+    FeatureFileError(vyr::JsonPath where, const std::string &what)
+        : std::runtime_error(what)
+        , m_where(std::move(where))
+    {}
+    const vyr::JsonPath &where() const { return m_where; }
+
+private:
+    vyr::JsonPath m_where;
 };
 
 void report(IVYRString *error, const std::string &message)
@@ -29,55 +38,58 @@ void report(IVYRString *error, const std::string &message)
         error->assign(message.data(), message.size());
 }
 
-const Json &member(const Json &object, const char *name, Json::value_t type, const std::string &where)
+const Json &member(const Json &object, const char *name, Json::value_t type, const char *kind)
 {
     static const Json missing;
     const auto found = object.find(name);
     if (found == object.end())
         return missing;
     if (found->type() != type)
-        throw FeatureFileError(where + ": \"" + name + "\" has the wrong kind of value");
+        throw FeatureFileError({std::string(name)}, std::string("\"") + name + "\" must be " + kind);
     return *found;
 }
 
-std::string narrowText(const Json &value, const std::string &where)
+std::string narrowText(const Json &value, vyr::JsonPath where, const std::string &what)
 {
     if (!value.is_string())
-        throw FeatureFileError(where + " must be a text");
+        throw FeatureFileError(std::move(where), what + " must be a text");
     return vyr::utf8ToAnsi(value.get<std::string>());
 }
 
-vyr::engine::VYRFeature parse(const Json &document, const std::vector<std::string> &attributeNames,
-                              const std::string &origin)
+vyr::engine::VYRFeature parse(const Json &document, const std::vector<std::string> &attributeNames)
 {
     if (!document.is_object())
-        throw FeatureFileError(origin + ": a feature file holds one JSON object");
+        throw FeatureFileError({}, "a feature file holds one JSON object");
     vyr::engine::VYRFeature feature;
     const auto type = document.find("feature_type");
     if (type == document.end())
-        throw FeatureFileError(origin + ": \"feature_type\" is missing");
-    feature.setFeatureType(narrowText(*type, origin + ": \"feature_type\"").c_str());
-    const Json &attributes = member(document, "attributes", Json::value_t::object, origin);
+        throw FeatureFileError({}, "\"feature_type\" is missing");
+    feature.setFeatureType(narrowText(*type, {std::string("feature_type")}, "\"feature_type\"").c_str());
+    const Json &attributes = member(document, "attributes", Json::value_t::object, "an object of texts");
     for (const std::string &name : attributeNames) {
         const Json &value = attributes.at(name);
         feature.setAttribute(vyr::utf8ToAnsi(name).c_str(),
-                             narrowText(value, origin + ": attribute \"" + name + "\"").c_str());
+                             narrowText(value, {std::string("attributes"), name}, "attribute \"" + name + "\"").c_str());
     }
-    const Json &order = member(document, "attribute_order", Json::value_t::array, origin);
+    const Json &order = member(document, "attribute_order", Json::value_t::array, "a list of attribute names");
     for (std::size_t i = 0; i < order.size(); ++i) {
-        const std::string name = narrowText(order[i], origin + ": \"attribute_order\" element " + std::to_string(i));
+        const vyr::JsonPath where{std::string("attribute_order"), i};
+        const std::string name = narrowText(order[i], where, "\"attribute_order\" element " + std::to_string(i + 1));
         VYRRWStringImp value;
         if (!feature.getAttribute(name.c_str(), value))
-            throw FeatureFileError(origin + ": \"attribute_order\" names \"" + name + "\", which is no attribute");
+            throw FeatureFileError(where, "\"attribute_order\" names \"" + name + "\", which is no attribute");
         feature.setOrderedAttribute(name.c_str(), value.c_str());
     }
-    for (const auto &[name, elements] : member(document, "lists", Json::value_t::object, origin).items()) {
-        const std::string where = origin + ": list \"" + name + "\"";
+    for (const auto &[name, elements] : member(document, "lists", Json::value_t::object, "an object of lists").items()) {
+        const vyr::JsonPath where{std::string("lists"), name};
         if (!elements.is_array())
-            throw FeatureFileError(where + " must be an array of texts");
+            throw FeatureFileError(where, "list \"" + name + "\" must be a list of texts");
         VYRRWStringArrayImp array;
-        for (const Json &element : elements)
-            array.append(narrowText(element, where + " element").c_str());
+        for (std::size_t i = 0; i < elements.size(); ++i) {
+            array.append(narrowText(elements[i], {std::string("lists"), name, i},
+                                    "element " + std::to_string(i + 1) + " of list \"" + name + "\"")
+                             .c_str());
+        }
         feature.setListAttribute(vyr::utf8ToAnsi(name).c_str(), array);
     }
     return feature;
@@ -112,12 +124,14 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
             return true;
         };
         const Json document = Json::parse(text, text + length, note);
-        *target = parse(document, attributeNames, where);
+        *target = parse(document, attributeNames);
         return true;
     } catch (const Json::parse_error &failure) {
-        report(error, where + ": " + failure.what());
+        report(error, vyr::jsonSyntaxError(where, std::string_view(text, length), failure.byte));
+    } catch (const FeatureFileError &failure) {
+        report(error, vyr::jsonPlace(where, std::string_view(text, length), failure.where()) + failure.what());
     } catch (const std::exception &failure) {
-        report(error, failure.what());
+        report(error, where + ": " + failure.what());
     }
     return false;
 }

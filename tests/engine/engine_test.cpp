@@ -192,16 +192,16 @@ TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
         const char *message;
     };
     const Case cases[] = {
-        {"{\"feature_type\": \"x\",\n \"attributes\": {\"a\": 1}}", "t.json: attribute \"a\" must be a text"},
-        {"{\"feature_type\": \"x\",\n \"attributes\": [",
-         "t.json: [json.exception.parse_error.101] parse error at line 2"},
-        {"[]", "t.json: a feature file holds one JSON object"},
-        {"{}", "t.json: \"feature_type\" is missing"},
-        {"{\"feature_type\": \"x\", \"attribute_order\": [\"nope\"]}",
-         "\"attribute_order\" names \"nope\", which is no attribute"},
-        {"{\"feature_type\": \"x\", \"lists\": {\"l\": \"text\"}}", "t.json: list \"l\" must be an array of texts"},
-        {"{\"feature_type\": \"x\", \"lists\": []}", "t.json: \"lists\" has the wrong kind of value"},
-        {"", "t.json: [json.exception.parse_error.101]"},
+        {"{\"feature_type\": \"x\",\n \"attributes\": {\"a\": 1}}", "t.json:2:22: attribute \"a\" must be a text"},
+        {"{\"feature_type\": \"x\",\n \"attributes\": [", "t.json:2:17: not valid JSON: the text ends too early"},
+        {"{\"feature_type\": x}", "t.json:1:18: not valid JSON: unexpected 'x'"},
+        {"[]", "t.json:1:1: a feature file holds one JSON object"},
+        {"{}", "t.json:1:1: \"feature_type\" is missing"},
+        {"{\"feature_type\": \"x\", \"attribute_order\": [\"a\", \"nope\"]}",
+         "t.json:1:43: \"attribute_order\" names \"a\", which is no attribute"},
+        {"{\"feature_type\": \"x\", \"lists\": {\"l\": \"text\"}}", "t.json:1:38: list \"l\" must be a list of texts"},
+        {"{\"feature_type\": \"x\", \"lists\": []}", "t.json:1:32: \"lists\" must be an object of lists"},
+        {"", "t.json:1:1: not valid JSON: the text ends too early"},
     };
     IVYRFeature &feature = newFeature();
     feature.setFeatureType("kept");
