@@ -17,6 +17,7 @@
 #include "workspace.h"
 #include "workspacewindow.h"
 
+#include "uikit/commandlineusage.h"
 #include "uikit/screenshotfile.h"
 #include "uikit/unattendedrun.h"
 #include "vyr/vyr_session.h"
@@ -102,7 +103,7 @@ int main(int argc, char *argv[])
     const QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Show the dialog's Nth tab (1 is General)."),
                                   QStringLiteral("N"));
     parser.addOptions({edit, screenshot, accept, page});
-    parser.process(application);
+    vyr::processCommandLine(parser, QCoreApplication::arguments());
     if (parser.positionalArguments().size() != 1)
         parser.showHelp(2);
 
@@ -146,7 +147,7 @@ int main(int argc, char *argv[])
             } else if (result == EditResult::Cancelled) {
                 std::printf("cancelled, nothing saved\n");
                 status = 1;
-            } else if (result == EditResult::SaveFailed) {
+            } else if (result == EditResult::SaveFailed || result == EditResult::NotOpened) {
                 std::fprintf(stderr, "vyr-ftprops: %s\n", message.c_str());
                 status = 2;
             } else {

@@ -3,6 +3,7 @@
 #include "stringobjects/vyrrwstringimp.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "util/capabilityfile.h"
+#include "util/jsonlocation.h"
 #include "util/jsonnesting.h"
 #include "util/safefiles.h"
 
@@ -10,6 +11,10 @@
 #include "vyr/IVYRSession.h"
 #include "vyr/vyr_featurefile.h"
 #include "vyrguimfc/vyrguimfc.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
 
 #include <filesystem>
 #include <optional>
@@ -29,6 +34,92 @@ nlohmann::json snapshotOf(const IVYRFeature &feature)
     if (!VYR_FeatureWriteJson(&feature, &text))
         return {};
     return nlohmann::json::parse(std::string_view(text.data(), text.length()), nullptr, false);
+}
+
+// Whether a dialog showed while the watch lived. The export answers false
+// both for a dialog the user cancelled and for one that could not open.
+class DialogShowWatch : public QObject
+{
+public:
+    DialogShowWatch()
+    {
+        if (qApp)
+            qApp->installEventFilter(this);
+        else
+            m_shown = true; // nothing to watch with; take the export's word
+    }
+    bool shown() const { return m_shown; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show && qobject_cast<QDialog *>(watched))
+            m_shown = true;
+        return false;
+    }
+
+private:
+    bool m_shown = false;
+};
+
+// What a JSON value is, in the words of a message about a workspace file.
+std::string kindOf(const nlohmann::json &value)
+{
+    if (value.is_object())
+        return "an object";
+    if (value.is_array())
+        return "a list";
+    if (value.is_string())
+        return "a text";
+    if (value.is_boolean())
+        return "true or false";
+    if (value.is_null())
+        return "null";
+    return "a number";
+}
+
+// What is wrong with the layout of a parsed workspace file, as "FILE:LINE:
+// COLUMN: what", or nothing when every member the program reads has the
+// kind it needs.
+std::optional<std::string> layoutProblem(const nlohmann::json &document, const std::string &path,
+                                         std::string_view text)
+{
+    const auto at = [&](const JsonPath &where, const std::string &what) {
+        return std::optional<std::string>(jsonPlace(path, text, where) + what);
+    };
+    if (!document.is_object())
+        return at({}, "a workspace is a JSON object with a \"feature_types\" list, not " + kindOf(document));
+    const auto featureTypes = document.find("feature_types");
+    if (featureTypes == document.end())
+        return at({}, "the workspace has no \"feature_types\" list");
+    if (!featureTypes->is_array())
+        return at({"feature_types"}, "\"feature_types\" must be a list of feature types, not " + kindOf(*featureTypes));
+    for (std::size_t i = 0; i < featureTypes->size(); ++i) {
+        const nlohmann::json &entry = (*featureTypes)[i];
+        const std::string which = "feature type " + std::to_string(i + 1);
+        if (!entry.is_object())
+            return at({"feature_types", i}, which + " must be an object with \"feature\" and \"format\", not "
+                                                + kindOf(entry));
+        for (const char *member : {"feature", "format"}) {
+            const auto value = entry.find(member);
+            if (value == entry.end())
+                return at({"feature_types", i}, which + " has no \"" + member + "\"");
+            if (!value->is_string() || value->get_ref<const std::string &>().empty())
+                return at({"feature_types", i, std::string(member)},
+                          std::string("\"") + member + "\" of " + which + " must name a file, not be "
+                              + (value->is_string() ? std::string("empty") : kindOf(*value)));
+        }
+    }
+    const auto sources = document.find("schema_sources");
+    if (sources == document.end())
+        return std::nullopt;
+    if (!sources->is_array())
+        return at({"schema_sources"}, "\"schema_sources\" must be a list of capability files, not " + kindOf(*sources));
+    for (std::size_t i = 0; i < sources->size(); ++i) {
+        if (!(*sources)[i].is_string() || (*sources)[i].get_ref<const std::string &>().empty())
+            return at({"schema_sources", i}, "schema source " + std::to_string(i + 1) + " must name a capability file");
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -62,56 +153,57 @@ std::unique_ptr<Workspace> Workspace::open(const std::string &path, IVYRSession 
 std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::string &path, IVYRSession &session,
                                             std::string &error)
 {
-    std::unique_ptr<Workspace> workspace(new Workspace(path, session));
-    const fs::path base = fs::path(path).parent_path();
     if (const auto refusal = refuseDeepJson(text)) {
         error = path + ": " + *refusal;
         return nullptr;
     }
-    nlohmann::json document = nlohmann::json::parse(text, nullptr, false);
-    if (document.is_discarded() || !document.is_object()) {
-        error = path + ": not a workspace (a JSON object with \"feature_types\"; see the README)";
+    nlohmann::json document;
+    try {
+        document = nlohmann::json::parse(text);
+    } catch (const nlohmann::json::parse_error &failure) {
+        error = jsonSyntaxError(path, text, failure.byte) + " (a workspace is a JSON file; see the README)";
         return nullptr;
     }
+    if (const std::optional<std::string> problem = layoutProblem(document, path, text)) {
+        error = *problem + " (see the workspace layout in the README)";
+        return nullptr;
+    }
+
+    std::unique_ptr<Workspace> workspace(new Workspace(path, session));
+    const fs::path base = fs::path(path).parent_path();
     const auto relative = [&](const nlohmann::json &value) { return (base / value.get<std::string>()).string(); };
-    try {
-        for (const nlohmann::json &entry : document.at("feature_types")) {
-            WorkspaceFeatureType featureType;
-            featureType.featurePath = relative(entry.at("feature"));
-            featureType.formatPath = relative(entry.at("format"));
-            featureType.formatEntry = entry.at("format").get<std::string>();
-            const auto capabilities = readCapabilityFile(featureType.formatPath, &error);
+    for (const nlohmann::json &entry : document.at("feature_types")) {
+        WorkspaceFeatureType featureType;
+        featureType.featurePath = relative(entry.at("feature"));
+        featureType.formatPath = relative(entry.at("format"));
+        featureType.formatEntry = entry.at("format").get<std::string>();
+        const auto capabilities = readCapabilityFile(featureType.formatPath, &error);
+        if (!capabilities) {
+            error = "cannot read the capability file " + error;
+            return nullptr;
+        }
+        featureType.capabilities = *capabilities;
+        const VYRObjFTPropsFormatInfo format(featureType.capabilities, nullptr);
+        featureType.formatName = format.getFormatName();
+        featureType.source = format.isSource();
+        featureType.feature = session.createFeature();
+        workspace->m_featureTypes.push_back(featureType);
+        VYRRWStringImp reason;
+        if (!VYR_FeatureLoadJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
+            error = std::string(reason.c_str());
+            return nullptr;
+        }
+        workspace->m_featureTypes.back().saved = snapshotOf(*featureType.feature);
+    }
+    if (document.contains("schema_sources")) {
+        for (const nlohmann::json &entry : document.at("schema_sources")) {
+            const auto capabilities = readCapabilityFile(relative(entry), &error);
             if (!capabilities) {
                 error = "cannot read the capability file " + error;
                 return nullptr;
             }
-            featureType.capabilities = *capabilities;
-            const VYRObjFTPropsFormatInfo format(featureType.capabilities, nullptr);
-            featureType.formatName = format.getFormatName();
-            featureType.source = format.isSource();
-            featureType.feature = session.createFeature();
-            workspace->m_featureTypes.push_back(featureType);
-            VYRRWStringImp reason;
-            if (!VYR_FeatureLoadJson(featureType.feature, featureType.featurePath.c_str(), &reason)) {
-                error = std::string(reason.c_str());
-                return nullptr;
-            }
-            workspace->m_featureTypes.back().saved = snapshotOf(*featureType.feature);
+            workspace->m_schemaSources.push_back(*capabilities);
         }
-        if (document.contains("schema_sources")) {
-            for (const nlohmann::json &entry : document.at("schema_sources")) {
-                const std::string formatPath = relative(entry);
-                const auto capabilities = readCapabilityFile(formatPath, &error);
-                if (!capabilities) {
-                    error = "cannot read the capability file " + error;
-                    return nullptr;
-                }
-                workspace->m_schemaSources.push_back(*capabilities);
-            }
-        }
-    } catch (const nlohmann::json::exception &problem) {
-        error = path + ": " + problem.what() + " (see the layout in the README)";
-        return nullptr;
     }
     workspace->m_document = std::move(document);
     return workspace;
@@ -191,9 +283,15 @@ EditResult Workspace::edit(int index, QWidget *parent, std::string &message)
     for (const std::string &capabilities : m_schemaSources)
         sources.push_back(capabilities.c_str());
 
+    const DialogShowWatch watch;
     if (!VYRFeatTypePropertiesInWorkspace(&m_session, edited.feature, edited.capabilities.c_str(), others.data(),
-                                          others.size(), sources.data(), sources.size(), parent))
-        return EditResult::Cancelled;
+                                          others.size(), sources.data(), sources.size(), parent)) {
+        if (watch.shown())
+            return EditResult::Cancelled;
+        message = "the feature type properties dialog could not be opened (the dialog library says why on "
+                  "standard error); nothing was edited";
+        return EditResult::NotOpened;
+    }
 
     message.clear();
     std::string failures;

@@ -45,7 +45,9 @@ struct WorkspaceFeatureType
     std::string name() const;
 };
 
-enum class EditResult { Saved, Cancelled, SaveFailed };
+// NotOpened: the dialog library could not show the dialog at all (it says
+// why on standard error); nothing was edited.
+enum class EditResult { Saved, Cancelled, SaveFailed, NotOpened };
 
 class Workspace
 {

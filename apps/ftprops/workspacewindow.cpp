@@ -62,6 +62,8 @@ void WorkspaceWindow::editSelected()
     // live only in this window until the user frees the folder or the disk.
     if (result == EditResult::SaveFailed)
         QMessageBox::warning(this, windowTitle(), tr("Saving failed: %1").arg(QString::fromStdString(message)));
+    else if (result == EditResult::NotOpened)
+        QMessageBox::warning(this, windowTitle(), QString::fromStdString(message));
     refresh();
 }
 

@@ -21,6 +21,7 @@
 #include <QTimer>
 
 #include "grid/cugstandardtypes.h"
+#include "uikit/commandlineusage.h"
 #include "uikit/headless.h"
 #include "uikit/screenshotfile.h"
 
@@ -88,7 +89,7 @@ int main(int argc, char **argv)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("A grid of many rows with every standard cell type."));
     parser.addHelpOption();
-    const QCommandLineOption rowsOption(QStringLiteral("rows"), QStringLiteral("Number of rows."),
+    const QCommandLineOption rowsOption(QStringLiteral("rows"), QStringLiteral("Number of rows, 0 to 1000000."),
                                         QStringLiteral("N"), QStringLiteral("100000"));
     const QCommandLineOption sceneOption(QStringLiteral("scene"), QStringLiteral("selection or edit."),
                                          QStringLiteral("NAME"));
@@ -97,7 +98,7 @@ int main(int argc, char **argv)
     parser.addOption(rowsOption);
     parser.addOption(sceneOption);
     parser.addOption(shotOption);
-    parser.process(application);
+    vyr::processCommandLine(parser, QCoreApplication::arguments());
     bool ok = false;
     const long rows = parser.value(rowsOption).toLong(&ok);
     // Beyond a million rows the demo shows nothing new and only eats memory.

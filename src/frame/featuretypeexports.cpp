@@ -7,8 +7,10 @@
 #include "ftprops/vyrobjworkspaceschemainfo.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "uikit/application.h"
+#include "util/installdir.h"
 #include "uikit/resourcelibrary.h"
 
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,11 +20,18 @@ namespace {
 using namespace vyr;
 
 // The library's dialogs take their texts and templates from the library of
-// the installation directory; a missing one leaves the dialog unable to
-// open, which the result reports.
-void selectResources()
+// the installation directory. Without one no dialog can open; the result
+// can only say false, so the reason goes to standard error for the host's
+// user, who would otherwise take it for a cancelled dialog.
+bool selectResources()
 {
-    loadResourceLibrary(std::string());
+    if (loadResourceLibrary(std::string()))
+        return true;
+    std::fprintf(stderr,
+                 "vyrguimfc: no resource library could be loaded from %sres/ (vyr_res.rcc or a translated one); "
+                 "the feature type properties dialog cannot open\n",
+                 getInstallDirectory().c_str());
+    return false;
 }
 
 int runDialog(IVYRSession *session, FTPropsSchemaInfo &schema, const SchemaRecordList &others,
@@ -40,9 +49,8 @@ extern "C" {
 bool VYRFeatTypeProperties(IVYRSession *session, IVYRFeature *schemaFeature, const char *formatCapabilities,
                            void *parentWindow)
 {
-    if (!session || !schemaFeature || !ensureApplication())
+    if (!session || !schemaFeature || !ensureApplication() || !selectResources())
         return false;
-    selectResources();
     try {
         const std::string capabilities(formatCapabilities ? formatCapabilities : "");
         VYRObjFTPropsFormatInfo format(capabilities, session);
@@ -66,9 +74,8 @@ bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFeature *schemaF
                                       size_t otherCount, const char *const *schemaSourceFormats,
                                       size_t schemaSourceCount, void *parentWindow)
 {
-    if (!session || !schemaFeature || !ensureApplication())
+    if (!session || !schemaFeature || !ensureApplication() || !selectResources())
         return false;
-    selectResources();
     try {
         // Each format of the workspace is told apart by its name, so that a
         // feature type can move between them.

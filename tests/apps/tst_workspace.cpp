@@ -94,6 +94,39 @@ private slots:
         QVERIFY(!m_workspace->hasUnsavedChanges());
     }
 
+    // A workspace that is not what the program reads is refused with the
+    // place and the problem in the file's own terms.
+    void shouldSayWhereAndWhatIsWrongWithAWorkspace_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("not JSON") << "{\"feature_types\": [\n  {\"feature\": 1,}\n]}"
+                                  << "w.json:2:17: not valid JSON: unexpected '}'";
+        QTest::newRow("cut short") << "{\"feature_types\": [" << "w.json:1:20: not valid JSON: the text ends too early";
+        QTest::newRow("a list") << "[]" << "w.json:1:1: a workspace is a JSON object";
+        QTest::newRow("no feature types") << "{\"types\": []}" << "w.json:1:1: the workspace has no \"feature_types\"";
+        QTest::newRow("feature types a number") << "{\"feature_types\": 3}"
+                                                << "w.json:1:19: \"feature_types\" must be a list of feature types, "
+                                                   "not a number";
+        QTest::newRow("entry a text") << "{\"feature_types\": [\"roads\"]}"
+                                      << "w.json:1:20: feature type 1 must be an object";
+        QTest::newRow("no format") << "{\"feature_types\": [\n {\"feature\": \"a.json\"}]}"
+                                   << "w.json:2:2: feature type 1 has no \"format\"";
+        QTest::newRow("format a number") << "{\"feature_types\": [\n {\"feature\": \"a.json\",\n  \"format\": 7}]}"
+                                         << "w.json:3:13: \"format\" of feature type 1 must name a file, not be a number";
+        QTest::newRow("source not a text") << "{\"feature_types\": [], \"schema_sources\": [\"a.fmt\", null]}"
+                                           << "w.json:1:51: schema source 2 must name a capability file";
+    }
+    void shouldSayWhereAndWhatIsWrongWithAWorkspace()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, message);
+        std::string error;
+        QVERIFY(!ftprops::Workspace::parse(text.toStdString(), "w.json", *m_session, error));
+        QVERIFY2(QString::fromStdString(error).startsWith(message), error.c_str());
+        QVERIFY2(error.find("json.exception") == std::string::npos, error.c_str());
+    }
+
 private:
     std::unique_ptr<test::ScratchDirectory> m_scratch;
     IVYRSession *m_session = nullptr;

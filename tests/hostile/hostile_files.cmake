@@ -29,8 +29,8 @@ function(expect_refusal what named)
     hostile_first_line(line "${run_said}")
     if(run_broken)
         hostile_fail("${what}: ${run_how}: ${line}")
-    elseif(run_status EQUAL 0 OR run_said STREQUAL "")
-        hostile_fail("${what}: ${run_outcome} (want a nonzero exit and a message)")
+    elseif(NOT run_status EQUAL 2 OR run_said STREQUAL "")
+        hostile_fail("${what}: ${run_outcome} (want exit 2 and a message)")
     elseif(named AND NOT run_said MATCHES "${named}")
         hostile_fail("${what}: the message does not name ${named}: ${run_said}")
     endif()
@@ -50,10 +50,11 @@ set(commands
     "domain range speed:integer:10:130 --format @ --accept"
     "domain coded surface:integer:1:Paved --format @ --accept")
 foreach(special IN LISTS specials)
+    get_filename_component(name ${special} NAME)
     foreach(command IN LISTS commands)
         string(REPLACE "@" "${special}" arguments "${command}")
         separate_arguments(arguments UNIX_COMMAND "${arguments}")
-        expect_refusal("vyrtool ${arguments}" "" COMMAND ${VYRTOOL} ${arguments})
+        expect_refusal("vyrtool ${arguments}" "${name}" COMMAND ${VYRTOOL} ${arguments})
     endforeach()
 endforeach()
 # Text that is not UTF-8 may be refused or shown with the byte replaced, but
@@ -109,6 +110,12 @@ foreach(arguments "--help" "--screenshot;${work}/grid.png")
         hostile_fail("vyr-griddemo ${arguments} without a display: ${run_how}: ${line}")
     endif()
 endforeach()
+
+# Bad usage ends with 2 (1 is a cancelled dialog's) and says what is wrong.
+foreach(arguments "--bogus" "--rows;2000000" "--rows;many")
+    expect_refusal("vyr-griddemo ${arguments}" "" COMMAND ${GRIDDEMO} ${arguments})
+endforeach()
+expect_refusal("vyr-ftprops --bogus" "bogus" COMMAND ${FTPROPS} ${work}/examples/workspace.json --bogus)
 
 # A display left over from a closed session (nothing listens on :97): a
 # dialog that needs a person is refused at once, one that ends by itself is

@@ -66,5 +66,20 @@ foreach(case "no-user;514;1297" "no-general;514;" "no-attribute-grid;339;1184" "
     endforeach()
 endforeach()
 
+# No resource library at all: the dialog cannot open, and that is what the
+# user is told (exit 2), not that the dialog was cancelled.
+file(MAKE_DIRECTORY ${work}/no-library)
+foreach(entry IN LISTS stageEntries)
+    if(NOT entry STREQUAL "res")
+        file(CREATE_LINK ${STAGE}/${entry} ${work}/no-library/${entry} SYMBOLIC)
+    endif()
+endforeach()
+hostile_run(run TIMEOUT 30 WORKING_DIRECTORY ${work}/examples
+            COMMAND env VYR_HOME=${work}/no-library/ ${FTPROPS} workspace.json --edit ROADS --accept)
+if(run_broken OR NOT run_status EQUAL 2 OR NOT run_said MATCHES "resource library"
+   OR NOT run_said MATCHES "could not be opened" OR run_out MATCHES "cancelled")
+    hostile_fail("no resource library: ${run_outcome}: ${run_said}")
+endif()
+
 file(REMOVE_RECURSE ${work})
 hostile_finish()
