@@ -3,7 +3,9 @@
 # dependencies found by dpkg-shlibdeps, the programs on PATH, the files for
 # hosts naming /usr, and no library search path that could reach the
 # working directory (SEARCH_PATHS is that check's script).
-foreach(variable IN ITEMS BUILD WORK SEARCH_PATHS)
+# BINDIR, LIBDIR, DATADIR and INSTALL_DIR are the build's folders of an
+# installation, relative to its prefix.
+foreach(variable IN ITEMS BUILD WORK SEARCH_PATHS BINDIR LIBDIR DATADIR INSTALL_DIR)
     if(NOT ${variable})
         message(FATAL_ERROR "${variable} is not set")
     endif()
@@ -39,20 +41,23 @@ endforeach()
 set(root ${WORK}/root)
 run(${DPKG_DEB} --extract ${packages} ${root})
 foreach(program IN ITEMS vyrtool vyr-ftprops vyr-griddemo)
-    file(READ_SYMLINK ${root}/usr/bin/${program} target)
-    if(NOT target STREQUAL "../lib/vyr/${program}" OR NOT EXISTS ${root}/usr/lib/vyr/${program})
-        message(FATAL_ERROR "/usr/bin/${program} leads to \"${target}\", not to the installed program")
+    set(link ${root}/usr/${BINDIR}/${program})
+    file(READ_SYMLINK ${link} target)
+    file(REAL_PATH ${link} resolved)
+    file(REAL_PATH ${root}/usr/${INSTALL_DIR}/${program} expected)
+    if(IS_ABSOLUTE "${target}" OR NOT resolved STREQUAL expected OR NOT EXISTS ${expected})
+        message(FATAL_ERROR "/usr/${BINDIR}/${program} leads to \"${target}\", not to the installed program")
     endif()
 endforeach()
-foreach(file IN ITEMS lib/cmake/vyr/vyrConfig.cmake lib/cmake/vyr/vyrConfigVersion.cmake
-        lib/cmake/vyr/vyrTargets.cmake include/vyrguimfc/vyrguimfc.h lib/vyr/libvyrguimfc.so lib/vyr/libvyr.so
-        lib/vyr/res/vyr_res.rcc share/vyr/examples/workspace.json)
+foreach(file IN ITEMS ${LIBDIR}/cmake/vyr/vyrConfig.cmake ${LIBDIR}/cmake/vyr/vyrConfigVersion.cmake
+        ${LIBDIR}/cmake/vyr/vyrTargets.cmake include/vyrguimfc/vyrguimfc.h ${INSTALL_DIR}/libvyrguimfc.so
+        ${INSTALL_DIR}/libvyr.so ${INSTALL_DIR}/res/vyr_res.rcc ${DATADIR}/vyr/examples/workspace.json)
     if(NOT EXISTS ${root}/usr/${file})
         message(FATAL_ERROR "the package lacks /usr/${file}")
     endif()
 endforeach()
 foreach(module IN ITEMS vyr vyrguimfc)
-    file(STRINGS ${root}/usr/lib/pkgconfig/${module}.pc prefix REGEX "^prefix=")
+    file(STRINGS ${root}/usr/${LIBDIR}/pkgconfig/${module}.pc prefix REGEX "^prefix=")
     if(NOT prefix STREQUAL "prefix=/usr")
         message(FATAL_ERROR "${module}.pc says \"${prefix}\", not prefix=/usr")
     endif()

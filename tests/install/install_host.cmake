@@ -8,7 +8,9 @@
 # CXX and FLAGS are the compiler and the extra compile and link flags of the
 # installation's build (a sanitizer build needs its runtime in the host too);
 # EXTRA_SOURCES goes into the host as well. GENERATOR is CMake's generator.
-foreach(variable IN ITEMS PREFIX HOST WORK MODE CXX)
+# LIBDIR, DATADIR and INSTALL_DIR are the build's folders of an
+# installation, relative to its prefix.
+foreach(variable IN ITEMS PREFIX HOST WORK MODE CXX LIBDIR DATADIR INSTALL_DIR)
     if(NOT ${variable})
         message(FATAL_ERROR "${variable} is not set")
     endif()
@@ -40,7 +42,7 @@ if(MODE STREQUAL "find_package")
 elseif(MODE STREQUAL "pkg-config")
     find_program(PKG_CONFIG pkg-config REQUIRED)
     # Only the installation's own .pc files and the system's: no build tree.
-    set(ENV{PKG_CONFIG_PATH} ${PREFIX}/lib/pkgconfig)
+    set(ENV{PKG_CONFIG_PATH} ${PREFIX}/${LIBDIR}/pkgconfig)
     run(${PKG_CONFIG} --cflags --libs vyrguimfc Qt6Widgets)
     string(STRIP "${output}" pkg_flags)
     separate_arguments(pkg_flags UNIX_COMMAND "${pkg_flags}")
@@ -52,8 +54,8 @@ else()
     message(FATAL_ERROR "MODE is find_package or pkg-config, not ${MODE}")
 endif()
 
-run(${host} ${PREFIX}/share/vyr/examples)
-file(REAL_PATH ${PREFIX}/lib/vyr installation)
+run(${host} ${PREFIX}/${DATADIR}/vyr/examples)
+file(REAL_PATH ${PREFIX}/${INSTALL_DIR} installation)
 foreach(line IN ITEMS
         "library: ${installation}/libvyrguimfc.so"
         "encoded: main<space>street<comma><space>5<space><dollar>"

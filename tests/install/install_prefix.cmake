@@ -2,7 +2,9 @@
 # first) as a host's developer would, without building anything, and starts
 # the three programs through PATH from a folder of their own, each doing a
 # small job on a copy of the installed examples.
-foreach(variable IN ITEMS BUILD PREFIX)
+# BINDIR, LIBDIR, DATADIR and INSTALL_DIR are the build's folders of an
+# installation, relative to its prefix.
+foreach(variable IN ITEMS BUILD PREFIX BINDIR DATADIR INSTALL_DIR)
     if(NOT ${variable})
         message(FATAL_ERROR "${variable} is not set")
     endif()
@@ -17,9 +19,9 @@ if(NOT status EQUAL 0)
     message(FATAL_ERROR "cmake --install failed (${status}):\n${output}")
 endif()
 
-set(installation ${PREFIX}/lib/vyr)
+set(installation ${PREFIX}/${INSTALL_DIR})
 foreach(program IN ITEMS vyrtool vyr-ftprops vyr-griddemo)
-    set(link ${PREFIX}/bin/${program})
+    set(link ${PREFIX}/${BINDIR}/${program})
     if(NOT IS_SYMLINK ${link})
         message(FATAL_ERROR "${link} is not a symbolic link")
     endif()
@@ -36,8 +38,8 @@ endforeach()
 
 set(work ${PREFIX}-run)
 file(REMOVE_RECURSE ${work})
-file(COPY ${PREFIX}/share/vyr/examples DESTINATION ${work})
-set(ENV{PATH} "${PREFIX}/bin:$ENV{PATH}")
+file(COPY ${PREFIX}/${DATADIR}/vyr/examples DESTINATION ${work})
+set(ENV{PATH} "${PREFIX}/${BINDIR}:$ENV{PATH}")
 
 function(run_from_path expected_status)
     execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${work} INPUT_FILE ${work}/input.txt
