@@ -11,9 +11,10 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 if(VYR_SANITIZE)
-    set(_vyr_san -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
-    add_compile_options(${_vyr_san})
-    add_link_options(${_vyr_san})
+    # Also what a host built against this build's installation needs.
+    set(VYR_SANITIZE_FLAGS -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_compile_options(${VYR_SANITIZE_FLAGS})
+    add_link_options(${VYR_SANITIZE_FLAGS})
 endif()
 
 # Fuzz targets learn from the coverage of the code they drive.

@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages the build needs, when any is missing.
 # Run as root (or with sudo available); does nothing when all are present.
+# pkg-config, dpkg-dev (dpkg-shlibdeps) and file serve the tests that build a
+# host against an installation and package it with CPack.
 set -euo pipefail
 
 packages=(
     cmake ninja-build g++ clang libclang-rt-14-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     qt6-base-dev libqt6opengl6-dev qt6-tools-dev gettext locales xvfb xauth tcl8.6-dev nlohmann-json3-dev
+    pkg-config dpkg-dev file
 )
 
 # The German dialogs and catalogs are tested under a real German locale.

@@ -1,10 +1,14 @@
-# Fails when any ELF file under the build tree BUILD would look for libraries
-# in the working directory: an RPATH or RUNPATH entry that is empty or
-# relative (the loader reads both as "."). Only absolute entries and ones
-# starting with $ORIGIN are safe.
+# Fails when any ELF file under the build tree BUILD (or under the folders
+# ROOTS, a list, when given: an installation) would look for libraries in the
+# working directory: an RPATH or RUNPATH entry that is empty or relative (the
+# loader reads both as "."). Only absolute entries and ones starting with
+# $ORIGIN are safe.
 find_program(READELF readelf REQUIRED)
-file(GLOB_RECURSE candidates LIST_DIRECTORIES false ${BUILD}/stage/* ${BUILD}/tests/* ${BUILD}/bench/*
-     ${BUILD}/fuzz/*)
+if(NOT ROOTS)
+    set(ROOTS ${BUILD}/stage ${BUILD}/tests ${BUILD}/bench ${BUILD}/fuzz)
+endif()
+list(TRANSFORM ROOTS APPEND /* OUTPUT_VARIABLE patterns)
+file(GLOB_RECURSE candidates LIST_DIRECTORIES false ${patterns})
 set(checked 0)
 set(faults "")
 foreach(file IN LISTS candidates)
@@ -35,7 +39,7 @@ foreach(file IN LISTS candidates)
     endforeach()
 endforeach()
 if(checked EQUAL 0)
-    message(FATAL_ERROR "no ELF file found under ${BUILD}")
+    message(FATAL_ERROR "no ELF file found under ${ROOTS}")
 endif()
 if(faults)
     list(JOIN faults "\n" text)
