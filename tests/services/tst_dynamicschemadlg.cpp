@@ -3,12 +3,12 @@
 // reaches each field right after the choice it belongs to.
 #include "qvyrconfiguredynamicschemadlg.h"
 
-#include "support/scopedenvironment.h"
 #include "support/gridwindow.h"
+#include "support/scopedenvironment.h"
 
-#include "frame/vyrrwstringarrayimp.h"
-#include "frame/vyrrwstringimp.h"
 #include "ftprops/dynamicschemainfo.h"
+
+#include "vyr/vyr_session.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -23,21 +23,31 @@
 
 namespace {
 
-// A dialog with every option on, so that each field takes the keyboard.
-std::unique_ptr<QVYRConfigureDynamicSchemaDlg> openDialog()
+// The dialog as a host opens it, with texts made by its engine session: a
+// feature type named after one source, the second choice of every group
+// taken.
+std::unique_ptr<QVYRConfigureDynamicSchemaDlg> openDialog(IVYRSession &session)
 {
     vyr::DynamicSchemaInfo settings;
     settings.setOption1(1);
     settings.setOption2(1);
     settings.setOption3(1);
-    const VYRRWStringImp name("roads");
-    const VYRRWStringImp geometry("line");
-    VYRRWStringArrayImp fanout;
-    fanout.append("ROAD_NAME");
-    VYRRWStringArrayImp geometries;
-    geometries.append("line");
-    geometries.append("point");
-    return std::make_unique<QVYRConfigureDynamicSchemaDlg>(settings, name, geometry, fanout, geometries, nullptr);
+    IVYRString *name = session.createString();
+    IVYRString *geometry = session.createString();
+    IVYRStringArray *fanout = session.createStringArray();
+    IVYRStringArray *geometries = session.createStringArray();
+    name->assign("roads");
+    geometry->assign("line");
+    fanout->append("ROAD_NAME");
+    geometries->append("line");
+    geometries->append("point");
+    auto dialog =
+        std::make_unique<QVYRConfigureDynamicSchemaDlg>(settings, *name, *geometry, *fanout, *geometries, nullptr);
+    session.destroyString(name);
+    session.destroyString(geometry);
+    session.destroyStringArray(fanout);
+    session.destroyStringArray(geometries);
+    return dialog;
 }
 
 QString nameOf(const QWidget *widget)
@@ -62,6 +72,12 @@ private slots:
     {
         // The dialog's texts follow the process's locale, as a host sets it.
         std::setlocale(LC_ALL, "");
+        m_session = VYR_SessionCreate();
+        QVERIFY(m_session);
+    }
+    void cleanupTestCase()
+    {
+        VYR_SessionDestroy(m_session);
     }
 
     void shouldGiveEveryChoiceALetterOfItsOwn_data()
@@ -79,7 +95,7 @@ private slots:
         environment.set("LANGUAGE", std::nullopt);
         environment.set("LC_ALL", locale.toStdString());
         QVERIFY(std::setlocale(LC_ALL, ""));
-        const auto dialog = openDialog();
+        const auto dialog = openDialog(*m_session);
         std::setlocale(LC_ALL, "C.UTF-8");
 
         QCOMPARE(dialog->findChild<QRadioButton *>(QStringLiteral("names_0"))->text(), firstChoice);
@@ -106,7 +122,7 @@ private slots:
     // The tab order as set: every choice, each field right behind its own.
     void shouldPutEachFieldRightAfterItsChoiceInTheTabOrder()
     {
-        const auto dialog = openDialog();
+        const auto dialog = openDialog(*m_session);
         QWidget *first = dialog->findChild<QRadioButton *>(QStringLiteral("names_0"));
         QStringList chain{nameOf(first)};
         for (QWidget *next = first->nextInFocusChain(); next != first; next = next->nextInFocusChain()) {
@@ -139,7 +155,7 @@ private slots:
         QFETCH(QString, group);
         QFETCH(int, downs);
         QFETCH(QString, field);
-        const auto dialog = openDialog();
+        const auto dialog = openDialog(*m_session);
         QVERIFY(vyr::test::showActive(*dialog));
         QWidget *first = dialog->findChild<QRadioButton *>(group + QStringLiteral("_0"));
         first->setFocus(Qt::TabFocusReason);
@@ -155,6 +171,9 @@ private slots:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
         QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(choice));
     }
+
+private:
+    IVYRSession *m_session = nullptr;
 };
 
 QTEST_MAIN(DynamicSchemaDialogTest)
