@@ -49,9 +49,14 @@ void automateNextDialog(const Automation &automation, bool &refused)
 {
     auto *poll = new QTimer(qApp);
     poll->setInterval(50);
-    QObject::connect(poll, &QTimer::timeout, qApp, [poll, automation, &refused] {
+    QObject::connect(poll, &QTimer::timeout, qApp, [poll, automation, &refused, waited = 0]() mutable {
         auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
         if (!dialog || !dialog->isVisible())
+            return;
+        // The picture shows the keyboard's place, which only the active
+        // window marks; a display that never activates it gets one anyway.
+        constexpr int kPollsForActivation = 40;
+        if (!dialog->isActiveWindow() && ++waited < kPollsForActivation)
             return;
         poll->deleteLater();
         poll->stop();

@@ -12,8 +12,11 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+#include <iterator>
 
 using vyr::services::localized;
 
@@ -87,29 +90,41 @@ QVYRConfigureDynamicSchemaDlg::QVYRConfigureDynamicSchemaDlg(const vyr::IDynamic
     m_nameAttribute->setEditable(true);
     for (std::size_t i = 0; i < fanoutChoices.entries(); ++i)
         m_nameAttribute->addItem(textOf(fanoutChoices.elementAt(i)));
-    addOption(m_names, grid, 0, "As the schema sources name them");
-    addOption(m_names, grid, 1, "One feature type, named:", m_fixedName);
-    addOption(m_names, grid, 2, "Named by the value of attribute:", m_nameAttribute);
+    addOption(m_names, grid, 0, "&As the schema sources name them");
+    addOption(m_names, grid, 1, "&One feature type, named:", m_fixedName);
+    addOption(m_names, grid, 2, "&Named by the value of attribute:", m_nameAttribute);
 
     layout->addWidget(optionGroup(this, "Geometry", m_geometries, "geometries", grid));
     m_geometry = new QComboBox(this);
     m_geometry->setObjectName(QStringLiteral("geometry"));
     for (std::size_t i = 0; i < geometryChoices.entries(); ++i)
         m_geometry->addItem(textOf(geometryChoices.elementAt(i)));
-    addOption(m_geometries, grid, 0, "As each schema source gives it");
-    addOption(m_geometries, grid, 1, "Always:", m_geometry);
+    addOption(m_geometries, grid, 0, "As &each schema source gives it");
+    addOption(m_geometries, grid, 1, "Al&ways:", m_geometry);
 
     layout->addWidget(optionGroup(this, "Attributes", m_attributes, "attributes", grid));
     m_attributeList = new QLineEdit(this);
     m_attributeList->setObjectName(QStringLiteral("attributeList"));
     m_attributeList->setPlaceholderText(localized("names separated by blanks"));
-    addOption(m_attributes, grid, 0, "Every attribute of the sources");
-    addOption(m_attributes, grid, 1, "Only these:");
-    addOption(m_attributes, grid, 2, "All except these:");
+    addOption(m_attributes, grid, 0, "E&very attribute of the sources");
+    addOption(m_attributes, grid, 1, "Only &these:");
+    addOption(m_attributes, grid, 2, "All e&xcept these:");
     grid->addWidget(m_attributeList, 1, 1, 2, 1);
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    buttons->button(QDialogButtonBox::Ok)->setText(localized("OK"));
+    buttons->button(QDialogButtonBox::Cancel)->setText(localized("Cancel"));
     layout->addWidget(buttons);
+
+    // Each field right after the choice it belongs to, so that the keyboard
+    // meets a choice before what it lets one type.
+    QWidget *const order[] = {
+        m_names->button(0),      m_names->button(1),      m_fixedName,         m_names->button(2),
+        m_nameAttribute,         m_geometries->button(0), m_geometries->button(1), m_geometry,
+        m_attributes->button(0), m_attributes->button(1), m_attributes->button(2), m_attributeList,
+    };
+    for (std::size_t i = 1; i < std::size(order); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 

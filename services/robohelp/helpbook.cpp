@@ -62,6 +62,25 @@ HelpLocation resolveFormatHelp(const QString &helpFile, const QString &formatNam
     return location;
 }
 
+HelpLocation inLanguage(const HelpLocation &location, const QString &language)
+{
+    static const QRegularExpression code(QStringLiteral("^[a-z]+$"));
+    // Without a book there is no folder beside it; "_de" would be looked
+    // for in the working directory.
+    if (location.book.isEmpty() || !code.match(language).hasMatch())
+        return location;
+    const QString book = location.book + u'_' + language;
+    if (!QFileInfo(book).isDir())
+        return location;
+    HelpLocation translated{book, location.page, location.anchor};
+    if (!location.page.isEmpty()) {
+        translated.page = book + location.page.mid(location.book.size());
+        if (!QFileInfo(translated.page).isFile() && QFileInfo(location.page).isFile())
+            return location;
+    }
+    return translated;
+}
+
 QList<HelpPage> bookContents(const QString &book)
 {
     static const QRegularExpression titlePattern(QStringLiteral("<title>(.*?)</title>"),

@@ -26,6 +26,12 @@ HelpLocation resolveHelpTopic(const QString &helpFile, const QString &topic);
 // The section `topicNumber` of the page of format `formatName`.
 HelpLocation resolveFormatHelp(const QString &helpFile, const QString &formatName, int topicNumber);
 
+// `location` in the book of `language` (an ISO 639 code, as the resource
+// library is chosen by): the folder "<book>_<language>" beside the book, when
+// it is installed. A page that book lacks stays in the book itself, so a
+// translation that is not complete still shows every page.
+HelpLocation inLanguage(const HelpLocation &location, const QString &language);
+
 // The anchor of a format page's section, empty for the whole page.
 QString formatSectionAnchor(int topicNumber);
 

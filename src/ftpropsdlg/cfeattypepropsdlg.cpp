@@ -129,8 +129,10 @@ bool CFeatTypePropsDlg::OnInitDialog()
             1);
     for (const PageEntry &entry : std::vector<PageEntry>(m_pages))
         ShowPageTab(entry.page, tabWanted(entry.rule));
+    ArrangeTabOrder();
     m_initialised = true;
     SelectPage(m_general.get());
+    FocusFirstField();
     m_minimumSize = size();
     setMinimumSize(m_minimumSize);
     return true;
@@ -256,6 +258,11 @@ void CFeatTypePropsDlg::TurnPage(int step)
     const int count = m_tabControl->count();
     m_tabControl->setCurrentIndex(((m_tabControl->currentIndex() + step) % count + count) % count);
     // The keyboard goes on where the page begins.
+    FocusFirstField();
+}
+
+void CFeatTypePropsDlg::FocusFirstField()
+{
     if (!m_currentPage)
         return;
     for (QWidget *next = m_currentPage->nextInFocusChain(); next && next != m_currentPage;
@@ -266,6 +273,27 @@ void CFeatTypePropsDlg::TurnPage(int step)
             return;
         }
     }
+}
+
+void CFeatTypePropsDlg::ArrangeTabOrder()
+{
+    // The pages were made after the frame's controls, so their fields come
+    // last in the chain. The frame's buttons and then the tabs move behind
+    // them: the keyboard goes through what the user came to edit first.
+    // Qt orders only widgets that take the focus.
+    QWidget *previous = previousInFocusChain();
+    while (previous != this && previous->focusPolicy() == Qt::NoFocus)
+        previous = previous->previousInFocusChain();
+    if (previous == this)
+        return;
+    for (const unsigned id : {kIdHelpCommand, kIdApplyToOthers, kIdOk, kIdCancel}) {
+        if (QWidget *button = GetDlgItem(id); button && button != previous) {
+            setTabOrder(previous, button);
+            previous = button;
+        }
+    }
+    if (m_tabControl && m_tabControl != previous)
+        setTabOrder(previous, m_tabControl);
 }
 
 void CFeatTypePropsDlg::resizeEvent(QResizeEvent *event)

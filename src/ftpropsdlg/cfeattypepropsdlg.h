@@ -124,6 +124,12 @@ private:
     void ShowPageTab(CVyrDialog *page, bool show);
     void SelectPage(CVyrDialog *page);
     void OnTabChanged(int index);
+    // Gives the keyboard to the first control of the current page that
+    // takes it.
+    void FocusFirstField();
+    // Tab goes through the page's fields, then the frame's buttons, then the
+    // tabs.
+    void ArrangeTabOrder();
     void LayoutControls();
     bool ValidatePages();
     // Writes every page into `target`: with `selection` only what the user

@@ -1,5 +1,6 @@
 #include "ftpropsdlg/recordingschema.h"
 #include "support/countingsession.h"
+#include "support/gridwindow.h"
 #include "support/modalanswers.h"
 #include "support/scopedenvironment.h"
 #include "support/scratchdirectory.h"
@@ -562,6 +563,48 @@ private slots:
             QCOMPARE(schema.schemaSources, StringList{"READER_A"});
             QCOMPARE(joined(m_log), choose ? QStringLiteral("roads: setSchemaSources(READER_A)") : QString());
         }
+    }
+
+    // The keyboard starts on the first field and goes through the page
+    // before the frame's buttons, the tabs last; turning the page with
+    // Control+Tab takes it to the new page's first field.
+    void shouldStartOnTheFirstFieldAndTabThroughThePageFirst_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QStringList>("chain");
+        const QStringList frame{"helpButton", "applyButton", "okButton", "cancelButton", "tabControl"};
+        QTest::newRow("writer") << "SHP"
+                                << QStringList{"nameEdit",    "datasetCombo", "geometryCombo",
+                                               "fanoutCheck", "dynamicCheck", "formatHelpButton"} + frame;
+        // A source's geometry is the data's, shown but not chosen.
+        QTest::newRow("reader") << "CSV" << QStringList{"nameEdit", "mergeCheck", "formatHelpButton"} + frame;
+    }
+    void shouldStartOnTheFirstFieldAndTabThroughThePageFirst()
+    {
+        QFETCH(QString, format);
+        QFETCH(QStringList, chain);
+        auto dialog = open(record("roads", qPrintable(format)));
+        QVERIFY(test::showActive(*dialog));
+        QWidget *name = dialog->generalPage()->GetDlgItem(General::kIdName);
+        QVERIFY(QTest::qWaitFor([name] { return QApplication::focusWidget() == name; }));
+        QStringList walked{QApplication::focusWidget()->objectName()};
+        for (int step = 0; step < 30; ++step) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            if (QApplication::focusWidget() == name)
+                break;
+            walked.append(QApplication::focusWidget()->objectName());
+        }
+        // Joined, so that a failure shows the whole walk.
+        QCOMPARE(walked.join(u' '), chain.join(u' '));
+
+        // From the tabs, where the chain ends, to the next page and back.
+        QTest::keyClick(name, Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(dialog->tabControl()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(dialog->currentPage(), static_cast<QWidget *>(dialog->attributesPage()));
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(dialog->attributesPage()->grid()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+        QCOMPARE(QApplication::focusWidget(), name);
     }
 
     void shouldNotShrinkBelowItsFirstSize()

@@ -1,3 +1,5 @@
+#include "support/scopedenvironment.h"
+
 #include "uikit/application.h"
 #include "uikit/caboutdlg.h"
 #include "uikit/outsideservices.h"
@@ -80,6 +82,33 @@ private slots:
         QVERIFY(shownPage().endsWith(QLatin1String("/gpx.htm")));
         auto *contents = first->findChild<QListWidget *>(QStringLiteral("helpContents"));
         QCOMPARE(contents->item(0)->text(), QStringLiteral("Readers and writers"));
+    }
+
+    // The help books follow the language the dialogs' texts are chosen by.
+    void shouldShowTheBookOfTheUsersLanguage_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("book");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("English") << "C.UTF-8" << "VYRLoomhouse" << "Editing feature type properties";
+        QTest::newRow("German") << "de_DE.UTF-8" << "VYRLoomhouse_de" << "Eigenschaften eines Feature-Typs bearbeiten";
+    }
+    void shouldShowTheBookOfTheUsersLanguage()
+    {
+        QFETCH(QString, locale);
+        QFETCH(QString, book);
+        QFETCH(QString, title);
+        test::ScopedEnvironment environment;
+        environment.set("LANG", locale.toStdString());
+        QCOMPARE(showLoomhouseHelp("Editing_Feature_Type_Properties.htm"), 1);
+        QVERIFY2(shownPage().endsWith(QStringLiteral("/help/%1/Editing_Feature_Type_Properties.htm").arg(book)),
+                 qPrintable(shownPage()));
+        QVERIFY2(shownText().startsWith(title), qPrintable(shownText().left(80)));
+        const QString formats = book == QLatin1String("VYRLoomhouse") ? QStringLiteral("VYRReadersWriters")
+                                                                       : QStringLiteral("VYRReadersWriters_de");
+        QCOMPARE(showFormatHelp(getInstallDirectory() + "help/VYRReadersWriters.chm", "SHAPEFILE", 1), 1);
+        QVERIFY2(shownPage().endsWith(QStringLiteral("/help/%1/shapefile.htm#attributes").arg(formats)),
+                 qPrintable(shownPage()));
     }
 
     void shouldSayWhatIsMissing()
