@@ -163,6 +163,9 @@ std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::
     } catch (const nlohmann::json::parse_error &failure) {
         error = jsonSyntaxError(path, text, failure.byte) + " (a workspace is a JSON file; see the README)";
         return nullptr;
+    } catch (const nlohmann::json::out_of_range &failure) {
+        error = jsonNumberTooLarge(path, text, failure.what());
+        return nullptr;
     }
     if (const std::optional<std::string> problem = layoutProblem(document, path, text)) {
         error = *problem + " (see the workspace layout in the README)";

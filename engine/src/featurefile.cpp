@@ -128,6 +128,8 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
         return true;
     } catch (const Json::parse_error &failure) {
         report(error, vyr::jsonSyntaxError(where, std::string_view(text, length), failure.byte));
+    } catch (const Json::out_of_range &failure) {
+        report(error, vyr::jsonNumberTooLarge(where, std::string_view(text, length), failure.what()));
     } catch (const FeatureFileError &failure) {
         report(error, vyr::jsonPlace(where, std::string_view(text, length), failure.where()) + failure.what());
     } catch (const std::exception &failure) {

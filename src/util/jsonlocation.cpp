@@ -175,4 +175,32 @@ std::string jsonSyntaxError(const std::string &file, std::string_view text, std:
     return file + ":" + lineColumn(positionOf(text, offset)) + ": not valid JSON: " + found;
 }
 
+std::string jsonNumberTooLarge(const std::string &file, std::string_view text, std::string_view libraryMessage)
+{
+    const std::size_t open = libraryMessage.find('\'');
+    const std::size_t close = libraryMessage.rfind('\'');
+    const std::string_view number =
+        open != std::string_view::npos && close > open ? libraryMessage.substr(open + 1, close - open - 1) : "";
+    // The number as a token: outside strings, not the tail of a longer one.
+    std::optional<std::size_t> offset;
+    bool inString = false;
+    for (std::size_t i = 0; !number.empty() && i < text.size() && !offset; ++i) {
+        const char c = text[i];
+        if (inString) {
+            if (c == '\\')
+                ++i;
+            else if (c == '"')
+                inString = false;
+        } else if (c == '"') {
+            inString = true;
+        } else if (text.substr(i, number.size()) == number &&
+                   (i == 0 || std::string_view("0123456789.eE+-").find(text[i - 1]) == std::string_view::npos)) {
+            offset = i;
+        }
+    }
+    const std::string place = offset ? file + ":" + lineColumn(positionOf(text, *offset)) : file;
+    const std::string shown = number.empty() ? std::string("a number") : "the number " + std::string(number);
+    return place + ": not valid JSON: " + shown + " is too large";
+}
+
 } // namespace vyr

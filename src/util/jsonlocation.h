@@ -45,6 +45,11 @@ std::string jsonPlace(const std::string &file, std::string_view text, const Json
 // found after reading `bytesRead` bytes of `text`, naming what it found there.
 std::string jsonSyntaxError(const std::string &file, std::string_view text, std::size_t bytesRead);
 
+// "FILE:LINE:COLUMN: not valid JSON: the number N is too large" for a number
+// the JSON library could not hold; `libraryMessage` is the library's own
+// report, which quotes the number but gives no position.
+std::string jsonNumberTooLarge(const std::string &file, std::string_view text, std::string_view libraryMessage);
+
 } // namespace vyr
 
 #endif // VYR_UTIL_JSONLOCATION_H

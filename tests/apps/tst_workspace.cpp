@@ -102,6 +102,8 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::newRow("not JSON") << "{\"feature_types\": [\n  {\"feature\": 1,}\n]}"
                                   << "w.json:2:17: not valid JSON: unexpected '}'";
+        QTest::newRow("number too large") << "{\"feature_types\": [],\n \"n\": \"1e999\", \"m\": [1e999]}"
+                                          << "w.json:2:22: not valid JSON: the number 1e999 is too large";
         QTest::newRow("cut short") << "{\"feature_types\": [" << "w.json:1:20: not valid JSON: the text ends too early";
         QTest::newRow("a list") << "[]" << "w.json:1:1: a workspace is a JSON object";
         QTest::newRow("no feature types") << "{\"types\": []}" << "w.json:1:1: the workspace has no \"feature_types\"";

@@ -202,6 +202,8 @@ TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
         {"{\"feature_type\": \"x\", \"lists\": {\"l\": \"text\"}}", "t.json:1:38: list \"l\" must be a list of texts"},
         {"{\"feature_type\": \"x\", \"lists\": []}", "t.json:1:32: \"lists\" must be an object of lists"},
         {"", "t.json:1:1: not valid JSON: the text ends too early"},
+        {"{\"feature_type\": \"x\",\n \"attributes\": {\"a\": -5e400}}",
+         "t.json:2:22: not valid JSON: the number -5e400 is too large"},
     };
     IVYRFeature &feature = newFeature();
     feature.setFeatureType("kept");
