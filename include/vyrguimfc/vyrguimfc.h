@@ -105,6 +105,31 @@ VYRGUIMFC_API bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFe
                                                     const char *const *schemaSourceFormats, size_t schemaSourceCount,
                                                     void *parentWindow);
 
+/*
+ * Data source pickers.
+ *
+ * VYREsriGeoDBDlg lets the user pick a file geodatabase (a folder whose name
+ * ends in ".gdb") with the folder picker of libvyr_dirDialog.so in the
+ * installation directory. `location` holds the path the picker starts at
+ * (only its first 259 bytes are used) and, on success, the chosen path.
+ * With `mustExist` false the user may also name a new geodatabase, which is
+ * not created. `parentWindow` is the owner, a QWidget pointer, or null. The
+ * first and fourth arguments are not used. The result is true when the user
+ * chose a geodatabase; false when the picker was cancelled or the library or
+ * its function is missing, and `location` then keeps its text.
+ *
+ * VYREsriLayerDlg would browse for a layer through a component library that
+ * this platform does not have: it always answers false and leaves
+ * `location` as it was. Its `mode` is "multi" (in any letter case) for the
+ * browser that shows several kinds of items, anything else for layers
+ * only; `title` and `buttonCaption` name the browser window and its accept
+ * button.
+ */
+VYRGUIMFC_API bool VYREsriGeoDBDlg(int unused1, VYRStringHandle location, bool mustExist, int unused2,
+                                   void *parentWindow);
+VYRGUIMFC_API bool VYREsriLayerDlg(IVYRSession *session, VYRStringHandle location, const char *title,
+                                   const char *buttonCaption, const char *mode, void *parentWindow);
+
 #ifdef __cplusplus
 }
 #endif
