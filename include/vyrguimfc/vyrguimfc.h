@@ -10,6 +10,7 @@
 
 #include <stdbool.h>
 #include <stddef.h>
+#include <stdint.h>
 
 #include "vyr/vyr_string.h"
 
@@ -129,6 +130,46 @@ VYRGUIMFC_API bool VYREsriGeoDBDlg(int unused1, VYRStringHandle location, bool m
                                    void *parentWindow);
 VYRGUIMFC_API bool VYREsriLayerDlg(IVYRSession *session, VYRStringHandle location, const char *title,
                                    const char *buttonCaption, const char *mode, void *parentWindow);
+
+/*
+ * Component server entry points, as an in-process component server of the
+ * original design has them. Results are status codes: 0 (S_OK) done, 1
+ * (S_FALSE) done with a "no", negative values failures with their usual
+ * values (0x80040111 class not available, 0x80004002 no such interface,
+ * 0x8002801C the type library's registry keys could not be written,
+ * 0x80070005 the proxy/stub's could not).
+ *
+ * The registry is kept in settings files (INI): the keys of the classes root
+ * ("SOFTWARE\Classes\...") in Classes/TypeLib.conf, Classes/Interface.conf
+ * and Classes/CLSID.conf of the first folder of $XDG_CONFIG_DIRS (default
+ * /etc/xdg), or of $XDG_CONFIG_HOME (default ~/.config) when
+ * VYR_REGISTER_PER_USER=1 was in the environment when the library first
+ * registered. A key's default value is "@".
+ *
+ * DllRegisterServer writes the type library vyrguimfcLib 1.0 (TypeLib\{LIBID})
+ * and then the proxy/stub of its interface VVyrOlePropertyPage (Interface\{IID}
+ * and the proxy/stub's class under CLSID), naming this library's file. The
+ * calling thread runs in the C locale meanwhile and gets its own back. The
+ * first failing step's code is returned; what earlier steps wrote stays.
+ * DllUnregisterServer removes exactly those keys, and settings files and
+ * folders left empty. DllGetClassObject serves only the proxy/stub's class
+ * object (interfaces IUnknown and IPSFactoryBuffer; it makes no proxies on
+ * this platform); any other class is not available. DllCanUnloadNow answers
+ * 1 while that class object is held, a dialog of the library exists, the
+ * library's help routine is installed on the application, or the server is
+ * locked; else 0.
+ */
+typedef struct VYRGuid {
+    uint32_t data1;
+    uint16_t data2;
+    uint16_t data3;
+    uint8_t data4[8];
+} VYRGuid;
+
+VYRGUIMFC_API int32_t DllGetClassObject(const VYRGuid *classId, const VYRGuid *interfaceId, void **object);
+VYRGUIMFC_API int32_t DllCanUnloadNow(void);
+VYRGUIMFC_API int32_t DllRegisterServer(void);
+VYRGUIMFC_API int32_t DllUnregisterServer(void);
 
 #ifdef __cplusplus
 }

@@ -189,8 +189,8 @@ std::string setIniValue(std::string_view text, std::string_view group, std::stri
     if (!result.empty() && result.back() != '\n')
         result += '\n';
     if (!groupSeen) {
-        if (!result.empty())
-            result += '\n';
+        // No blank line before the new group: removing the group must give
+        // back the text as it was.
         result += '[';
         result += wanted;
         result += "]\n";

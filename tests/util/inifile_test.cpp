@@ -27,8 +27,8 @@ TEST(IniEditTest, SetsValuesInPlaceAfterTheGroupOrInANewGroup)
     };
     const Case cases[] = {
         {"empty text", "", "A/B", "k", "v", "[A/B]\nk=v\n"},
-        {"new group after others", "[X]\na=1\n", "Y", "k", "v", "[X]\na=1\n\n[Y]\nk=v\n"},
-        {"missing final break", "[X]\na=1", "Y", "k", "v", "[X]\na=1\n\n[Y]\nk=v\n"},
+        {"new group after others", "[X]\na=1\n", "Y", "k", "v", "[X]\na=1\n[Y]\nk=v\n"},
+        {"missing final break", "[X]\na=1", "Y", "k", "v", "[X]\na=1\n[Y]\nk=v\n"},
         {"replaced where it stands", "[G]\n; note\nK = old\nz=2\n", "G", "k", "new", "[G]\n; note\nk=new\nz=2\n"},
         {"after the group's last value", "[G]\na=1\n\n[H]\nb=2\n", "g", "c", "3", "[G]\na=1\nc=3\n\n[H]\nb=2\n"},
         {"into the nameless top", "a=1\n[H]\nb=2\n", "", "c", "3", "a=1\nc=3\n[H]\nb=2\n"},
@@ -52,6 +52,15 @@ TEST(IniEditTest, RemovesAGroupWithTheGroupsBelowItOnly)
     EXPECT_EQ(removeIniGroupTree(text, "Q"), text);
     EXPECT_TRUE(isEmptyIniText(removeIniGroupTree("; c\n[A]\na=1\n", "A")));
     EXPECT_FALSE(isEmptyIniText("[A]\n"));
+}
+
+TEST(IniEditTest, SettingThenRemovingANewGroupGivesTheTextBack)
+{
+    for (const char *text : {"", "[X]\na=1\n", "[X]\na=1", "a=1\n\n; end\n", "[X]\n\n"}) {
+        const std::string added = setIniValue(setIniValue(text, "N/1", "k", "v"), "N/1/sub", "@", "w");
+        const std::string expected = std::string(text) + (*text && std::string(text).back() != '\n' ? "\n" : "");
+        EXPECT_EQ(removeIniGroupTree(added, "n"), expected) << text;
+    }
 }
 
 TEST(IniEditTest, RefusesEntriesThatDoNotFitOnALine)
