@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -144,6 +145,19 @@ GeodatabasePicker::GeodatabasePicker(const QString &title, const QString &prompt
     connect(d->path, &QLineEdit::textEdited, this, &GeodatabasePicker::pathEdited);
     connect(d->tree->selectionModel(), &QItemSelectionModel::currentChanged, this, &GeodatabasePicker::folderChosen);
     connect(d->tree, &QTreeView::activated, this, &GeodatabasePicker::folderActivated);
+    // Folders are read in the background: the chosen one moves as its
+    // parents fill, so it is brought back into view each time one of them
+    // has been read.
+    connect(d->folders, &QFileSystemModel::directoryLoaded, this, [this](const QString &loaded) {
+        const QModelIndex current = d->tree->currentIndex();
+        if (!current.isValid() || !d->folders->filePath(current).startsWith(loaded))
+            return;
+        // After the view has laid out the rows just read.
+        QTimer::singleShot(0, this, [this] {
+            if (d->tree->currentIndex().isValid())
+                d->tree->scrollTo(d->tree->currentIndex(), QAbstractItemView::PositionAtCenter);
+        });
+    });
 
     const QString start = startPath.isEmpty() ? QDir::homePath() : startPath;
     d->path->setText(startPath.isEmpty() ? QString() : absoluteClean(startPath));
