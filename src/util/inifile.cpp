@@ -213,6 +213,22 @@ std::string removeIniGroupTree(std::string_view text, std::string_view group)
     return result;
 }
 
+void forEachIniValue(std::string_view text,
+                     const std::function<void(std::string_view, std::string_view, const std::string &)> &visit)
+{
+    std::string_view current = "General";
+    for (const IniLine &line : splitIniLines(text)) {
+        if (const auto opened = headerGroup(line.text)) {
+            current = *opened;
+            continue;
+        }
+        const std::size_t equals = line.text.find('=');
+        if (isComment(line.text) || equals == std::string_view::npos)
+            continue;
+        visit(current, trimWhitespace(line.text.substr(0, equals)), unquoted(trimWhitespace(line.text.substr(equals + 1))));
+    }
+}
+
 bool isEmptyIniText(std::string_view text)
 {
     for (const IniLine &line : splitIniLines(text)) {

@@ -10,6 +10,7 @@
 #ifndef VYR_UTIL_INIFILE_H
 #define VYR_UTIL_INIFILE_H
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,6 +41,11 @@ std::string setIniValue(std::string_view text, std::string_view group, std::stri
 // byte. The nameless top of the file is "General" only by name: it is never
 // removed.
 std::string removeIniGroupTree(std::string_view text, std::string_view group);
+
+// Calls `visit` (group, key, value) for every value line of `text`, in
+// order, with the value as findIniValue reads it.
+void forEachIniValue(std::string_view text,
+                     const std::function<void(std::string_view, std::string_view, const std::string &)> &visit);
 
 // Whether `text` holds no group header and no value, only blanks and
 // comments.
