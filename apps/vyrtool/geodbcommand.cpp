@@ -100,9 +100,8 @@ int runGeodatabaseCommand(std::span<const std::string_view> arguments)
     }
     if (outcome == Unattended::Drawn)
         return 0;
-    if (outcome == Unattended::None && !options.accept && options.screenshot.empty())
-        std::fputs("vyrtool geodb: no geodatabase chosen\n", stderr);
-    else if (outcome == Unattended::None)
-        std::fputs("vyrtool geodb: the picker could not be shown (is libvyr_dirDialog.so installed?)\n", stderr);
+    // The export answers false alike for a cancelled picker and for one that
+    // could not be opened.
+    std::fputs("vyrtool geodb: no geodatabase was chosen (cancelled, or libvyr_dirDialog.so is missing)\n", stderr);
     return 1;
 }

@@ -272,7 +272,7 @@ void GeodatabasePicker::updateState()
 {
     const QString reason = problem();
     d->ok->setEnabled(reason.isEmpty());
-    d->status->setText(reason.isEmpty() ? QString() : reason);
+    d->status->setText(reason);
 }
 
 } // namespace vyr::services

@@ -81,13 +81,13 @@ bool VYREsriGeoDBDlg(int /*unused*/, VYRStringHandle location, bool mustExist, i
     }
 }
 
-bool VYREsriLayerDlg(IVYRSession * /*session*/, VYRStringHandle location, const char * /*title*/,
+bool VYREsriLayerDlg(IVYRSession * /*session*/, VYRStringHandle /*location*/, const char * /*title*/,
                      const char * /*buttonCaption*/, const char *mode, void * /*parentWindow*/)
 {
-    // The browser runs on a component library that this platform does not
-    // have, whichever set-up the mode asks for; the caller's text stays.
-    static_cast<void>(vyr::layerBrowserSetup(mode));
-    static_cast<void>(location);
+    // Whichever set-up the mode asks for, the browser's component library
+    // is not on this platform: the picker ends as it does where that library
+    // is not installed, with false and the caller's text untouched.
+    [[maybe_unused]] const vyr::LayerBrowserSetup setup = vyr::layerBrowserSetup(mode);
     return false;
 }
 
