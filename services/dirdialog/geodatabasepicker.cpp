@@ -109,8 +109,8 @@ GeodatabasePicker::GeodatabasePicker(const QString &title, const QString &prompt
         d->tree->hideColumn(column);
     d->tree->header()->hide();
     d->tree->setSelectionMode(QAbstractItemView::SingleSelection);
-    // Enter on a folder answers with it or opens it; expanding stays on the
-    // arrow keys and the mouse.
+    // Enter and a double click both reach folderActivated: a geodatabase
+    // answers, any other folder opens or closes.
     d->tree->setExpandsOnDoubleClick(false);
     auto *treeLabel = new QLabel(localized("&Folders:"), this);
     treeLabel->setBuddy(d->tree);
