@@ -14,6 +14,9 @@ int runCodecCommand(std::span<const std::string_view> arguments);
 int runFormatCommand(std::string_view command, std::span<const std::string_view> arguments);
 // "about" or "template".
 int runDialogCommand(std::string_view command, std::span<const std::string_view> arguments);
+// "register" or "unregister".
+int runRegisterCommand(std::string_view command, std::span<const std::string_view> arguments);
+int runGeodatabaseCommand(std::span<const std::string_view> arguments);
 // "domain" or "list".
 int runEditorCommand(std::string_view command, std::span<const std::string_view> arguments);
 

@@ -27,6 +27,9 @@ constexpr const char *kUsage = "usage: vyrtool <command> [arguments]\n"
                                "       [--accept]\n"
                                "      Edit a colon-packed set, list or map of strings (read-only with\n"
                                "      --source, as for a reader's format); the new value after OK.\n"
+                               "  geodb [PATH] [--must-exist] [--screenshot FILE] [--accept]\n"
+                               "      Pick a file geodatabase (a folder named *.gdb) starting at PATH, and\n"
+                               "      print its path; without --must-exist a new one may be named.\n"
                                "  With --screenshot the dialog is drawn into the PNG FILE; with --accept\n"
                                "  it is closed with OK at once, so both also work without a display. A\n"
                                "  dialog that refuses OK prints why on standard error and exits with 3.\n"
@@ -41,7 +44,11 @@ constexpr const char *kUsage = "usage: vyrtool <command> [arguments]\n"
                                "      The feature type (resolve) or attribute (attr) name the format makes\n"
                                "      of NAME when the --taken names exist already.\n"
                                "  schema show FEATURE.json --format CAPFILE\n"
-                               "      What the dialog reads from a schema feature file under the format.\n";
+                               "      What the dialog reads from a schema feature file under the format.\n"
+                               "  register|unregister [--user]\n"
+                               "      Register the library as a component server (its type library and\n"
+                               "      proxy/stub) in the machine's settings files, or the user's with\n"
+                               "      --user, or remove that again; prints every value written or removed.\n";
 
 } // namespace
 
@@ -63,6 +70,10 @@ int main(int argc, char **argv)
         return runFormatCommand(command, std::span(arguments).subspan(1));
     if (command == "about" || command == "template")
         return runDialogCommand(command, std::span(arguments).subspan(1));
+    if (command == "register" || command == "unregister")
+        return runRegisterCommand(command, std::span(arguments).subspan(1));
+    if (command == "geodb")
+        return runGeodatabaseCommand(std::span(arguments).subspan(1));
     if (command == "domain" || command == "list")
         return runEditorCommand(command, std::span(arguments).subspan(1));
     std::fprintf(stderr, "vyrtool: unknown command \"%.*s\"\n\n%s", static_cast<int>(command.size()), command.data(),

@@ -10,6 +10,7 @@
 
 #include <stdbool.h>
 #include <stddef.h>
+#include <stdint.h>
 
 #include "vyr/vyr_string.h"
 
@@ -104,6 +105,71 @@ VYRGUIMFC_API bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFe
                                                     const VYRWorkspaceFeatureType *others, size_t otherCount,
                                                     const char *const *schemaSourceFormats, size_t schemaSourceCount,
                                                     void *parentWindow);
+
+/*
+ * Data source pickers.
+ *
+ * VYREsriGeoDBDlg lets the user pick a file geodatabase (a folder whose name
+ * ends in ".gdb") with the folder picker of libvyr_dirDialog.so in the
+ * installation directory. `location` holds the path the picker starts at
+ * (only its first 259 bytes are used) and, on success, the chosen path.
+ * With `mustExist` false the user may also name a new geodatabase, which is
+ * not created. `parentWindow` is the owner, a QWidget pointer, or null. The
+ * first and fourth arguments are not used. The result is true when the user
+ * chose a geodatabase; false when the picker was cancelled or the library or
+ * its function is missing, and `location` then keeps its text.
+ *
+ * VYREsriLayerDlg would browse for a layer through a component library that
+ * this platform does not have: it always answers false and leaves
+ * `location` as it was. Its `mode` is "multi" (in any letter case) for the
+ * browser that shows several kinds of items, anything else for layers
+ * only; `title` and `buttonCaption` name the browser window and its accept
+ * button.
+ */
+VYRGUIMFC_API bool VYREsriGeoDBDlg(int unused1, VYRStringHandle location, bool mustExist, int unused2,
+                                   void *parentWindow);
+VYRGUIMFC_API bool VYREsriLayerDlg(IVYRSession *session, VYRStringHandle location, const char *title,
+                                   const char *buttonCaption, const char *mode, void *parentWindow);
+
+/*
+ * Component server entry points, as an in-process component server of the
+ * original design has them. Results are status codes: 0 (S_OK) done, 1
+ * (S_FALSE) done with a "no", negative values failures with their usual
+ * values (0x80040111 class not available, 0x80004002 no such interface,
+ * 0x8002801C the type library's registry keys could not be written,
+ * 0x80070005 the proxy/stub's could not).
+ *
+ * The registry is kept in settings files (INI): the keys of the classes root
+ * ("SOFTWARE\Classes\...") in Classes/TypeLib.conf, Classes/Interface.conf
+ * and Classes/CLSID.conf of the first folder of $XDG_CONFIG_DIRS (default
+ * /etc/xdg), or of $XDG_CONFIG_HOME (default ~/.config) when
+ * VYR_REGISTER_PER_USER=1 was in the environment when the library first
+ * registered. A key's default value is "@".
+ *
+ * DllRegisterServer writes the type library vyrguimfcLib 1.0 (TypeLib\{LIBID})
+ * and then the proxy/stub of its interface VVyrOlePropertyPage (Interface\{IID}
+ * and the proxy/stub's class under CLSID), naming this library's file. The
+ * calling thread runs in the C locale meanwhile and gets its own back. The
+ * first failing step's code is returned; what earlier steps wrote stays.
+ * DllUnregisterServer removes exactly those keys, and settings files and
+ * folders left empty. DllGetClassObject serves only the proxy/stub's class
+ * object (interfaces IUnknown and IPSFactoryBuffer; it makes no proxies on
+ * this platform); any other class is not available. DllCanUnloadNow answers
+ * 1 while that class object is held, a dialog of the library exists, the
+ * library's help routine is installed on the application, or the server is
+ * locked; else 0.
+ */
+typedef struct VYRGuid {
+    uint32_t data1;
+    uint16_t data2;
+    uint16_t data3;
+    uint8_t data4[8];
+} VYRGuid;
+
+VYRGUIMFC_API int32_t DllGetClassObject(const VYRGuid *classId, const VYRGuid *interfaceId, void **object);
+VYRGUIMFC_API int32_t DllCanUnloadNow(void);
+VYRGUIMFC_API int32_t DllRegisterServer(void);
+VYRGUIMFC_API int32_t DllUnregisterServer(void);
 
 #ifdef __cplusplus
 }

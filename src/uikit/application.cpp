@@ -52,7 +52,24 @@ protected:
     }
 };
 
+constexpr char kHelpKeyFilterName[] = "vyrHelpKeyFilter";
+
 } // namespace
+
+int libraryObjectsInFramework()
+{
+    auto *application = qobject_cast<QApplication *>(QCoreApplication::instance());
+    if (!application)
+        return 0;
+    int count = static_cast<int>(
+        application->findChildren<QObject *>(QLatin1String(kHelpKeyFilterName), Qt::FindDirectChildrenOnly).size());
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets) {
+        if (qobject_cast<CVyrDialog *>(widget))
+            ++count;
+    }
+    return count;
+}
 
 QApplication *ensureApplication()
 {
@@ -72,7 +89,9 @@ QApplication *ensureApplication()
     auto *application = qobject_cast<QApplication *>(QCoreApplication::instance());
     static QPointer<QApplication> filtered;
     if (application && filtered != application) {
-        application->installEventFilter(new HelpKeyFilter(application));
+        auto *filter = new HelpKeyFilter(application);
+        filter->setObjectName(QLatin1String(kHelpKeyFilterName));
+        application->installEventFilter(filter);
         filtered = application;
     }
     // Refusals of the model's checks become message boxes, unless the host

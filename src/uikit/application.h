@@ -22,6 +22,13 @@ namespace vyr {
 // sets QT_QPA_PLATFORM=offscreen itself.
 QApplication *ensureApplication();
 
+// How many of the library's objects the GUI framework holds now: the help
+// routine installed on the application (which stands for an application
+// the library made as well) and every dialog of the library that still
+// exists. While any is there, the library must stay loaded: the framework
+// would call into code that is gone.
+int libraryObjectsInFramework();
+
 } // namespace vyr
 
 #endif // VYR_UIKIT_APPLICATION_H

@@ -1,5 +1,5 @@
-// Reading one value from an INI text: the settings files that stand in for
-// the system registry.
+// Reading and editing INI texts: the settings files that stand in for the
+// system registry.
 //
 // The layout is the one Qt's settings and most desktop tools write:
 // "[Group]" lines open a group ("[BUILD/6233]" nests with slashes), "key=value"
@@ -10,6 +10,7 @@
 #ifndef VYR_UTIL_INIFILE_H
 #define VYR_UTIL_INIFILE_H
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,34 @@ std::optional<std::string> findIniValue(std::string_view text, std::string_view 
 
 // As findIniValue over the file at `path`; nothing when it cannot be read.
 std::optional<std::string> readIniFileValue(const std::string &path, std::string_view group, std::string_view key);
+
+// Whether `group`, `key` and `value` can be written as one line each: no
+// line breaks, no "]" in a group, no "=" in a key, a key that does not start
+// a comment or a group and is not blank.
+bool isWritableIniEntry(std::string_view group, std::string_view key, std::string_view value);
+
+// `text` with `key` of `group` set to `value`. An existing line of the key
+// (the last, as the reader takes it) is replaced where it stands; otherwise
+// the line goes after the group's last value, or a new group is added at the
+// end. Every other line is kept byte for byte. A value with blanks at either
+// end, or in double quotes, is written in double quotes so that it reads
+// back as given. The entry must be writable (isWritableIniEntry).
+std::string setIniValue(std::string_view text, std::string_view group, std::string_view key, std::string_view value);
+
+// `text` without `group` and the groups below it ("group/..."), each with
+// its header and every line up to the next group; all else is kept byte for
+// byte. The nameless top of the file is "General" only by name: it is never
+// removed.
+std::string removeIniGroupTree(std::string_view text, std::string_view group);
+
+// Calls `visit` (group, key, value) for every value line of `text`, in
+// order, with the value as findIniValue reads it.
+void forEachIniValue(std::string_view text,
+                     const std::function<void(std::string_view, std::string_view, const std::string &)> &visit);
+
+// Whether `text` holds no group header and no value, only blanks and
+// comments.
+bool isEmptyIniText(std::string_view text);
 
 } // namespace vyr
 

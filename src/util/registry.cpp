@@ -4,21 +4,85 @@
 #include "util/environment.h"
 #include "util/inifile.h"
 #include "util/listpacking.h"
+#include "util/safefiles.h"
 
+#include <filesystem>
 #include <optional>
+#include <system_error>
 
 namespace vyr {
 
 namespace {
 
-struct SettingsLocation
+std::string userConfigDirectory()
 {
-    std::string file; // relative to a configuration directory
+    const std::string home = getEnvironment("XDG_CONFIG_HOME");
+    if (!home.empty())
+        return home;
+    const std::string userHome = getEnvironment("HOME");
+    return userHome.empty() ? std::string() : userHome + "/.config";
+}
+
+StringList machineConfigDirectories()
+{
+    std::string dirs = getEnvironment("XDG_CONFIG_DIRS");
+    if (dirs.empty())
+        dirs = "/etc/xdg";
+    return splitList(dirs, ':');
+}
+
+std::optional<std::string> readFrom(const StringList &directories, std::string_view key, std::string_view valueName)
+{
+    const RegistryLocation location = locateRegistryKey(key);
+    if (location.file.empty())
+        return std::nullopt;
+    for (const std::string &directory : directories) {
+        if (directory.empty())
+            continue;
+        if (auto value = readIniFileValue(directory + "/" + location.file, location.group, valueName))
+            return value;
+    }
+    return std::nullopt;
+}
+
+struct SettingsFile
+{
+    std::string path;
     std::string group;
+    std::string text; // empty when the file does not exist
 };
 
-// Empty file when the path does not name a vendor and an application.
-SettingsLocation locate(std::string_view key)
+// The settings file of `key` in the hive's write folder, read when it
+// exists. False with the reason when it cannot be found or read.
+bool openSettingsFile(RegistryHive hive, std::string_view key, SettingsFile &file, std::string &error)
+{
+    const std::string directory = registryWriteDirectory(hive);
+    const RegistryLocation location = locateRegistryKey(key);
+    if (directory.empty()) {
+        error = "no configuration folder for " + std::string(hive == RegistryHive::User ? "the user" : "the machine");
+        return false;
+    }
+    if (location.file.empty()) {
+        error = "\"" + std::string(key) + "\" names no vendor and application";
+        return false;
+    }
+    file.path = directory + "/" + location.file;
+    file.group = location.group;
+    std::error_code status;
+    if (!std::filesystem::exists(std::filesystem::symlink_status(file.path, status))) {
+        file.text.clear();
+        return true;
+    }
+    const std::optional<std::string> text = readUntrustedFile(file.path, error);
+    if (!text)
+        return false;
+    file.text = *text;
+    return true;
+}
+
+} // namespace
+
+RegistryLocation locateRegistryKey(std::string_view key)
 {
     StringList segments;
     std::string segment;
@@ -37,46 +101,86 @@ SettingsLocation locate(std::string_view key)
         segments.erase(segments.begin());
     if (segments.size() < 2)
         return {};
-    SettingsLocation location{segments[0] + "/" + segments[1] + ".conf", {}};
+    RegistryLocation location{segments[0] + "/" + segments[1] + ".conf", {}};
     for (std::size_t i = 2; i < segments.size(); ++i)
         location.group += (i > 2 ? "/" : "") + segments[i];
     return location;
 }
 
-std::optional<std::string> readFrom(const StringList &directories, std::string_view key, std::string_view valueName)
-{
-    const SettingsLocation location = locate(key);
-    if (location.file.empty())
-        return std::nullopt;
-    for (const std::string &directory : directories) {
-        if (directory.empty())
-            continue;
-        if (auto value = readIniFileValue(directory + "/" + location.file, location.group, valueName))
-            return value;
-    }
-    return std::nullopt;
-}
-
-} // namespace
-
 std::string readRegistryString(std::string_view key, std::string_view valueName, const std::string &fallback)
 {
-    std::string dirs = getEnvironment("XDG_CONFIG_DIRS");
-    if (dirs.empty())
-        dirs = "/etc/xdg";
-    return readFrom(splitList(dirs, ':'), key, valueName).value_or(fallback);
+    return readFrom(machineConfigDirectories(), key, valueName).value_or(fallback);
 }
 
 std::string readUserRegistryString(std::string_view key, std::string_view valueName, const std::string &fallback)
 {
-    std::string home = getEnvironment("XDG_CONFIG_HOME");
-    if (home.empty()) {
-        const std::string userHome = getEnvironment("HOME");
-        if (userHome.empty())
-            return fallback;
-        home = userHome + "/.config";
-    }
+    const std::string home = userConfigDirectory();
+    if (home.empty())
+        return fallback;
     return readFrom({home}, key, valueName).value_or(fallback);
+}
+
+std::string registryWriteDirectory(RegistryHive hive)
+{
+    if (hive == RegistryHive::User)
+        return userConfigDirectory();
+    for (const std::string &directory : machineConfigDirectories()) {
+        if (!directory.empty())
+            return directory;
+    }
+    return {};
+}
+
+std::optional<std::string> readWrittenRegistryString(RegistryHive hive, std::string_view key,
+                                                     std::string_view valueName)
+{
+    const std::string directory = registryWriteDirectory(hive);
+    if (directory.empty())
+        return std::nullopt;
+    return readFrom({directory}, key, valueName);
+}
+
+bool writeRegistryString(RegistryHive hive, std::string_view key, std::string_view valueName, std::string_view value,
+                         std::string &error)
+{
+    SettingsFile file;
+    if (!openSettingsFile(hive, key, file, error))
+        return false;
+    if (!isWritableIniEntry(file.group, valueName, value)) {
+        error = file.path + ": the value \"" + std::string(valueName) + "\" of \"" + std::string(key)
+            + "\" cannot be kept in a settings file";
+        return false;
+    }
+    std::error_code status;
+    std::filesystem::create_directories(std::filesystem::path(file.path).parent_path(), status);
+    if (status) {
+        error = std::filesystem::path(file.path).parent_path().string() + ": " + status.message();
+        return false;
+    }
+    return replaceFileContent(file.path, setIniValue(file.text, file.group, valueName, value), error);
+}
+
+bool removeRegistryKey(RegistryHive hive, std::string_view key, std::string &error)
+{
+    SettingsFile file;
+    if (!openSettingsFile(hive, key, file, error))
+        return false;
+    if (file.text.empty())
+        return true;
+    const std::string rest = file.group.empty() ? std::string() : removeIniGroupTree(file.text, file.group);
+    if (rest == file.text)
+        return true;
+    if (!isEmptyIniText(rest))
+        return replaceFileContent(file.path, rest, error);
+    std::error_code status;
+    if (!std::filesystem::remove(file.path, status) && status) {
+        error = file.path + ": " + status.message();
+        return false;
+    }
+    // The vendor folder goes with its last file; a folder that still holds
+    // anything stays (remove refuses it).
+    std::filesystem::remove(std::filesystem::path(file.path).parent_path(), status);
+    return true;
 }
 
 } // namespace vyr

@@ -61,6 +61,8 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 33263, DynamicSettingsDefault)                                                                           \
     X(String, 33264, DynamicSettingsCustom)                                                                            \
     X(String, 33265, NoSchemaSourceFormats)                                                                            \
+    X(String, 33228, GeodatabasePickerTitle)                                                                           \
+    X(String, 33229, GeodatabasePickerPrompt)                                                                          \
     X(String, 59398, Yes)                                                                                              \
     X(String, 59399, No)                                                                                               \
     X(String, 59419, ApplyTitle)                                                                                       \

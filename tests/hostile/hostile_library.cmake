@@ -42,5 +42,20 @@ foreach(name IN ITEMS libtcl8.6.so libc.so.6 libQt6Core.so.6)
     endforeach()
 endforeach()
 
+# The directory dialog, which the library opens at run time by name: only
+# the installation's copy may answer, never one beside a geodatabase.
+set(folder ${work}/libvyr_dirDialog.so-planted)
+file(REMOVE_RECURSE ${folder})
+file(MAKE_DIRECTORY ${folder}/city.gdb)
+configure_file(${PLANTED} ${folder}/libvyr_dirDialog.so COPYONLY)
+file(REMOVE ${marker})
+hostile_run(run WORKING_DIRECTORY ${folder} COMMAND env VYR_PLANTED_MARKER=${marker} ${VYRTOOL} geodb city.gdb --accept)
+if(EXISTS ${marker})
+    hostile_fail("vyrtool geodb loaded the libvyr_dirDialog.so planted in its working directory")
+elseif(NOT run_status EQUAL 0 OR NOT "${run_out}" MATCHES "city.gdb")
+    hostile_first_line(line "${run_said}")
+    hostile_fail("vyrtool geodb beside a planted libvyr_dirDialog.so: ${run_how}: ${line}")
+endif()
+
 file(REMOVE_RECURSE ${work})
 hostile_finish()

@@ -1,0 +1,158 @@
+#include "frame/comserver.h"
+
+#include "frame/proxystub.h"
+#include "uikit/application.h"
+#include "util/environment.h"
+
+#include <dlfcn.h>
+#include <locale.h>
+
+#include <optional>
+
+namespace vyr::com {
+
+const char kClassesRoot[] = "SOFTWARE\\Classes";
+
+namespace {
+
+std::string typeLibraryKey(const TypeLibrary &library)
+{
+    return std::string(kClassesRoot) + "\\TypeLib\\" + library.libid.toString() + "\\" + library.versionText();
+}
+
+// The directory part of the type library's help file, or nothing.
+std::string helpDirectoryOf(const TypeLibrary &library)
+{
+    const std::size_t slash = library.helpFile.find_last_of('/');
+    return slash == std::string::npos ? std::string() : library.helpFile.substr(0, slash);
+}
+
+} // namespace
+
+CvyrguimfcModule::CvyrguimfcModule()
+    : m_perUser(getEnvironment("VYR_REGISTER_PER_USER") == "1")
+{
+}
+
+CvyrguimfcModule &CvyrguimfcModule::instance()
+{
+    static CvyrguimfcModule module;
+    return module;
+}
+
+std::string CvyrguimfcModule::modulePath() const
+{
+    Dl_info info{};
+    if (::dladdr(reinterpret_cast<void *>(&registerServer), &info) == 0 || !info.dli_fname)
+        return {};
+    return info.dli_fname;
+}
+
+SystemLocaleScope::SystemLocaleScope()
+    : m_previous(nullptr)
+    , m_system(::newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr)))
+{
+    if (m_system)
+        m_previous = ::uselocale(static_cast<locale_t>(m_system));
+}
+
+SystemLocaleScope::~SystemLocaleScope()
+{
+    if (!m_system)
+        return;
+    ::uselocale(static_cast<locale_t>(m_previous));
+    ::freelocale(static_cast<locale_t>(m_system));
+}
+
+HRESULT registerTypeLibrary(const TypeLibrary &library, const std::string &path, const std::string &helpDirectory,
+                            RegistryHive hive)
+{
+    const std::string key = typeLibraryKey(library);
+    std::string error;
+    bool written = writeRegistryString(hive, key, kRegistryDefaultValue, library.helpString, error)
+        && writeRegistryString(hive, key + "\\FLAGS", kRegistryDefaultValue, "0", error)
+        && writeRegistryString(hive, key + "\\" + std::to_string(library.lcid) + "\\linux", kRegistryDefaultValue,
+                               path, error);
+    if (written && !helpDirectory.empty())
+        written = writeRegistryString(hive, key + "\\HELPDIR", kRegistryDefaultValue, helpDirectory, error);
+    return written ? S_OK : TYPE_E_REGISTRYACCESS;
+}
+
+HRESULT unregisterTypeLibrary(const TypeLibrary &library, RegistryHive hive)
+{
+    std::string error;
+    return removeRegistryKey(hive, typeLibraryKey(library), error) ? S_OK : TYPE_E_REGISTRYACCESS;
+}
+
+HRESULT registerServer(CvyrguimfcModule &module)
+{
+    const std::optional<TypeLibrary> library = embeddedTypeLibrary();
+    const std::string path = module.modulePath();
+    HRESULT status = S_OK;
+    {
+        const SystemLocaleScope systemLocale;
+        for (const ClassEntry &entry : module.classTable()) {
+            if (!succeeded(status = entry.updateRegistry(true)))
+                return status;
+        }
+        if (!library)
+            return TYPE_E_CANTLOADLIBRARY;
+        if (path.empty())
+            return E_FAIL;
+        if (!succeeded(status = registerTypeLibrary(*library, path, helpDirectoryOf(*library), module.hive())))
+            return status;
+        if (module.furtherRegistration() && !succeeded(status = module.furtherRegistration()()))
+            return status;
+    }
+    return proxystub::registerProxyStub(*library, path, module.hive());
+}
+
+HRESULT unregisterServer(CvyrguimfcModule &module)
+{
+    const std::optional<TypeLibrary> library = embeddedTypeLibrary();
+    HRESULT status = S_OK;
+    {
+        const SystemLocaleScope systemLocale;
+        if (module.furtherUnregistration() && !succeeded(status = module.furtherUnregistration()()))
+            return status;
+        for (const ClassEntry &entry : module.classTable()) {
+            if (!succeeded(status = entry.updateRegistry(false)))
+                return status;
+        }
+        if (!library)
+            return TYPE_E_CANTLOADLIBRARY;
+        if (!succeeded(status = unregisterTypeLibrary(*library, module.hive())))
+            return status;
+    }
+    // The proxy/stub part is unregistered in two calls, registration and then
+    // removal, so that what goes is the complete set its registration
+    // writes, whatever an interrupted earlier run left behind.
+    const std::string path = module.modulePath();
+    if (!succeeded(status = proxystub::registerProxyStub(*library, path, module.hive())))
+        return status;
+    return proxystub::unregisterProxyStub(*library, module.hive());
+}
+
+HRESULT getClassObject(CvyrguimfcModule &module, const Guid &clsid, const Guid &iid, void **object)
+{
+    if (!object)
+        return E_POINTER;
+    if (succeeded(proxystub::getClassObject(clsid, iid, object)))
+        return S_OK;
+    *object = nullptr;
+    for (const ClassEntry &entry : module.classTable()) {
+        if (entry.clsid == clsid)
+            return entry.getClassObject(iid, object);
+    }
+    return CLASS_E_CLASSNOTAVAILABLE;
+}
+
+HRESULT canUnloadNow(const CvyrguimfcModule &module)
+{
+    const HRESULT proxyStatus = proxystub::canUnloadNow();
+    if (proxyStatus != S_OK)
+        return proxyStatus;
+    return libraryObjectsInFramework() == 0 && module.lockCount() == 0 ? S_OK : S_FALSE;
+}
+
+} // namespace vyr::com

@@ -1,0 +1,76 @@
+# Registers the library as a component server into scratch configuration
+# folders and removes it again, machine-wide and per user: each run prints
+# what it wrote or removed, and afterwards the folders hold exactly what
+# they held before, including another server's keys in the same file.
+file(REMOVE_RECURSE ${WORK})
+set(machine ${WORK}/machine)
+set(user ${WORK}/user)
+file(MAKE_DIRECTORY ${machine} ${user})
+set(other "[{11111111-2222-3333-4444-555555555555}]\n@=Other Server\n")
+file(WRITE ${machine}/Classes/CLSID.conf "${other}")
+
+function(folder_state folder output)
+    file(GLOB_RECURSE files LIST_DIRECTORIES true RELATIVE ${folder} ${folder}/*)
+    list(SORT files)
+    set(state "")
+    foreach(file IN LISTS files)
+        if(IS_DIRECTORY ${folder}/${file})
+            string(APPEND state "${file}/\n")
+        else()
+            file(READ ${folder}/${file} content)
+            string(APPEND state "${file}: ${content}\n")
+        endif()
+    endforeach()
+    set(${output} "${state}" PARENT_SCOPE)
+endfunction()
+
+foreach(scope "machine" "user")
+    set(flags "")
+    set(written ${machine})
+    if(scope STREQUAL "user")
+        set(flags --user)
+        set(written ${user})
+    endif()
+    folder_state(${machine} machine_before)
+    folder_state(${user} user_before)
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_CONFIG_DIRS=${machine} XDG_CONFIG_HOME=${user}
+                            ${TOOL} register ${flags}
+                    OUTPUT_VARIABLE printed RESULT_VARIABLE status)
+    if(NOT status EQUAL 0)
+        message(FATAL_ERROR "vyrtool register ${flags}: exit ${status}\n${printed}")
+    endif()
+    foreach(expected "written: Classes\\\\TypeLib\\\\{[-0-9A-F]+}\\\\1.0  @ = vyrguimfc 1.0 Type Library"
+                     "written: Classes\\\\Interface\\\\{[-0-9A-F]+}  @ = VVyrOlePropertyPage"
+                     "InProcServer32  @ = [^\n]*libvyrguimfc.so")
+        if(NOT printed MATCHES "${expected}")
+            message(FATAL_ERROR "vyrtool register ${flags} did not print \"${expected}\":\n${printed}")
+        endif()
+    endforeach()
+    if(NOT EXISTS ${written}/Classes/TypeLib.conf)
+        message(FATAL_ERROR "vyrtool register ${flags} wrote nothing into ${written}")
+    endif()
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_CONFIG_DIRS=${machine} XDG_CONFIG_HOME=${user}
+                            ${TOOL} unregister ${flags}
+                    OUTPUT_VARIABLE printed RESULT_VARIABLE status)
+    if(NOT status EQUAL 0 OR NOT printed MATCHES "removed: Classes\\\\TypeLib")
+        message(FATAL_ERROR "vyrtool unregister ${flags}: exit ${status}\n${printed}")
+    endif()
+    folder_state(${machine} machine_after)
+    folder_state(${user} user_after)
+    if(NOT machine_after STREQUAL machine_before OR NOT user_after STREQUAL user_before)
+        message(FATAL_ERROR "vyrtool register/unregister ${flags} left the folders changed:\n"
+                            "${machine_before}${user_before}--- became ---\n${machine_after}${user_after}")
+    endif()
+endforeach()
+
+# A folder nobody can write into: the failing step's status, and no change.
+file(WRITE ${WORK}/blocked/Classes "a file where the folder belongs")
+execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_CONFIG_DIRS=${WORK}/blocked ${TOOL} register
+                OUTPUT_VARIABLE printed ERROR_VARIABLE message RESULT_VARIABLE status)
+if(NOT status EQUAL 1 OR NOT message MATCHES "0x8002801C" OR NOT printed STREQUAL "")
+    message(FATAL_ERROR "vyrtool register into a blocked folder: exit ${status}: ${printed}${message}")
+endif()
+execute_process(COMMAND ${TOOL} register --frobnicate OUTPUT_QUIET ERROR_QUIET RESULT_VARIABLE status)
+if(NOT status EQUAL 2)
+    message(FATAL_ERROR "vyrtool register --frobnicate: expected exit 2, got ${status}")
+endif()
