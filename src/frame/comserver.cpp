@@ -4,6 +4,8 @@
 #include "uikit/application.h"
 #include "util/environment.h"
 
+#include <climits>
+#include <cstdlib>
 #include <dlfcn.h>
 #include <locale.h>
 
@@ -45,7 +47,10 @@ std::string CvyrguimfcModule::modulePath() const
     Dl_info info{};
     if (::dladdr(reinterpret_cast<void *>(&registerServer), &info) == 0 || !info.dli_fname)
         return {};
-    return info.dli_fname;
+    // A library opened by a relative name reports that name; the settings
+    // must hold a path that works from anywhere.
+    char resolved[PATH_MAX];
+    return ::realpath(info.dli_fname, resolved) ? std::string(resolved) : std::string(info.dli_fname);
 }
 
 SystemLocaleScope::SystemLocaleScope()

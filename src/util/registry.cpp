@@ -14,21 +14,32 @@ namespace vyr {
 
 namespace {
 
+// Relative entries are ignored, as the base directory rules ask: they would
+// make settings depend on wherever the program was started.
+bool isAbsoluteDirectory(const std::string &directory)
+{
+    return !directory.empty() && directory.front() == '/';
+}
+
 std::string userConfigDirectory()
 {
     const std::string home = getEnvironment("XDG_CONFIG_HOME");
-    if (!home.empty())
+    if (isAbsoluteDirectory(home))
         return home;
     const std::string userHome = getEnvironment("HOME");
-    return userHome.empty() ? std::string() : userHome + "/.config";
+    return isAbsoluteDirectory(userHome) ? userHome + "/.config" : std::string();
 }
 
 StringList machineConfigDirectories()
 {
-    std::string dirs = getEnvironment("XDG_CONFIG_DIRS");
-    if (dirs.empty())
-        dirs = "/etc/xdg";
-    return splitList(dirs, ':');
+    StringList directories;
+    for (std::string &directory : splitList(getEnvironment("XDG_CONFIG_DIRS"), ':')) {
+        if (isAbsoluteDirectory(directory))
+            directories.push_back(std::move(directory));
+    }
+    if (directories.empty())
+        directories.push_back("/etc/xdg");
+    return directories;
 }
 
 std::optional<std::string> readFrom(const StringList &directories, std::string_view key, std::string_view valueName)

@@ -128,6 +128,24 @@ TEST(RegistryTest, UserSettingsThenTheFirstSystemDirectoryHoldingTheValue)
     EXPECT_EQ(readRegistryString("SOFTWARE\\Quenbry Inc.\\Vyrcore", "VYR_HOME", ""), "/opt/second");
 }
 
+// A relative configuration directory would read (and registration write)
+// settings wherever the program happens to be started.
+TEST(RegistryTest, RelativeConfigurationDirectoriesAreIgnored)
+{
+    ScratchDirectory home;
+    ScratchDirectory system;
+    ScopedEnvironment env;
+    env.set("HOME", home.path());
+    env.set("XDG_CONFIG_HOME", "config");
+    env.set("XDG_CONFIG_DIRS", "xdg:" + system.path());
+    home.write(".config/Quenbry Inc./VYR Loomhouse.conf", "[Settings]\nAllow Source Feature Type Editing=Yes\n");
+    system.write("Quenbry Inc./Vyrcore.conf", "VYR_HOME=/opt/system\n");
+    EXPECT_EQ(readUserRegistryString("Software\\Quenbry Inc.\\VYR Loomhouse\\Settings",
+                                     "Allow Source Feature Type Editing", "no"),
+              "Yes");
+    EXPECT_EQ(readRegistryString("SOFTWARE\\Quenbry Inc.\\Vyrcore", "VYR_HOME", ""), "/opt/system");
+}
+
 TEST(UserLanguageTest, TakesTheLanguageOfTheFirstSetLocaleVariable)
 {
     struct Case
