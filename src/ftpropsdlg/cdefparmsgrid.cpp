@@ -239,7 +239,7 @@ void CDefParmsGrid::OnGetChoices(CVVyrGrid &, int column, long row, CUGCell &, Q
 int CDefParmsGrid::OnBrowse(int column, long row)
 {
     const GuiParameterLine *parameter = ParameterOf(ParameterNameOf(row));
-    if (column != kValueColumn || !parameter || !isBrowsed(*parameter))
+    if (column != kValueColumn || !parameter || !isBrowsed(*parameter) || !IsCellEnabled(column, row))
         return 1;
     IGuiPrompter *prompter = m_dialog ? m_dialog->prompter() : nullptr;
     if (prompter)
@@ -283,11 +283,12 @@ QString CDefParmsGrid::OnCellDescription(int, long row)
     return HelpTextOf(row);
 }
 
-int CDefParmsGrid::OnAllowCellMove(int oldColumn, long oldRow, int newColumn, long newRow)
+int CDefParmsGrid::OnAllowCellMove(int, long, int, long)
 {
-    if (newColumn == kPromptColumn)
-        return 0;
-    return CVVyrGrid::OnAllowCellMove(oldColumn, oldRow, newColumn, newRow);
+    // Rows the disable rule turned off must not stop the keyboard on its way
+    // down the page, and a prompt is where the focus lands first; neither
+    // takes an edit, since the grid refuses to write into them.
+    return 1;
 }
 
 void CDefParmsGrid::OnLayoutComponents(Layout &layout)

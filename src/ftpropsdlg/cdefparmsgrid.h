@@ -96,7 +96,7 @@ protected:
     // ATTRLIST, ATTRLIST_COMMAS and ICONPICK.
     int OnBrowse(int column, long row) override;
     int OnCellTipText(int column, long row, int section, QString &text) override;
-    // The prompts are only read: the keyboard goes from value to value.
+    // Every cell may be current; only enabled values take edits.
     int OnAllowCellMove(int oldColumn, long oldRow, int newColumn, long newRow) override;
     void OnLayoutComponents(Layout &layout) override;
 
