@@ -88,6 +88,7 @@ void CDefParmsGrid::RemoveAllRows()
     m_storedChoices.clear();
     m_rowNames.clear();
     m_disableRow = kNoDisableRow;
+    m_promptWidth = 0;
 }
 
 QString CDefParmsGrid::LocalizedPrompt(const GuiParameterLine &parameter)
@@ -134,7 +135,10 @@ long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &
         cell.setCellTypeParam(ug::ParamEditable);
     }
 
-    const long row = AppendRowTexts({LocalizedPrompt(parameter), shown});
+    const QString prompt = LocalizedPrompt(parameter);
+    // The cell's text margins and a little air.
+    m_promptWidth = std::max(m_promptWidth, fontMetrics().horizontalAdvance(prompt) + 12);
+    const long row = AppendRowTexts({prompt, shown});
     if (row < 0)
         return row;
     CUGCell valueCell;
@@ -293,9 +297,13 @@ int CDefParmsGrid::OnAllowCellMove(int, long, int, long)
 
 void CDefParmsGrid::OnLayoutComponents(Layout &layout)
 {
+    // German prompts run long: the prompts get what the longest needs, as
+    // long as the values keep two fifths of the width and a third is left
+    // for prompts in any case.
     const int width = layout.grid.width();
-    SetColumnWidth(kPromptColumn, int(0.45 * width));
-    SetColumnWidth(kValueColumn, width - int(0.45 * width));
+    const int prompts = std::clamp(m_promptWidth, width / 3, std::max(width / 3, width * 3 / 5));
+    SetColumnWidth(kPromptColumn, prompts);
+    SetColumnWidth(kValueColumn, width - prompts);
     layout.tabs = QRect();
 }
 

@@ -115,6 +115,8 @@ private:
     std::vector<std::string> m_rowNames;
     long m_disableRow = kNoDisableRow;
     std::optional<std::string> m_outsideDisableValue;
+    // What the longest prompt of the rows needs, in pixels.
+    int m_promptWidth = 0;
 };
 
 } // namespace vyr
