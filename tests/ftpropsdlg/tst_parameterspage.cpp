@@ -262,6 +262,15 @@ private slots:
         choose(shown("No"));
         QVERIFY(enabled(*dialog, "PLAIN"));
         QVERIFY(!enabled(*dialog, "ONLY_ON"));
+
+        // Digits only in an INTEGER row, the first key starting the edit.
+        grid->GotoCell(CDefParmsGrid::kValueColumn, rowOf(*dialog, "WIDTH"));
+        QTest::keyClicks(grid, "4");
+        QVERIFY(grid->IsEditing());
+        QCOMPARE(QApplication::focusWidget(), grid->GetEditor());
+        QTest::keyClicks(grid->GetEditor(), "x2");
+        QTest::keyClick(grid->GetEditor(), Qt::Key_Return);
+        QCOMPARE(valueOf(*dialog, "WIDTH"), QStringLiteral("42"));
         dialog->hide();
     }
 
