@@ -7,6 +7,9 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
+#include <utility>
+#include <vector>
+
 namespace vyr {
 
 CFeatTypePropsParms::CFeatTypePropsParms(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format,
@@ -37,10 +40,7 @@ bool CFeatTypePropsParms::OnInitDialog()
         m_filter->installEventFilter(this);
         connect(m_filter, &QLineEdit::textChanged, this, [this](const QString &text) { SetFilter(text); });
     }
-    std::map<std::string, std::string> values;
-    for (const std::string &name : m_format->getDeflineParmNames())
-        values[name] = m_schema->getParameter(name);
-    fillRows(m_format, values);
+    fillRows(m_format, m_schema->getParameters(m_format->getDeflineParmNames()));
     m_initialised = true;
     return true;
 }
@@ -145,11 +145,14 @@ void CFeatTypePropsParms::WriteToSchema(FTPropsSchemaInfo &target, const std::se
     if (!targetFormat)
         targetFormat = m_format;
     const std::map<std::string, std::string> values = ParameterValues();
+    std::vector<std::pair<std::string, std::string>> written;
     for (const std::string &name : m_names) {
         if (targetFormat->getDeflineParm(name).empty() || (names && !names->contains(name)))
             continue;
-        target.setParameter(name, values.at(name));
+        written.emplace_back(name, values.at(name));
     }
+    if (!written.empty())
+        target.setParameters(written);
 }
 
 void CFeatTypePropsParms::ChangeFormat(const FTPropsFormatInfo *format)
