@@ -137,7 +137,8 @@ private slots:
             "GUI INTEGER WIDTH Column Width,12,"
             "GUI OPTIONAL ATTR SORT_BY % Sort Rows By,,"
             "GUI OPTIONAL ATTRLIST_COMMAS HIDDEN Hidden Columns,,"
-            "GUI OPTIONAL COLOR_PICK COLOUR Header Row Colour,\"\"0,0,0\"\"\","
+            "GUI OPTIONAL COLOR_PICK COLOUR Header Row Colour,\"\"0,0,0\"\","
+            "GUI OPTIONAL ICONPICK SYMBOL Symbol,\","
             "DEFLINE_PARM_HELP,\"PLAIN,Something plain.\"",
             &m_session, "SHEET");
         m_table = std::make_unique<VYRObjFTPropsFormatInfo>(
@@ -161,7 +162,7 @@ private slots:
         QTabBar *tabs = dialog->tabControl();
         QCOMPARE(tabs->tabText(tabs->count() - 1), loadResourceString(res::ParametersTabTitle));
         CDefParmsGrid *grid = gridOf(*dialog);
-        QCOMPARE(grid->GetRowCount(), 10L);
+        QCOMPARE(grid->GetRowCount(), 11L);
         QCOMPARE(grid->GetCellString(-1, CDefParmsGrid::kPromptColumn), loadResourceString(res::ParameterPromptHeading));
         QCOMPARE(grid->GetCellString(rowOf(*dialog, "SEPARATOR"), CDefParmsGrid::kPromptColumn), shown("Field Separator"));
         // A stored value wins; the schema's empty answer is a value too.
@@ -339,7 +340,8 @@ private slots:
         });
         dialog->ApplyToOthers();
         QCOMPARE(offered, (QStringList{"Use Template", "Plain", "Only On", "Always", "Both", "Field Separator",
-                                       "Column Width", "Sort Rows By", "Hidden Columns", "Header Row Colour"}));
+                                       "Column Width", "Sort Rows By", "Hidden Columns", "Header Row Colour",
+                                       "Symbol"}));
         QCOMPARE(dialog->applySelection().parameters, (std::set<std::string>{"PLAIN", "SEPARATOR"}));
 
         vyr::test::ShownMessage confirmation;
@@ -349,7 +351,7 @@ private slots:
         QCOMPARE(sheet.parameters, (std::map<std::string, std::string>{{"PLAIN", "plain value"},
                                                                        {"SEPARATOR", "semicolon"}}));
         QCOMPARE(table.parameters, (std::map<std::string, std::string>{{"SEPARATOR", "semicolon"}}));
-        QCOMPARE(schema.parameters.size(), std::size_t(10));
+        QCOMPARE(schema.parameters.size(), std::size_t(11));
         QCOMPARE(schema.parameters.at("WIDTH"), std::string("40"));
     }
 
@@ -380,13 +382,13 @@ private slots:
         QTest::keyClick(filter, Qt::Key_Escape);
         QVERIFY(dialog->isVisible());
         QCOMPARE(filter->text(), QString());
-        QCOMPARE(grid->GetRowCount(), 10L);
+        QCOMPARE(grid->GetRowCount(), 11L);
         QCOMPARE(valueOf(*dialog, "USE_TEMPLATE"), shown("Yes"));
 
         // Filtered out or not, every value is written.
         QTest::keyClicks(filter, word);
         dialog->OnOK();
-        QCOMPARE(schema.parameters.size(), std::size_t(10));
+        QCOMPARE(schema.parameters.size(), std::size_t(11));
         QCOMPARE(schema.parameters.at("PLAIN"), std::string());
     }
 
@@ -418,6 +420,20 @@ private slots:
         QCOMPARE(title, QStringLiteral("Select"));
         QCOMPARE(offered, (QStringList{"Item", "Count"}));
         QCOMPARE(valueOf(*dialog, "HIDDEN"), QStringLiteral("Item,Count"));
+
+        // The icon picker answers with the file chosen; a cancel keeps the
+        // value.
+        const long symbol = rowOf(*dialog, "SYMBOL");
+        for (const bool accepted : {true, false}) {
+            answerNextDialog([accepted](QDialog *form) {
+                form->findChild<QLineEdit *>(QStringLiteral("iconFile"))
+                    ->setText(accepted ? QStringLiteral("/icons/flag.png") : QStringLiteral("/icons/other.png"));
+                return accepted;
+            });
+            grid->GotoCell(CDefParmsGrid::kValueColumn, symbol);
+            QTest::keyClick(grid, Qt::Key_F4);
+            QCOMPARE(valueOf(*dialog, "SYMBOL"), QStringLiteral("/icons/flag.png"));
+        }
 
         // Turned off by the rule, the button opens nothing.
         type(*dialog, "USE_TEMPLATE", QStringLiteral("Yes"));
