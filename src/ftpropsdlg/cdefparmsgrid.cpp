@@ -88,7 +88,6 @@ void CDefParmsGrid::RemoveAllRows()
     m_storedChoices.clear();
     m_rowNames.clear();
     m_disableRow = kNoDisableRow;
-    m_promptWidth = 0;
 }
 
 QString CDefParmsGrid::LocalizedPrompt(const GuiParameterLine &parameter)

@@ -57,10 +57,16 @@ public:
     // (then there are none).
     CDefParmsGrid(const FTPropsFormatInfo *format, CFeatTypePropsDlg *dialog, QWidget *parent = nullptr);
 
-    void SetFormat(const FTPropsFormatInfo *format) { m_format = format; }
+    // The prompt column then fits the new format's prompts alone.
+    void SetFormat(const FTPropsFormatInfo *format)
+    {
+        m_format = format;
+        m_promptWidth = 0;
+    }
     const FTPropsFormatInfo *format() const { return m_format; }
 
-    // Removes every row and forgets what they were.
+    // Removes every row and forgets what they were; the prompt column keeps
+    // its width, so that it stays put while a filter narrows the rows.
     void RemoveAllRows();
     // Appends a row for the parameter `line` defines, showing the stored
     // `value`; its index.
@@ -115,7 +121,8 @@ private:
     std::vector<std::string> m_rowNames;
     long m_disableRow = kNoDisableRow;
     std::optional<std::string> m_outsideDisableValue;
-    // What the longest prompt of the rows needs, in pixels.
+    // What the longest prompt shown since the format was set needs, in
+    // pixels.
     int m_promptWidth = 0;
 };
 

@@ -373,9 +373,11 @@ private slots:
         // "width" in English, "breite" in German: the end of the localised
         // prompt, typed in lower case.
         const QString word = shown("Column Width").section(QLatin1Char(' '), -1).right(5).toLower();
-        QTest::keyClicks(filter, word);
         CDefParmsGrid *grid = gridOf(*dialog);
+        const int promptWidth = grid->GetColumnWidth(CDefParmsGrid::kPromptColumn);
+        QTest::keyClicks(filter, word);
         QCOMPARE(grid->GetRowCount(), 1L);
+        QCOMPARE(grid->GetColumnWidth(CDefParmsGrid::kPromptColumn), promptWidth);
         QCOMPARE(valueOf(*dialog, "WIDTH"), QStringLiteral("7"));
         // The hidden DISABLE row still rules.
         QVERIFY(!enabled(*dialog, "WIDTH"));
