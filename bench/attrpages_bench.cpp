@@ -23,6 +23,8 @@
 #include "util/capabilityfile.h"
 #include "util/listpacking.h"
 
+#include "paintwatch.h"
+
 #include "vyr/IVYRFeature.h"
 #include "vyr/vyr_session.h"
 #include "vyrguimfc/vyrguimfc.h"
@@ -48,6 +50,9 @@
 #include <sstream>
 #include <string>
 #include <vector>
+
+using vyr::bench::FirstPaintWatch;
+using vyr::bench::PaintWait;
 
 namespace {
 
@@ -171,77 +176,6 @@ double msSince(const QElapsedTimer &clock, qint64 start)
 {
     return (clock.nsecsElapsed() - start) / 1e6;
 }
-
-bool isWithin(const QObject *object, const QWidget *ancestor)
-{
-    for (; object; object = object->parent()) {
-        if (object == ancestor)
-            return true;
-    }
-    return false;
-}
-
-// Runs `action`, then the event loop until `target` or a widget inside it
-// has been painted; the milliseconds that took, or -1 after ten seconds.
-class PaintWait final : public QObject
-{
-public:
-    static double after(const QWidget *target, const std::function<void()> &action)
-    {
-        PaintWait wait(target);
-        qApp->installEventFilter(&wait);
-        QElapsedTimer clock;
-        clock.start();
-        action();
-        while (!wait.m_painted && clock.elapsed() < 10000)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        qApp->removeEventFilter(&wait);
-        return wait.m_painted ? clock.nsecsElapsed() / 1e6 : -1;
-    }
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint && isWithin(watched, m_target))
-            m_painted = true;
-        return false;
-    }
-
-private:
-    explicit PaintWait(const QWidget *target)
-        : m_target(target)
-    {}
-    const QWidget *m_target;
-    bool m_painted = false;
-};
-
-// Notes the first paint of a modal dialog and hands it over, outside the
-// paint, to what the run does with it.
-class FirstPaintWatch final : public QObject
-{
-public:
-    FirstPaintWatch(QElapsedTimer &clock, std::function<void(QDialog *)> then)
-        : m_clock(clock)
-        , m_then(std::move(then))
-    {}
-    qint64 paintedAt = -1;
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint && paintedAt < 0) {
-            auto *widget = qobject_cast<QWidget *>(watched);
-            auto *dialog = widget ? qobject_cast<QDialog *>(widget->window()) : nullptr;
-            if (dialog && dialog->isModal()) {
-                paintedAt = m_clock.nsecsElapsed();
-                QTimer::singleShot(0, dialog, [this, dialog] { m_then(dialog); });
-            }
-        }
-        return false;
-    }
-
-private:
-    QElapsedTimer &m_clock;
-    std::function<void(QDialog *)> m_then;
-};
 
 long peakKilobytes()
 {

@@ -32,6 +32,10 @@ public:
     virtual StringList getDeflineParmNames() const = 0;
     virtual std::string getDeflineParm(const std::string &name) const = 0;
     virtual std::string getDeflineParmDefault(const std::string &name) const = 0;
+    // What the parameter is for, in a sentence or two, as the format's
+    // capabilities give it ("DEFLINE_PARM_HELP": name, text pairs); empty
+    // when they do not.
+    virtual std::string getDeflineParmHelp(const std::string &name) const = 0;
     virtual bool hasDeflineAttrs() const = 0;
     virtual bool isDatabase() const = 0;
     virtual bool supportsFeatTypeFanout() const = 0;

@@ -12,7 +12,10 @@
 #include "ftprops/dynamicschemainfo.h"
 #include "util/listpacking.h"
 
+#include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vyr {
 
@@ -53,6 +56,21 @@ public:
     virtual void setAttributes(const StringList &namesAndTypes) = 0;
     virtual std::string getParameter(const std::string &name) const = 0;
     virtual void setParameter(const std::string &name, const std::string &value) = 0;
+    // Several parameters at once, with the result of getParameter and
+    // setParameter one name after the other; a record may read and write
+    // its store once for all of them.
+    virtual std::map<std::string, std::string> getParameters(const StringList &names) const
+    {
+        std::map<std::string, std::string> values;
+        for (const std::string &name : names)
+            values[name] = getParameter(name);
+        return values;
+    }
+    virtual void setParameters(const std::vector<std::pair<std::string, std::string>> &values)
+    {
+        for (const auto &[name, value] : values)
+            setParameter(name, value);
+    }
     // Together choose the icons of the General tab.
     virtual bool iconFlagA() const = 0;
     virtual bool iconFlagB() const = 0;

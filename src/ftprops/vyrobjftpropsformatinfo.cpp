@@ -35,6 +35,8 @@ VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, 
         m_parameterLines[name] = line;
         m_parameterDefaults[name] = fallback;
     });
+    forEachPair(list("DEFLINE_PARM_HELP"),
+                [this](const std::string &name, const std::string &help) { m_parameterHelp[name] = help; });
     m_dataTypes = std::make_unique<DataTypeMappings>(getFormatName(), isSource());
     forEachPair(list("DATA_TYPE_MAPPINGS"), [this](const std::string &native, const std::string &generic) {
         m_dataTypes->addMapping(native, generic, kStoredListMode);
@@ -112,6 +114,12 @@ std::string VYRObjFTPropsFormatInfo::getDeflineParmDefault(const std::string &na
 {
     const auto found = m_parameterDefaults.find(name);
     return found == m_parameterDefaults.end() ? std::string() : found->second;
+}
+
+std::string VYRObjFTPropsFormatInfo::getDeflineParmHelp(const std::string &name) const
+{
+    const auto found = m_parameterHelp.find(name);
+    return found == m_parameterHelp.end() ? std::string() : found->second;
 }
 
 bool VYRObjFTPropsFormatInfo::hasDeflineAttrs() const

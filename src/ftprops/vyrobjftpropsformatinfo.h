@@ -51,6 +51,7 @@ public:
     StringList getDeflineParmNames() const override;
     std::string getDeflineParm(const std::string &name) const override;
     std::string getDeflineParmDefault(const std::string &name) const override;
+    std::string getDeflineParmHelp(const std::string &name) const override;
     bool hasDeflineAttrs() const override;
     bool isDatabase() const override;
     bool supportsFeatTypeFanout() const override;
@@ -86,6 +87,7 @@ private:
     StringList m_parameterNames;
     std::unordered_map<std::string, std::string> m_parameterLines;
     std::unordered_map<std::string, std::string> m_parameterDefaults;
+    std::unordered_map<std::string, std::string> m_parameterHelp;
     std::unique_ptr<DataTypeMappings> m_dataTypes;
     GeometryTypeMappings m_geometryTypes;
     StringList m_formatAttrNames;

@@ -12,6 +12,7 @@
 #include "vyr/IVYRFeature.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace vyr {
@@ -99,32 +100,61 @@ void VYRObjFTPropsSchemaInfo::writeLists(PairLists lists, const StringList &name
     m_feature.setListAttribute(lists.values, *array);
 }
 
+namespace {
+
+// A pair list held in memory: the names and values lists as read.
+struct PairValues
+{
+    StringList names;
+    StringList values;
+
+    // Removes every pair of `name`; whether anything was removed. An
+    // inconsistent pair list is left as it is.
+    bool remove(const std::string &name)
+    {
+        if (std::find(names.begin(), names.end(), name) == names.end() || values.size() != names.size())
+            return false;
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            if (names[i] == name)
+                continue;
+            // Never onto itself: a string moved onto itself may be left empty.
+            if (kept != i) {
+                names[kept] = std::move(names[i]);
+                values[kept] = std::move(values[i]);
+            }
+            ++kept;
+        }
+        names.resize(kept);
+        values.resize(kept);
+        return true;
+    }
+    // The pair of `name` at the end of both lists, whatever they held.
+    void set(const std::string &name, const std::string &value)
+    {
+        remove(name);
+        names.push_back(name);
+        values.push_back(value);
+    }
+};
+
+} // namespace
+
 void VYRObjFTPropsSchemaInfo::removeEntry(PairLists lists, const std::string &name)
 {
-    const StringList names = readList(lists.names);
-    if (std::find(names.begin(), names.end(), name) == names.end())
+    PairValues pairs{readList(lists.names), {}};
+    if (std::find(pairs.names.begin(), pairs.names.end(), name) == pairs.names.end())
         return;
-    const StringList values = readList(lists.values);
-    if (values.size() != names.size())
-        return;
-    StringList keptNames, keptValues;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (names[i] != name) {
-            keptNames.push_back(names[i]);
-            keptValues.push_back(values[i]);
-        }
-    }
-    writeLists(lists, keptNames, keptValues);
+    pairs.values = readList(lists.values);
+    if (pairs.remove(name))
+        writeLists(lists, pairs.names, pairs.values);
 }
 
 void VYRObjFTPropsSchemaInfo::setEntry(PairLists lists, const std::string &name, const std::string &value)
 {
-    removeEntry(lists, name);
-    StringList names = readList(lists.names);
-    StringList values = readList(lists.values);
-    names.push_back(name);
-    values.push_back(value);
-    writeLists(lists, names, values);
+    PairValues pairs{readList(lists.names), readList(lists.values)};
+    pairs.set(name, value);
+    writeLists(lists, pairs.names, pairs.values);
 }
 
 bool VYRObjFTPropsSchemaInfo::readAttribute(const std::string &name, std::string &value) const
@@ -283,19 +313,58 @@ std::string VYRObjFTPropsSchemaInfo::getParameter(const std::string &name) const
     return value;
 }
 
-void VYRObjFTPropsSchemaInfo::setParameter(const std::string &name, const std::string &value)
+bool VYRObjFTPropsSchemaInfo::isUnstoredParameter(const std::string &name) const
 {
     const std::string definition = m_format->getDeflineParm(name);
-    if (!definition.empty()) {
-        const GuiParameterLine line = ParseParameterLine(definition);
-        // Whole-line and enabling parameters are part of the format's prompt,
-        // not values of the feature type.
-        if (line.wholeLine || line.type == "DISABLE") {
-            removeEntry({kParameterNames, kParameterValues}, name);
-            return;
+    if (definition.empty())
+        return false;
+    const GuiParameterLine line = ParseParameterLine(definition);
+    // Whole-line and enabling parameters are part of the format's prompt,
+    // not values of the feature type.
+    return line.wholeLine || line.type == "DISABLE";
+}
+
+void VYRObjFTPropsSchemaInfo::setParameter(const std::string &name, const std::string &value)
+{
+    if (isUnstoredParameter(name))
+        removeEntry({kParameterNames, kParameterValues}, name);
+    else
+        setEntry({kParameterNames, kParameterValues}, name, value);
+}
+
+std::map<std::string, std::string> VYRObjFTPropsSchemaInfo::getParameters(const StringList &names) const
+{
+    const StringList stored = readList(kParameterNames);
+    const StringList values = readList(kParameterValues);
+    // The later of two pairs of a name answers; an inconsistent pair list
+    // answers nothing.
+    std::unordered_map<std::string, std::size_t> last;
+    if (values.size() == stored.size()) {
+        for (std::size_t i = 0; i < stored.size(); ++i)
+            last[stored[i]] = i;
+    }
+    std::map<std::string, std::string> result;
+    for (const std::string &name : names) {
+        const auto found = last.find(name);
+        result[name] = found != last.end() ? values[found->second] : m_format->getDeflineParmDefault(name);
+    }
+    return result;
+}
+
+void VYRObjFTPropsSchemaInfo::setParameters(const std::vector<std::pair<std::string, std::string>> &values)
+{
+    PairValues pairs{readList(kParameterNames), readList(kParameterValues)};
+    bool changed = false;
+    for (const auto &[name, value] : values) {
+        if (isUnstoredParameter(name)) {
+            changed = pairs.remove(name) || changed;
+        } else {
+            pairs.set(name, value);
+            changed = true;
         }
     }
-    setEntry({kParameterNames, kParameterValues}, name, value);
+    if (changed)
+        writeLists({kParameterNames, kParameterValues}, pairs.names, pairs.values);
 }
 
 StringList VYRObjFTPropsSchemaInfo::geometryFamily(const std::string &prefix) const

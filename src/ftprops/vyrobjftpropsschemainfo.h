@@ -70,6 +70,10 @@ public:
     void setAttributes(const StringList &namesAndTypes) override;
     std::string getParameter(const std::string &name) const override;
     void setParameter(const std::string &name, const std::string &value) override;
+    // Read and written with one pass over the parameter lists each: the
+    // page asks for and writes every parameter of formats with hundreds.
+    std::map<std::string, std::string> getParameters(const StringList &names) const override;
+    void setParameters(const std::vector<std::pair<std::string, std::string>> &values) override;
     bool iconFlagA() const override { return true; }
     bool iconFlagB() const override { return true; }
     void notifyApplied() override {}
@@ -107,6 +111,9 @@ private:
     void attributesChanged() { m_namesInUpdate.reset(); }
     void removeEntry(PairLists lists, const std::string &name);
     void setEntry(PairLists lists, const std::string &name, const std::string &value);
+    // Whether a parameter is part of the format's prompt rather than a value
+    // of the feature type, and so never stored.
+    bool isUnstoredParameter(const std::string &name) const;
     // The generic form of a type as the user writes it; empty when the
     // format's data types do not know it.
     std::string genericType(const std::string &type) const;

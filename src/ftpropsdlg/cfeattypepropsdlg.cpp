@@ -4,6 +4,7 @@
 #include "ftpropsdlg/cfeattypepropsexposableattrs.h"
 #include "ftpropsdlg/cfeattypepropsgeneraldest.h"
 #include "ftpropsdlg/cfeattypepropsgeneralsource.h"
+#include "ftpropsdlg/cfeattypepropsparms.h"
 #include "uikit/dialogutils.h"
 #include "uikit/narrowtext.h"
 #include "uikit/outsideservices.h"
@@ -122,11 +123,15 @@ bool CFeatTypePropsDlg::OnInitDialog()
 
     m_attributes = std::make_unique<CFeatTypePropsAttrs>(m_schema, m_currentFormat, this);
     m_formatAttributes = std::make_unique<CFeatTypePropsExposableAttrs>(m_schema, m_currentFormat, this);
+    m_parameters = std::make_unique<CFeatTypePropsParms>(m_schema, m_currentFormat, this);
 
     AddPage(m_general.get(), TabRule::Always, res::GeneralTabTitle, GeneralBitmap(), kMaskColour, 0);
     AddPage(m_attributes.get(), TabRule::WithUserAttributes, res::AttributesTabTitle, res::AttributesTab, kMaskColour, 1);
     AddPage(m_formatAttributes.get(), TabRule::Always, res::FormatAttributesTabTitle, res::AttributesTab, kMaskColour,
             1);
+    // The help book's section on the reader's or the writer's parameters.
+    AddPage(m_parameters.get(), TabRule::WithParameters, res::ParametersTabTitle, res::ParametersTab, kMaskColour,
+            m_currentFormat->isSource() ? 3 : 5);
     for (const PageEntry &entry : std::vector<PageEntry>(m_pages))
         ShowPageTab(entry.page, tabWanted(entry.rule));
     ArrangeTabOrder();
@@ -358,6 +363,8 @@ void CFeatTypePropsDlg::SetFormat(const FTPropsFormatInfo *format)
         m_attributes->ChangeFormat(format);
     if (m_formatAttributes)
         m_formatAttributes->ChangeFormat(format);
+    if (m_parameters)
+        m_parameters->ChangeFormat(format);
     m_currentFormat = format;
     updateFormatFlags();
     for (const PageEntry &entry : std::vector<PageEntry>(m_pages)) {
@@ -372,7 +379,9 @@ bool CFeatTypePropsDlg::ValidatePages()
         return false;
     if (m_hasUserAttributes && m_attributes && !m_attributes->ValidatePage())
         return false;
-    return !m_formatAttributes || m_formatAttributes->ValidatePage();
+    if (m_formatAttributes && !m_formatAttributes->ValidatePage())
+        return false;
+    return !m_hasParameters || !m_parameters || m_parameters->ValidatePage();
 }
 
 void CFeatTypePropsDlg::WritePages(FTPropsSchemaInfo &target, const ApplySelection *selection)
@@ -385,6 +394,8 @@ void CFeatTypePropsDlg::WritePages(FTPropsSchemaInfo &target, const ApplySelecti
     if (m_formatAttributes)
         m_formatAttributes->WriteToSchema(target, selection ? &selection->formatAttributes : nullptr,
                                           selection ? &selection->deleteFormatAttributes : nullptr);
+    if (m_hasParameters && m_parameters)
+        m_parameters->WriteToSchema(target, selection ? &selection->parameters : nullptr);
 }
 
 StringList CFeatTypePropsDlg::PageAttributeNames() const
@@ -447,9 +458,11 @@ void CFeatTypePropsDlg::ApplyToOthers()
         input.pageFormatAttributes = m_formatAttributes->GetExposedNames();
         input.recordFormatAttributes = m_schema->getAttributeNames(false, true);
     }
-    // The parameter list is offered only once a page of the dialog edits
-    // parameters, since only that page can write them to others.
-    input.hasParameters = false;
+    input.hasParameters = m_hasParameters && m_parameters;
+    if (input.hasParameters) {
+        for (const std::string &name : m_currentFormat->getDeflineParmNames())
+            input.parameterLines.emplace_back(name, m_currentFormat->getDeflineParm(name));
+    }
     const ApplyPrompt prompt(input, narrowResource);
     std::map<std::string, std::string> answers;
     if (m_prompter)

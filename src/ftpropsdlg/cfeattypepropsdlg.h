@@ -37,6 +37,7 @@ namespace vyr {
 class CFeatTypePropsAttrs;
 class CFeatTypePropsExposableAttrs;
 class CFeatTypePropsGeneral;
+class CFeatTypePropsParms;
 
 using SchemaRecordList = std::vector<FTPropsSchemaInfo *>;
 using FormatRecordList = std::vector<const FTPropsFormatInfo *>;
@@ -61,6 +62,8 @@ public:
     void SetFormat(const FTPropsFormatInfo *format);
 
     IVYRSession *session() const { return m_session; }
+    // The engine's prompter for GUI definitions; may be null.
+    IGuiPrompter *prompter() const { return m_prompter; }
     FTPropsSchemaInfo *schema() const { return m_schema; }
     const FTPropsFormatInfo *currentFormat() const { return m_currentFormat; }
     const SchemaRecordList &otherFeatureTypes() const { return m_others; }
@@ -76,6 +79,7 @@ public:
     CFeatTypePropsGeneral *generalPage() const { return m_general.get(); }
     CFeatTypePropsAttrs *attributesPage() const { return m_attributes.get(); }
     CFeatTypePropsExposableAttrs *formatAttributesPage() const { return m_formatAttributes.get(); }
+    CFeatTypePropsParms *parametersPage() const { return m_parameters.get(); }
     // The names the attribute pages give (user attributes, then exposed
     // format attributes), for the fan-out list.
     StringList PageAttributeNames() const;
@@ -154,6 +158,7 @@ private:
     std::unique_ptr<CFeatTypePropsGeneral> m_general;
     std::unique_ptr<CFeatTypePropsAttrs> m_attributes;
     std::unique_ptr<CFeatTypePropsExposableAttrs> m_formatAttributes;
+    std::unique_ptr<CFeatTypePropsParms> m_parameters;
     std::vector<PageEntry> m_pages;
     QWidget *m_currentPage = nullptr;
     QTabBar *m_tabControl = nullptr;

@@ -27,6 +27,7 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(Template, 338, GeneralPageSource)                                                                                \
     X(Template, 339, AttributesPage)                                                                                   \
     X(Template, 340, FormatAttributesPage)                                                                             \
+    X(Template, 343, ParametersPage)                                                                                   \
     X(Template, 514, GeneralPageDest)                                                                                  \
     X(Template, 552, GridEditDialog)                                                                                   \
     X(Template, 575, RangeDomainDialog)                                                                                \
@@ -100,6 +101,8 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61258, WidthHeading)                                                                                     \
     X(String, 61259, DecimalsHeading)                                                                                  \
     X(String, 61260, DomainHeading)                                                                                    \
+    X(String, 61261, ParameterPromptHeading)                                                                           \
+    X(String, 61262, ParameterValueHeading)                                                                            \
     X(String, 61263, ExposedHeading)                                                                                   \
     X(String, 61264, FormatAttributeHeading)                                                                           \
     X(String, 61265, ListElementsHeading)                                                                              \

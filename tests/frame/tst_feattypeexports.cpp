@@ -1,5 +1,6 @@
 // The feature type properties exports as a host calls them: through the
 // shared library, on engine features read from the bundled examples.
+#include "stringobjects/vyrrwstringarrayimp.h"
 #include "stringobjects/vyrrwstringimp.h"
 #include "support/modalanswers.h"
 #include "util/capabilityfile.h"
@@ -11,13 +12,16 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QColorDialog>
 #include <QComboBox>
 #include <QDialog>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -199,6 +203,104 @@ private slots:
         QCOMPARE(attributeOf(roads, "vyr_dynamic"), std::string("(absent)"));
         for (IVYRFeature *feature : {roads, wells, landUse})
             m_session->destroyFeature(feature);
+    }
+    // The workbook writer's parameters page, by keyboard only, through the
+    // export: every type the page edits is changed and saved, the disable
+    // rule lets only its own rows be edited, and the DISABLE parameter
+    // itself is not a value of the feature type.
+    void shouldSaveEveryParameterTypeEditedByKeyboard()
+    {
+        IVYRFeature *feature = load("schemas/xlsx-inventory.json");
+        QString fault;
+        vyr::test::onNextModalDialog([&fault](QDialog *dialog) {
+            const auto check = [&fault](bool ok, const char *what) {
+                if (!ok && fault.isEmpty())
+                    fault = QLatin1String(what);
+                return ok;
+            };
+            dialog->activateWindow();
+            check(QTest::qWaitForWindowActive(dialog), "the dialog did not become active");
+            auto *tabs = dialog->findChild<QTabBar *>();
+            tabs->setCurrentIndex(tabs->count() - 1);
+            // Alt+P is the grid's label; the focus lands on the first prompt.
+            QTest::keyClick(dialog, Qt::Key_P, Qt::AltModifier);
+            QWidget *grid = dialog->findChild<QWidget *>(QStringLiteral("parameterGrid"));
+            if (!check(grid && QTest::qWaitFor([grid] { return grid->hasFocus(); }, 2000),
+                       "Alt+P did not reach the grid")) {
+                dialog->reject();
+                return;
+            }
+            // Keys go where the focus is: the grid, its editor or its list.
+            const auto focused = [grid] { return QApplication::focusWidget() ? QApplication::focusWidget() : grid; };
+            const auto key = [focused](Qt::Key k, Qt::KeyboardModifiers modifiers = {}) {
+                QTest::keyClick(focused(), k, modifiers);
+            };
+            const auto typeIn = [&](const char *text) {
+                QTest::keyClicks(grid, QString(QLatin1Char(text[0])));
+                QTest::keyClicks(focused(), QLatin1String(text + 1));
+                key(Qt::Key_Return);
+            };
+            const auto pick = [&](Qt::Key first) {
+                key(Qt::Key_F4);
+                key(first);
+                key(Qt::Key_Return);
+            };
+            key(Qt::Key_Right);
+            pick(Qt::Key_Y);           // Copy Formatting from a Template: Yes
+            key(Qt::Key_Down);
+            typeIn("Styles");          // Template Sheet, enabled by it
+            key(Qt::Key_Down);
+            pick(Qt::Key_N);           // Write Header Row, always enabled
+            key(Qt::Key_Down);
+            key(Qt::Key_Down);
+            typeIn("99");              // Column Width, turned off: refused
+            key(Qt::Key_Home, Qt::ControlModifier);
+            pick(Qt::Key_N);           // back to No
+            key(Qt::Key_Down);
+            key(Qt::Key_Down);
+            key(Qt::Key_Down);
+            vyr::test::onNextModalDialog([](QDialog *colours) {
+                if (auto *picker = qobject_cast<QColorDialog *>(colours))
+                    picker->setCurrentColor(QColor(255, 0, 0));
+                colours->accept();
+            });
+            key(Qt::Key_F4);           // Header Row Colour
+            // The offscreen platform gives the activation back only when asked.
+            dialog->activateWindow();
+            check(QTest::qWaitForWindowActive(dialog), "the dialog did not come back after the colours");
+            key(Qt::Key_Down);
+            typeIn("2x0");             // Column Width: digits only
+            key(Qt::Key_Down);
+            vyr::test::answerNextDialog([](QDialog *form) {
+                auto *list = form->findChild<QListWidget *>();
+                for (int i = 0; list && i < list->count(); ++i)
+                    list->item(i)->setCheckState(list->item(i)->text() == "Checked" ? Qt::Unchecked : Qt::Checked);
+                return list != nullptr;
+            });
+            key(Qt::Key_F4);           // Hidden Columns: Item and Count
+            dialog->activateWindow();
+            check(QTest::qWaitForWindowActive(dialog), "the dialog did not come back after the selection");
+            key(Qt::Key_Down);
+            pick(Qt::Key_C);           // Sort Rows By: the first attribute with C
+            dialog->accept();
+        });
+        const std::string capabilities = capabilitiesOf("xlsx.fmt");
+        const bool saved = VYRFeatTypeProperties(m_session, feature, capabilities.c_str(), nullptr);
+        QVERIFY2(fault.isEmpty(), qPrintable(fault));
+        QVERIFY(saved);
+        const auto list = [feature](const char *name) {
+            VYRRWStringArrayImp values;
+            feature->getListAttribute(name, values);
+            QStringList texts;
+            for (unsigned i = 0; i < values.entries(); ++i)
+                texts.append(QString::fromUtf8(values.elementAt(i)));
+            return texts;
+        };
+        QCOMPARE(list("*vyr_parameter_name"), (QStringList{"TEMPLATE_SHEET", "WRITE_HEADER", "HEADER_COLOR",
+                                                           "COLUMN_WIDTH", "HIDDEN_COLUMNS", "SORT_BY"}));
+        QCOMPARE(list("*vyr_parameter_value"),
+                 (QStringList{"Styles", "No", "1,0,0", "20", "Item,Count", "Count"}));
+        m_session->destroyFeature(feature);
     }
 };
 

@@ -116,6 +116,7 @@ TEST(FormatInfoTest, ParametersTypesAndGeometries)
         "FORMAT,SQLDB,SOURCE,no,"
         "DEFLINE_PARMS,\"GUI OPTIONAL CHOICE MODE fast%slow Mode,fast,GUI INTEGER SIZE Size,10,"
         "GUI TEXT MODE Mode again,slow\","
+        "DEFLINE_PARM_HELP,\"SIZE,How big,MODE,first,MODE,How fast,dangling\","
         "DATA_TYPE_MAPPINGS,\"varchar(width),vyr_varchar,int,vyr_int32,int,vyr_int32,dangling\","
         "GEOM_TYPE_MAPPINGS,\"point,vyr_point,line,vyr_line,polyline,vyr_line\"",
         nullptr);
@@ -124,6 +125,9 @@ TEST(FormatInfoTest, ParametersTypesAndGeometries)
     EXPECT_EQ(info.getDeflineParmDefault("MODE"), "slow");
     EXPECT_EQ(info.getDeflineParmDefault("SIZE"), "10");
     EXPECT_EQ(info.getDeflineParm("NONE"), "");
+    EXPECT_EQ(info.getDeflineParmHelp("MODE"), "How fast") << "the later pair of a name answers";
+    EXPECT_EQ(info.getDeflineParmHelp("SIZE"), "How big");
+    EXPECT_EQ(info.getDeflineParmHelp("dangling"), "") << "an unpaired name has no help";
 
     const DataTypeMappings *types = info.getDataTypeMappings();
     EXPECT_EQ(types->formatName(), "SQLDB");

@@ -9,7 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace vyr {
 namespace {
@@ -146,6 +149,46 @@ TEST_F(SchemaInfoTest, ParametersKeepOnePairAtTheEnd)
     EXPECT_EQ(m_schema->getParameter("P"), "") << "inconsistent lists give the default";
     m_schema->setParameter("Q", "new");
     EXPECT_EQ(list("*vyr_parameter_name"), (StringList{"P", "Q", "P", "Q"})) << "appended to the lists as they are";
+}
+
+// The bulk reads and writes the parameters page uses answer and write what
+// the one-by-one calls do, from every kind of stored pair list.
+TEST_F(SchemaInfoTest, ParametersInBulkMatchOneByOne)
+{
+    struct Start
+    {
+        const char *what;
+        StringList names, values;
+    };
+    const Start starts[] = {
+        {"no lists", {}, {}},
+        {"a name twice", {"P", "Q", "P"}, {"first", "q", "second"}},
+        {"inconsistent lists", {"P", "Q", "P"}, {"first"}},
+        {"a DISABLE value stored", {"ENABLE", "MODE"}, {"Yes", "slow"}},
+    };
+    const std::vector<std::pair<std::string, std::string>> writes{
+        {"MODE", "slow"}, {"ENABLE", "No"}, {"P", "p2"}, {"LINE", "x"}, {"MODE", "medium"}};
+    const StringList asked{"MODE", "P", "Q", "ENABLE", "NONE"};
+    for (const Start &start : starts) {
+        SCOPED_TRACE(start.what);
+        setList("*vyr_parameter_name", start.names);
+        setList("*vyr_parameter_value", start.values);
+        std::map<std::string, std::string> expected;
+        for (const std::string &name : asked)
+            expected[name] = m_schema->getParameter(name);
+        EXPECT_EQ(m_schema->getParameters(asked), expected);
+
+        for (const auto &[name, value] : writes)
+            m_schema->setParameter(name, value);
+        const StringList names = list("*vyr_parameter_name");
+        const StringList values = list("*vyr_parameter_value");
+
+        setList("*vyr_parameter_name", start.names);
+        setList("*vyr_parameter_value", start.values);
+        m_schema->setParameters(writes);
+        EXPECT_EQ(list("*vyr_parameter_name"), names);
+        EXPECT_EQ(list("*vyr_parameter_value"), values);
+    }
 }
 
 TEST_F(SchemaInfoTest, GeometriesInBothVocabularies)

@@ -7,6 +7,7 @@
 #include "ftprops/ftpropsschemainfo.h"
 #include "util/listpacking.h"
 
+#include <map>
 #include <string>
 
 namespace vyr::test {
@@ -38,6 +39,7 @@ public:
     StringList additionalNames;
     bool flagA = true;
     bool flagB = true;
+    std::map<std::string, std::string> parameters;
 
     std::string getName() const override { return name; }
     void setName(const std::string &value) override { record("setName", name = value); }
@@ -77,8 +79,16 @@ public:
     void removeAttribute(const std::string &attribute) override { record("removeAttribute", attribute); }
     void storeAttribute(const std::string &attribute, const std::string &, bool) override { record("storeAttribute", attribute); }
     void setAttributes(const StringList &) override { record("setAttributes"); }
-    std::string getParameter(const std::string &) const override { return {}; }
-    void setParameter(const std::string &parameter, const std::string &) override { record("setParameter", parameter); }
+    std::string getParameter(const std::string &parameter) const override
+    {
+        const auto found = parameters.find(parameter);
+        return found == parameters.end() ? std::string() : found->second;
+    }
+    void setParameter(const std::string &parameter, const std::string &value) override
+    {
+        parameters[parameter] = value;
+        record("setParameter", parameter);
+    }
     bool iconFlagA() const override { return flagA; }
     bool iconFlagB() const override { return flagB; }
     void notifyApplied() override { record("notifyApplied"); }

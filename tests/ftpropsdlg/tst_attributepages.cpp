@@ -135,9 +135,10 @@ private slots:
     {
         open("shapefile-roads.json", "SHAPEFILE");
         QTabBar *tabs = m_dialog->tabControl();
-        QCOMPARE(tabs->count(), 3);
+        QCOMPARE(tabs->count(), 4);
         QCOMPARE(tabs->tabText(1), loadResourceString(res::AttributesTabTitle));
         QCOMPARE(tabs->tabText(2), loadResourceString(res::FormatAttributesTabTitle));
+        QCOMPARE(tabs->tabText(3), loadResourceString(res::ParametersTabTitle));
 
         CAttrGrid *grid = attributes();
         // Four attributes and the new row.
@@ -157,9 +158,10 @@ private slots:
         QVERIFY(pressOK());
         QCOMPARE(jsonOf(*m_feature), before);
 
-        // A reader's format attributes: GPX has no user attributes page.
+        // GPX has no user attributes page, but parameters.
         open("gpx-tracks.json", "GPX");
-        QCOMPARE(m_dialog->tabControl()->count(), 2);
+        QCOMPARE(m_dialog->tabControl()->count(), 3);
+        QCOMPARE(m_dialog->tabControl()->tabText(2), loadResourceString(res::ParametersTabTitle));
     }
 
     // New rows: the first gets the format's char(30), the next copies the

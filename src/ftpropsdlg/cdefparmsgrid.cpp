@@ -1,0 +1,309 @@
+#include "ftpropsdlg/cdefparmsgrid.h"
+
+#include "ftpropsdlg/cfeattypepropsattrs.h"
+#include "ftpropsdlg/cfeattypepropsdlg.h"
+#include "uikit/dialogutils.h"
+#include "uikit/narrowtext.h"
+#include "util/resourceids.h"
+#include "uikit/resourcelibrary.h"
+
+#include "vyr/IGuiPrompter.h"
+
+#include <algorithm>
+
+namespace vyr {
+
+namespace {
+
+constexpr char kYes[] = "Yes";
+constexpr char kNo[] = "No";
+// The selection box's title, as the prompter shows it.
+constexpr char kSelectTitle[] = "Select";
+
+bool typeIs(const GuiParameterLine &parameter, const char *type)
+{
+    return parameter.type == type;
+}
+
+bool isBrowsed(const GuiParameterLine &parameter)
+{
+    return typeIs(parameter, "ATTRLIST") || typeIs(parameter, "ATTRLIST_COMMAS") || typeIs(parameter, "ICONPICK");
+}
+
+// Drop list entries as the cell's label keeps them: each ended by a line
+// feed.
+QString dropListLabel(const QStringList &entries)
+{
+    QString label;
+    for (const QString &entry : entries)
+        label += entry + u'\n';
+    return label;
+}
+
+QString localized(const std::string &text)
+{
+    return fromNarrow(LocalizeText(text));
+}
+
+// The rule is off only for No, in either language.
+bool ruleOnFor(const std::string &storedOrShown)
+{
+    return storedOrShown != kNo && storedOrShown != LocalizeText(kNo);
+}
+
+} // namespace
+
+bool ParameterEnabledByRule(const GuiParameterLine &parameter, bool ruleOn)
+{
+    if (parameter.alwaysEnabled)
+        return true;
+    return parameter.disabledOnly ? ruleOn : !ruleOn;
+}
+
+CDefParmsGrid::CDefParmsGrid(const FTPropsFormatInfo *format, CFeatTypePropsDlg *dialog, QWidget *parent)
+    : CVVyrGrid(2, false, parent)
+    , m_format(format)
+    , m_dialog(dialog)
+{}
+
+void CDefParmsGrid::OnGridInit()
+{
+    CVVyrGrid::OnGridInit();
+    SetTopHeadingHeight(20);
+    SetSideHeadingWidth(20);
+    SetCellText(kPromptColumn, -1, loadResourceString(res::ParameterPromptHeading));
+    SetCellText(kValueColumn, -1, loadResourceString(res::ParameterValueHeading));
+    CUGCell cell;
+    GetColumnDefault(kPromptColumn, cell);
+    cell.setReadOnly(true);
+    cell.setTextColor(palette().color(QPalette::WindowText));
+    SetColumnDefault(kPromptColumn, cell);
+}
+
+void CDefParmsGrid::RemoveAllRows()
+{
+    CommitEdit();
+    SetRowCount(0);
+    m_parameters.clear();
+    m_storedChoices.clear();
+    m_rowNames.clear();
+    m_disableRow = kNoDisableRow;
+}
+
+QString CDefParmsGrid::LocalizedPrompt(const GuiParameterLine &parameter)
+{
+    return localized(parameter.prompt);
+}
+
+long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &value)
+{
+    const GuiParameterLine parameter = ParseParameterLine(line);
+    QString shown = fromNarrow(value);
+    CUGCell cell;
+    cell.setCellType(0);
+    if (typeIs(parameter, "INTEGER")) {
+        cell.setMask(QStringLiteral("##########"));
+    } else if (typeIs(parameter, "CHOICE") || typeIs(parameter, "DISABLE")) {
+        const StringList choices = typeIs(parameter, "DISABLE") ? StringList{kYes, kNo} : parameter.choices;
+        QStringList entries;
+        std::map<QString, std::string> stored;
+        for (const std::string &choice : choices) {
+            const QString entry = localized(choice);
+            entries.append(entry);
+            if (entry != fromNarrow(choice))
+                stored.emplace(entry, choice);
+            // Only a value among the choices is shown translated, so that
+            // any other value is stored back as it came.
+            if (choice == value)
+                shown = entry;
+        }
+        if (parameter.optional && typeIs(parameter, "CHOICE"))
+            entries.append(QString());
+        cell.setCellType(DropListTypeId());
+        cell.setLabel(dropListLabel(entries));
+        if (!stored.empty())
+            m_storedChoices[parameter.name] = std::move(stored);
+    } else if (typeIs(parameter, "ATTR")) {
+        cell.setCellType(DropListTypeId());
+        SetCellActionHandler(cell, this);
+    } else if (isBrowsed(parameter)) {
+        cell.setCellType(BrowseTypeId());
+        cell.setCellTypeParam(ug::ParamEditable);
+    } else if (typeIs(parameter, "COLOR_PICK")) {
+        cell.setCellType(ColourTypeId());
+        cell.setCellTypeParam(ug::ParamEditable);
+    }
+
+    const QString prompt = LocalizedPrompt(parameter);
+    // The cell's text margins and a little air.
+    m_promptWidth = std::max(m_promptWidth, fontMetrics().horizontalAdvance(prompt) + 12);
+    const long row = AppendRowTexts({prompt, shown});
+    if (row < 0)
+        return row;
+    CUGCell valueCell;
+    GetCell(kValueColumn, row, valueCell);
+    valueCell.addInfoFrom(cell);
+    SetCell(kValueColumn, row, valueCell);
+    if (m_rowNames.size() <= std::size_t(row))
+        m_rowNames.resize(std::size_t(row) + 1);
+    m_rowNames[std::size_t(row)] = parameter.name;
+    m_parameters[parameter.name] = parameter;
+
+    if (typeIs(parameter, "DISABLE")) {
+        m_disableRow = row;
+        ApplyDisableRule();
+    } else if (const std::optional<bool> ruleOn = disableRuleOn()) {
+        // The other rows already follow the rule: only the new one needs it.
+        applyRuleTo(row, *ruleOn);
+    }
+    return row;
+}
+
+std::string CDefParmsGrid::ParameterNameOf(long row) const
+{
+    return row >= 0 && std::size_t(row) < m_rowNames.size() ? m_rowNames[std::size_t(row)] : std::string();
+}
+
+long CDefParmsGrid::RowOf(const std::string &name) const
+{
+    const auto found = std::find(m_rowNames.begin(), m_rowNames.end(), name);
+    return found == m_rowNames.end() ? -1 : long(found - m_rowNames.begin());
+}
+
+const GuiParameterLine *CDefParmsGrid::ParameterOf(const std::string &name) const
+{
+    const auto found = m_parameters.find(name);
+    return found == m_parameters.end() ? nullptr : &found->second;
+}
+
+std::string CDefParmsGrid::GetParameterValue(long row)
+{
+    const QString text = GetCellString(row, kValueColumn);
+    const auto choices = m_storedChoices.find(ParameterNameOf(row));
+    if (choices != m_storedChoices.end()) {
+        const auto stored = choices->second.find(text);
+        if (stored != choices->second.end())
+            return stored->second;
+    }
+    return toNarrow(text);
+}
+
+std::optional<bool> CDefParmsGrid::disableRuleOn()
+{
+    if (m_disableRow != kNoDisableRow)
+        return ruleOnFor(toNarrow(GetCellString(m_disableRow, kValueColumn)));
+    if (m_outsideDisableValue)
+        return ruleOnFor(*m_outsideDisableValue);
+    return std::nullopt;
+}
+
+void CDefParmsGrid::applyRuleTo(long row, bool ruleOn)
+{
+    if (row == m_disableRow)
+        return;
+    if (const GuiParameterLine *parameter = ParameterOf(ParameterNameOf(row)))
+        EnableCell(kValueColumn, row, ParameterEnabledByRule(*parameter, ruleOn));
+}
+
+void CDefParmsGrid::ApplyDisableRule()
+{
+    const std::optional<bool> ruleOn = disableRuleOn();
+    if (!ruleOn)
+        return;
+    BeginBatch();
+    for (long row = 0; row < GetRowCount(); ++row)
+        applyRuleTo(row, *ruleOn);
+    EndBatch();
+    RepaintAll();
+}
+
+void CDefParmsGrid::OnCellChange(int column, long row, ug::TextSource)
+{
+    if (column == kValueColumn && row == m_disableRow)
+        ApplyDisableRule();
+}
+
+StringList CDefParmsGrid::attributeNames() const
+{
+    const CFeatTypePropsAttrs *page = m_dialog ? m_dialog->attributesPage() : nullptr;
+    return page ? page->GetAttributeNames() : StringList();
+}
+
+void CDefParmsGrid::OnGetChoices(CVVyrGrid &, int column, long row, CUGCell &, QStringList &choices)
+{
+    const GuiParameterLine *parameter = ParameterOf(ParameterNameOf(row));
+    if (column != kValueColumn || !parameter)
+        return;
+    choices = fromNarrowList(attributeNames());
+    if (parameter->optional)
+        choices.append(QString());
+}
+
+int CDefParmsGrid::OnBrowse(int column, long row)
+{
+    const GuiParameterLine *parameter = ParameterOf(ParameterNameOf(row));
+    if (column != kValueColumn || !parameter || !isBrowsed(*parameter) || !IsCellEnabled(column, row))
+        return 1;
+    IGuiPrompter *prompter = m_dialog ? m_dialog->prompter() : nullptr;
+    if (prompter)
+        prompter->setParentWindow(window());
+    std::string value = toNarrow(GetCellString(row, kValueColumn));
+    if (typeIs(*parameter, "ICONPICK")) {
+        if (!PromptIconPick(prompter, LocalizeText(parameter->prompt), value))
+            return 1;
+    } else {
+        StringList chosen;
+        for (std::string &piece : splitList(value, ','))
+            if (!piece.empty())
+                chosen.push_back(std::move(piece));
+        if (!PromptSelectionBox(prompter, kSelectTitle, LocalizeText(parameter->prompt), attributeNames(), chosen,
+                                std::string()))
+            return 1;
+        value = joinList(chosen, ',');
+    }
+    StoreUserText(kValueColumn, row, fromNarrow(value), ug::TextBrowsed);
+    RepaintCell(kValueColumn, row);
+    return 1;
+}
+
+QString CDefParmsGrid::HelpTextOf(long row) const
+{
+    const std::string name = ParameterNameOf(row);
+    if (name.empty() || !m_format)
+        return {};
+    const std::string help = m_format->getDeflineParmHelp(name);
+    return help.empty() ? QString() : localized(help);
+}
+
+int CDefParmsGrid::OnCellTipText(int, long row, int, QString &text)
+{
+    text = HelpTextOf(row);
+    return text.isEmpty() ? 0 : 1;
+}
+
+QString CDefParmsGrid::OnCellDescription(int, long row)
+{
+    return HelpTextOf(row);
+}
+
+int CDefParmsGrid::OnAllowCellMove(int, long, int, long)
+{
+    // Rows the disable rule turned off must not stop the keyboard on its way
+    // down the page, and a prompt is where the focus lands first; neither
+    // takes an edit, since the grid refuses to write into them.
+    return 1;
+}
+
+void CDefParmsGrid::OnLayoutComponents(Layout &layout)
+{
+    // German prompts run long: the prompts get what the longest needs, as
+    // long as the values keep two fifths of the width and a third is left
+    // for prompts in any case.
+    const int width = layout.grid.width();
+    const int prompts = std::clamp(m_promptWidth, width / 3, std::max(width / 3, width * 3 / 5));
+    SetColumnWidth(kPromptColumn, prompts);
+    SetColumnWidth(kValueColumn, width - prompts);
+    layout.tabs = QRect();
+}
+
+} // namespace vyr

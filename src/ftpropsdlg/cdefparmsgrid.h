@@ -1,0 +1,131 @@
+// CDefParmsGrid: a format's per-feature-type parameters, one row each - the
+// localised prompt (read-only) and the value, edited as the parameter's GUI
+// type asks:
+//
+//   INTEGER                      up to ten digits
+//   CHOICE                       a drop list of the localised choices, with
+//                                an empty entry when the parameter is
+//                                optional
+//   DISABLE                      a drop list of the localised Yes and No;
+//                                its value enables or disables the others
+//   ATTR                         a drop list of the user attributes page's
+//                                names, asked for when it opens
+//   ATTRLIST, ATTRLIST_COMMAS    a button: a selection box of those names,
+//                                the chosen ones joined with commas
+//   ICONPICK                     a button: the prompter's icon picker
+//   COLOR_PICK                   a button: the colour dialog
+//   anything else                plain text
+//
+// A localised choice is shown and stored untranslated (GetParameterValue).
+//
+// The disable rule: while the DISABLE parameter says No (in either
+// language) every other value is enabled; otherwise they are disabled,
+// except that DISABLED_ONLY parameters take the opposite state and
+// ALWAYS_ENABLED ones stay enabled. The value of a DISABLE parameter whose
+// row is not shown (SetOutsideDisableValue) rules in its place.
+#ifndef VYR_FTPROPSDLG_CDEFPARMSGRID_H
+#define VYR_FTPROPSDLG_CDEFPARMSGRID_H
+
+#include "ftprops/ftpropsformatinfo.h"
+#include "ftprops/guiparameterline.h"
+#include "uikit/cvvyrgrid.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace vyr {
+
+class CFeatTypePropsDlg;
+
+// Whether a parameter's value may be edited, by the disable rule: `ruleOn`
+// is whether the DISABLE parameter's value says anything but No.
+bool ParameterEnabledByRule(const GuiParameterLine &parameter, bool ruleOn);
+
+class CDefParmsGrid : public CVVyrGrid, public CellActionHandler
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kPromptColumn = 0;
+    static constexpr int kValueColumn = 1;
+    static constexpr long kNoDisableRow = -999;
+
+    // `dialog` gives the attribute names and the prompter; it may be null
+    // (then there are none).
+    CDefParmsGrid(const FTPropsFormatInfo *format, CFeatTypePropsDlg *dialog, QWidget *parent = nullptr);
+
+    // The prompt column then fits the new format's prompts alone.
+    void SetFormat(const FTPropsFormatInfo *format)
+    {
+        m_format = format;
+        m_promptWidth = 0;
+    }
+    const FTPropsFormatInfo *format() const { return m_format; }
+
+    // Removes every row and forgets what they were; the prompt column keeps
+    // its width, so that it stays put while a filter narrows the rows.
+    void RemoveAllRows();
+    // Appends a row for the parameter `line` defines, showing the stored
+    // `value`; its index.
+    long AddParameterRow(const std::string &line, const std::string &value);
+    // The row's value as it is stored: a localised choice untranslated.
+    std::string GetParameterValue(long row);
+    // The parameter a row shows; empty past the rows.
+    std::string ParameterNameOf(long row) const;
+    // The row of the named parameter, or -1.
+    long RowOf(const std::string &name) const;
+    // The parsed line of a parameter with a row, or null.
+    const GuiParameterLine *ParameterOf(const std::string &name) const;
+    long disableRow() const { return m_disableRow; }
+
+    // The stored value of a DISABLE parameter that has no row; nothing when
+    // there is none.
+    void SetOutsideDisableValue(std::optional<std::string> value) { m_outsideDisableValue = std::move(value); }
+    // Enables and disables the value cells by the disable rule.
+    void ApplyDisableRule();
+
+    // The localised prompt and help text of a parameter.
+    static QString LocalizedPrompt(const GuiParameterLine &parameter);
+    QString HelpTextOf(long row) const;
+
+    // ATTR: the user attributes page's names, and an empty entry for an
+    // optional parameter.
+    void OnGetChoices(CVVyrGrid &grid, int column, long row, CUGCell &cell, QStringList &choices) override;
+    QString OnCellDescription(int column, long row) override;
+
+protected:
+    void OnGridInit() override;
+    void OnCellChange(int column, long row, ug::TextSource source) override;
+    // ATTRLIST, ATTRLIST_COMMAS and ICONPICK.
+    int OnBrowse(int column, long row) override;
+    int OnCellTipText(int column, long row, int section, QString &text) override;
+    // Every cell may be current; only enabled values take edits.
+    int OnAllowCellMove(int oldColumn, long oldRow, int newColumn, long newRow) override;
+    void OnLayoutComponents(Layout &layout) override;
+
+private:
+    // Whether the disable rule is on now.
+    std::optional<bool> disableRuleOn();
+    void applyRuleTo(long row, bool ruleOn);
+    StringList attributeNames() const;
+
+    const FTPropsFormatInfo *m_format;
+    CFeatTypePropsDlg *m_dialog;
+    std::unordered_map<std::string, GuiParameterLine> m_parameters;
+    // Per parameter: shown (localised) choice text to the stored one, for
+    // the choices whose translation differs.
+    std::unordered_map<std::string, std::map<QString, std::string>> m_storedChoices;
+    std::vector<std::string> m_rowNames;
+    long m_disableRow = kNoDisableRow;
+    std::optional<std::string> m_outsideDisableValue;
+    // What the longest prompt shown since the format was set needs, in
+    // pixels.
+    int m_promptWidth = 0;
+};
+
+} // namespace vyr
+
+#endif // VYR_FTPROPSDLG_CDEFPARMSGRID_H
