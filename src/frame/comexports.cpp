@@ -40,7 +40,13 @@ int32_t DllGetClassObject(const VYRGuid *classId, const VYRGuid *interfaceId, vo
 
 int32_t DllCanUnloadNow(void)
 {
-    return vyr::com::canUnloadNow(vyr::com::CvyrguimfcModule::instance());
+    // Nothing may escape into the host; when the answer cannot be found out,
+    // staying loaded is the safe one.
+    try {
+        return vyr::com::canUnloadNow(vyr::com::CvyrguimfcModule::instance());
+    } catch (...) {
+        return vyr::com::S_FALSE;
+    }
 }
 
 int32_t DllRegisterServer(void)

@@ -94,9 +94,13 @@ public:
     // ATTR: the user attributes page's names, and an empty entry for an
     // optional parameter.
     void OnGetChoices(CVVyrGrid &grid, int column, long row, CUGCell &cell, QStringList &choices) override;
+    // The cell handler's browse hook, named like the grid's.
+    using CellActionHandler::OnBrowse;
     QString OnCellDescription(int column, long row) override;
 
 protected:
+    // The grid's choices hook, named like the cell handler's.
+    using CVVyrGrid::OnGetChoices;
     void OnGridInit() override;
     void OnCellChange(int column, long row, ug::TextSource source) override;
     // ATTRLIST, ATTRLIST_COMMAS and ICONPICK.
