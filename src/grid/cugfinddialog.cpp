@@ -1,6 +1,7 @@
 #include "grid/cugfinddialog.h"
 
 #include "grid/ugdefs.h"
+#include "grid/ugtexts.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -24,25 +25,25 @@ CUGFindDialog::CUGFindDialog(bool replace, QWidget *parent)
     m_findEdit->setObjectName(QStringLiteral("findText"));
     m_replaceEdit = new QLineEdit(this);
     m_replaceEdit->setObjectName(QStringLiteral("replaceText"));
-    auto *findLabel = new QLabel(tr("Fi&nd what:"), this);
+    auto *findLabel = new QLabel(ug::gridText("Fi&nd what:"), this);
     findLabel->setBuddy(m_findEdit);
-    m_replaceLabel = new QLabel(tr("Re&place with:"), this);
+    m_replaceLabel = new QLabel(ug::gridText("Re&place with:"), this);
     m_replaceLabel->setBuddy(m_replaceEdit);
-    m_wholeWord = new QCheckBox(tr("Match &whole word only"), this);
-    m_matchCase = new QCheckBox(tr("Match &case"), this);
-    m_up = new QRadioButton(tr("&Up"), this);
-    m_down = new QRadioButton(tr("&Down"), this);
+    m_wholeWord = new QCheckBox(ug::gridText("Match &whole word only"), this);
+    m_matchCase = new QCheckBox(ug::gridText("Match &case"), this);
+    m_up = new QRadioButton(ug::gridText("&Up"), this);
+    m_down = new QRadioButton(ug::gridText("&Down"), this);
     m_down->setChecked(true);
-    auto *direction = new QGroupBox(tr("Direction"), this);
+    auto *direction = new QGroupBox(ug::gridText("Direction"), this);
     auto *directionLayout = new QHBoxLayout(direction);
     directionLayout->addWidget(m_up);
     directionLayout->addWidget(m_down);
 
-    m_findNext = new QPushButton(tr("&Find Next"), this);
+    m_findNext = new QPushButton(ug::gridText("&Find Next"), this);
     m_findNext->setDefault(true);
-    m_replaceButton = new QPushButton(tr("&Replace"), this);
-    m_replaceAll = new QPushButton(tr("Replace &All"), this);
-    auto *cancel = new QPushButton(tr("Cancel"), this);
+    m_replaceButton = new QPushButton(ug::gridText("&Replace"), this);
+    m_replaceAll = new QPushButton(ug::gridText("Replace &All"), this);
+    auto *cancel = new QPushButton(ug::gridText("Cancel"), this);
 
     auto *fields = new QGridLayout;
     fields->addWidget(findLabel, 0, 0);
@@ -80,7 +81,7 @@ CUGFindDialog::CUGFindDialog(bool replace, QWidget *parent)
 void CUGFindDialog::setReplaceDialog(bool replace)
 {
     m_replace = replace;
-    setWindowTitle(replace ? tr("Replace") : tr("Find"));
+    setWindowTitle(replace ? ug::gridText("Replace") : ug::gridText("Find"));
     m_replaceLabel->setVisible(replace);
     m_replaceEdit->setVisible(replace);
     m_replaceButton->setVisible(replace);

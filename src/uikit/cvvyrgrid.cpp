@@ -4,9 +4,12 @@
 // redo and the clipboard in cvvyrgrid_history.cpp.
 #include "uikit/cvvyrgrid.h"
 
+#include "grid/ugtexts.h"
 #include "uikit/cvvyrbrowsebuttontype.h"
 #include "uikit/cvvyrdroplisttype.h"
 #include "uikit/cvvyrgridedit.h"
+#include "uikit/dialogutils.h"
+#include "uikit/narrowtext.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -29,6 +32,13 @@ CVVyrGrid::CVVyrGrid(int columnCount, bool keepNewRow, QWidget *parent)
     , m_colourType(std::make_unique<CVVyrColourPickType>())
     , m_history(kUndoLimit)
 {
+    // The grid's own dialogs speak the user's language like the pages
+    // around them.
+    static const bool translated = [] {
+        ug::setTextTranslator([](const char *english) { return fromNarrow(LocalizeText(english)); });
+        return true;
+    }();
+    (void)translated;
     readColours();
 }
 

@@ -4,10 +4,13 @@
 // each kind of action.
 #include "listgrid.h"
 
+#include "grid/cugfinddialog.h"
 #include "uikit/cvvyrdroplisttype.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QRandomGenerator>
 #include <QtTest>
 
@@ -72,6 +75,7 @@ private slots:
     void undoAndRedoEveryAction();
     void undoKeepsAHundredSteps();
     void restoredTextsReachTheSubclass();
+    void findAndReplaceSpeakTheUsersLanguage();
 };
 
 void tst_CVVyrGrid::disabledCellsAndGridsAreNeverEdited()
@@ -498,3 +502,36 @@ void tst_CVVyrGrid::restoredTextsReachTheSubclass()
 
 QTEST_MAIN(tst_CVVyrGrid)
 #include "tst_cvvyrgrid.moc"
+
+// The grid's Find and Replace dialog speaks the user's language like the
+// pages around it, and each underlined letter leads to one control.
+void tst_CVVyrGrid::findAndReplaceSpeakTheUsersLanguage()
+{
+    ListGrid &grid = shownGrid(2, true, {"a", "b"});
+    QTest::keyClick(&grid, Qt::Key_F, Qt::ControlModifier);
+    CUGFindDialog *dialog = grid.GetFindDialog();
+    QVERIFY(dialog);
+    const bool german = qEnvironmentVariableIsSet("VYR_EXPECT_GERMAN");
+    QCOMPARE(dialog->windowTitle(), german ? QString("Suchen") : QString("Find"));
+    for (const bool replace : {false, true}) {
+        dialog->setReplaceDialog(replace);
+        QMap<QChar, QString> owners;
+        for (QWidget *widget : dialog->findChildren<QWidget *>()) {
+            QString text;
+            if (auto *label = qobject_cast<QLabel *>(widget))
+                text = label->text();
+            else if (auto *button = qobject_cast<QAbstractButton *>(widget))
+                text = button->text();
+            const qsizetype mark = text.indexOf(u'&');
+            if (!widget->isVisibleTo(dialog) || mark < 0 || mark + 1 >= text.size())
+                continue;
+            const QChar letter = text.at(mark + 1).toLower();
+            QVERIFY2(!owners.contains(letter),
+                     qPrintable(QString("%1 and %2 share Alt+%3").arg(owners.value(letter), text, letter)));
+            owners.insert(letter, text);
+        }
+        QCOMPARE(owners.size(), replace ? 7 : 6);
+    }
+    QCOMPARE(dialog->findNextButton()->text(), german ? QString("&Weitersuchen") : QString("&Find Next"));
+    dialog->close();
+}
