@@ -7,7 +7,7 @@ set(page "")
 if(PAGE)
     set(page --page ${PAGE})
 endif()
-execute_process(COMMAND ${XVFB_RUN} -a -s "-screen 0 1280x1024x24" ${TOOL} ${WORK}/workspace.json
+execute_process(COMMAND sh ${XVFB_AGAIN} ${XVFB_RUN} -a -s "-screen 0 1280x1024x24" ${TOOL} ${WORK}/workspace.json
                         --edit ${FEATURE_TYPE} ${page} --screenshot ${OUTPUT}
     OUTPUT_VARIABLE said ERROR_VARIABLE problems RESULT_VARIABLE status)
 if(NOT status EQUAL 1 OR NOT EXISTS ${OUTPUT})
