@@ -23,6 +23,7 @@
 #include <QPushButton>
 #include <QTabBar>
 #include <QTemporaryDir>
+#include <QTextBrowser>
 #include <QtTest>
 
 
@@ -300,6 +301,38 @@ private slots:
                                                            "COLUMN_WIDTH", "HIDDEN_COLUMNS", "SORT_BY"}));
         QCOMPARE(list("*vyr_parameter_value"),
                  (QStringList{"Styles", "No", "1,0,0", "20", "Item,Count", "Count"}));
+        m_session->destroyFeature(feature);
+    }
+
+    // F1 on the parameters page opens the format's page at the parameters
+    // of the feature type's role.
+    void shouldOpenTheParametersSectionOfTheFormatOnF1_data()
+    {
+        QTest::addColumn<QString>("schema");
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QString>("section");
+        QTest::newRow("writer") << "schemas/xlsx-inventory.json" << "xlsx.fmt" << "xlsx.htm#writer-parameters";
+        QTest::newRow("reader") << "schemas/csv-stations.json" << "csv.fmt" << "csv.htm#reader-parameters";
+    }
+    void shouldOpenTheParametersSectionOfTheFormatOnF1()
+    {
+        QFETCH(QString, schema);
+        QFETCH(QString, format);
+        QFETCH(QString, section);
+        IVYRFeature *feature = load(schema.toStdString().c_str());
+        QString shown;
+        vyr::test::onNextModalDialog([&shown](QDialog *dialog) {
+            auto *tabs = dialog->findChild<QTabBar *>();
+            tabs->setCurrentIndex(tabs->count() - 1);
+            QWidget *grid = dialog->findChild<QWidget *>(QStringLiteral("parameterGrid"));
+            QTest::keyClick(grid ? grid : dialog, Qt::Key_F1);
+            if (auto *browser = dialog->findChild<QTextBrowser *>(QStringLiteral("helpBrowser")))
+                shown = browser->source().toString();
+            dialog->reject();
+        });
+        const std::string capabilities = capabilitiesOf(format.toStdString().c_str());
+        QVERIFY(!VYRFeatTypeProperties(m_session, feature, capabilities.c_str(), nullptr));
+        QVERIFY2(shown.endsWith(section), qPrintable(shown));
         m_session->destroyFeature(feature);
     }
 };
