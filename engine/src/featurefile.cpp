@@ -11,6 +11,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <set>
+
 // Read into the library's sorted objects, which find a key without looking
 // at every other one; the order of the attributes is taken down as they are
 // read.
@@ -95,6 +97,14 @@ vyr::engine::VYRFeature parse(const Json &document, const std::vector<std::strin
     return feature;
 }
 
+// A byte that is no UTF-8 in a UTF-8 code page (a capability file can hand
+// one to a feature) is written as U+FFFD: the file stays JSON that every
+// reader takes, and a save never fails on the content.
+std::string jsonText(const vyr::engine::VYRFeature &feature)
+{
+    return feature.toJson().dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
 } // namespace
 
 extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size_t length, const char *origin,
@@ -114,12 +124,23 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
         // The keys of the top object's "attributes", in the order written.
         std::vector<std::string> attributeNames;
         std::string topKey;
+        std::set<std::string> topKeys;
+        std::set<std::string> attributeKeys;
+        // The JSON library keeps the last of two equal keys: a file naming a
+        // key twice is refused rather than read half.
         const auto note = [&](int depth, Json::parse_event_t event, Json &parsed) {
             if (event == Json::parse_event_t::key && depth <= 2 && parsed.is_string()) {
-                if (depth == 1)
-                    topKey = parsed.get<std::string>();
-                else if (topKey == "attributes")
-                    attributeNames.push_back(parsed.get<std::string>());
+                std::string key = parsed.get<std::string>();
+                if (depth == 1) {
+                    if (!topKeys.insert(key).second)
+                        throw FeatureFileError({key}, "\"" + key + "\" is given twice");
+                    topKey = std::move(key);
+                } else if (topKey == "attributes") {
+                    if (!attributeKeys.insert(key).second)
+                        throw FeatureFileError({std::string("attributes"), key},
+                                               "attribute \"" + key + "\" is given twice");
+                    attributeNames.push_back(std::move(key));
+                }
             }
             return true;
         };
@@ -129,7 +150,9 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
     } catch (const Json::parse_error &failure) {
         report(error, vyr::jsonSyntaxError(where, std::string_view(text, length), failure.byte));
     } catch (const Json::out_of_range &failure) {
-        report(error, vyr::jsonNumberTooLarge(where, std::string_view(text, length), failure.what()));
+        // 406 is the library's number too large for a double.
+        report(error, failure.id == 406 ? vyr::jsonNumberTooLarge(where, std::string_view(text, length), failure.what())
+                                        : where + ": " + failure.what());
     } catch (const FeatureFileError &failure) {
         report(error, vyr::jsonPlace(where, std::string_view(text, length), failure.where()) + failure.what());
     } catch (const std::exception &failure) {
@@ -154,7 +177,7 @@ extern "C" bool VYR_FeatureWriteJson(const IVYRFeature *feature, IVYRString *tex
     const auto *source = dynamic_cast<const vyr::engine::VYRFeature *>(feature);
     if (!source || !text)
         return false;
-    const std::string written = source->toJson().dump(2) + '\n';
+    const std::string written = jsonText(*source);
     text->assign(written.data(), written.size());
     return true;
 }
@@ -168,7 +191,7 @@ extern "C" bool VYR_FeatureSaveJson(const IVYRFeature *feature, const char *path
         return false;
     }
     std::string reason;
-    if (!vyr::replaceFileContent(target, source->toJson().dump(2) + '\n', reason)) {
+    if (!vyr::replaceFileContent(target, jsonText(*source), reason)) {
         report(error, reason);
         return false;
     }

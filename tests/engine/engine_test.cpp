@@ -184,6 +184,29 @@ TEST_F(EngineTest, FeatureFilesRoundTrip)
     EXPECT_EQ(dir.read("feature.json"), dir.read("again.json"));
 }
 
+// A byte that is no UTF-8 in a UTF-8 code page came from a stranger's
+// capability file: the save still writes a file every JSON reader takes.
+TEST_F(EngineTest, BytesThatAreNoUtf8AreSavedAsReplacementCharacters)
+{
+    // The engine reads its code page once, on first use, in this process of
+    // its own.
+    vyr::test::ScopedEnvironment environment;
+    environment.set("VYR_CODEPAGE", "UTF-8");
+    vyr::test::ScratchDirectory dir;
+    IVYRFeature &feature = newFeature();
+    feature.setFeatureType("caf\xE9");
+    feature.setAttribute("*vyr_geometry{0}", "\xFF\xFEline");
+    const std::string path = dir.path() + "/feature.json";
+    VYRRWStringImp error;
+    ASSERT_TRUE(VYR_FeatureSaveJson(&feature, path.c_str(), &error)) << error.c_str();
+    IVYRFeature &copy = newFeature();
+    ASSERT_TRUE(VYR_FeatureLoadJson(&copy, path.c_str(), &error)) << error.c_str();
+    EXPECT_STREQ(copy.getFeatureType(), "caf\xEF\xBF\xBD");
+    EXPECT_EQ(value(copy, "*vyr_geometry{0}"), "\xEF\xBF\xBD\xEF\xBF\xBDline");
+    VYRRWStringImp text;
+    EXPECT_TRUE(VYR_FeatureWriteJson(&feature, &text));
+}
+
 TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
 {
     struct Case
@@ -204,6 +227,9 @@ TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
         {"", "t.json:1:1: not valid JSON: the text ends too early"},
         {"{\"feature_type\": \"x\",\n \"attributes\": {\"a\": -5e400}}",
          "t.json:2:22: not valid JSON: the number -5e400 is too large"},
+        {"{\"feature_type\": \"x\", \"attributes\": {\"a\": \"1\"},\n \"attributes\": {\"b\": \"2\"}}",
+         "\"attributes\" is given twice"},
+        {"{\"feature_type\": \"x\", \"attributes\": {\"a\": \"1\", \"a\": \"2\"}}", "attribute \"a\" is given twice"},
     };
     IVYRFeature &feature = newFeature();
     feature.setFeatureType("kept");
