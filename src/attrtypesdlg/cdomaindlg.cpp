@@ -55,7 +55,7 @@ bool CDomainDlg::OnInitDialog()
         m_name->setEnabled(m_editable);
     if (m_nameOnly) {
         m_nameOnly->setEnabled(m_editable);
-        connect(m_nameOnly.get(), &QCheckBox::clicked, this, [this] { ApplyEnablingRule(); });
+        connect(m_nameOnly.orStandIn(), &QCheckBox::clicked, this, [this] { ApplyEnablingRule(); });
     }
     ApplyEnablingRule();
     return true;

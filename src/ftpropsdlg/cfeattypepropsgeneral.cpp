@@ -55,8 +55,8 @@ bool CFeatTypePropsGeneral::OnInitDialog()
         if (std::find(m_extraFanoutNames.begin(), m_extraFanoutNames.end(), name) == m_extraFanoutNames.end())
             m_extraFanoutNames.push_back(name);
     }
-    connect(m_dataset.get(), &QComboBox::activated, this, [this] { OnDatasetSelected(); });
-    connect(m_formatHelp.get(), &QPushButton::clicked, this, [this] { OnFormatHelp(); });
+    connect(m_dataset.orStandIn(), &QComboBox::activated, this, [this] { OnDatasetSelected(); });
+    connect(m_formatHelp.orStandIn(), &QPushButton::clicked, this, [this] { OnFormatHelp(); });
     return true;
 }
 

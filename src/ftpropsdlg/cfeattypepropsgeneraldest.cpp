@@ -99,10 +99,10 @@ bool CFeatTypePropsGeneralDest::OnInitDialog()
     FillGeometry(m_format, m_schema->getGeometry());
     m_initialSchemaSources = m_schemaSources;
 
-    connect(m_fanout.get(), &QCheckBox::clicked, this, [this] { UpdateFanoutControls(m_format); });
-    connect(m_dynamic.get(), &QCheckBox::clicked, this, [this] { OnDynamicToggled(); });
-    connect(m_chooseSchemaSources.get(), &QPushButton::clicked, this, [this] { ChooseSchemaSources(); });
-    connect(m_dynamicSettingsButton.get(), &QPushButton::clicked, this, [this] { EditDynamicSettings(); });
+    connect(m_fanout.orStandIn(), &QCheckBox::clicked, this, [this] { UpdateFanoutControls(m_format); });
+    connect(m_dynamic.orStandIn(), &QCheckBox::clicked, this, [this] { OnDynamicToggled(); });
+    connect(m_chooseSchemaSources.orStandIn(), &QPushButton::clicked, this, [this] { ChooseSchemaSources(); });
+    connect(m_dynamicSettingsButton.orStandIn(), &QPushButton::clicked, this, [this] { EditDynamicSettings(); });
     if (auto *dropDown = qobject_cast<DropDownComboBox *>(m_fanoutAttribute.get()))
         connect(dropDown, &DropDownComboBox::dropDown, this, [this] { RefillFanoutChoices(); });
     return true;
@@ -173,7 +173,7 @@ void CFeatTypePropsGeneralDest::FillGeometry(const FTPropsFormatInfo *format, co
                 names.append(name);
         }
         m_geometry->addItems(names);
-        m_geometry->setCurrentIndex(findItemStartingWith(m_geometry.get(), fromNarrow(geometry)));
+        m_geometry->setCurrentIndex(findItemStartingWith(m_geometry.orStandIn(), fromNarrow(geometry)));
         m_geometry->setEnabled(!m_dynamic->isChecked());
     } else {
         m_geometry->addItem(loadResourceString(res::MultipleGeometries));
@@ -266,10 +266,10 @@ void CFeatTypePropsGeneralDest::EditDynamicSettings()
     if (m_geometry->currentIndex() >= 0)
         geometry.assign(toNarrow(m_geometry->currentText()).c_str());
     VYRRWStringArrayImp fanoutChoices;
-    for (const QString &item : itemsOf(m_fanoutAttribute.get()))
+    for (const QString &item : itemsOf(m_fanoutAttribute.orStandIn()))
         fanoutChoices.append(toNarrow(item).c_str());
     VYRRWStringArrayImp geometryChoices;
-    for (const QString &item : itemsOf(m_geometry.get()))
+    for (const QString &item : itemsOf(m_geometry.orStandIn()))
         geometryChoices.append(toNarrow(item).c_str());
     QVYRNativeWidget parent(m_dialog);
     QVYRConfigureDynamicSchemaDlg settingsDialog(m_dynamicSettings, name, geometry, fanoutChoices, geometryChoices,

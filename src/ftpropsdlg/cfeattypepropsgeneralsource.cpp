@@ -35,7 +35,7 @@ bool CFeatTypePropsGeneralSource::OnInitDialog()
     m_mergeKind->setCurrentIndex(kind >= 0 && kind < 3 ? kind : -1);
     m_mergeOption->setChecked(m_schema->getMergeOption());
     UpdateMergeControls();
-    connect(m_merge.get(), &QCheckBox::clicked, this, [this] { UpdateMergeControls(); });
+    connect(m_merge.orStandIn(), &QCheckBox::clicked, this, [this] { UpdateMergeControls(); });
     return true;
 }
 

@@ -62,7 +62,10 @@ public:
     DialogControl() = default;
 
     Widget *get() const { return static_cast<Widget *>(widget()); }
-    Widget *operator->() const { return isAttached() ? get() : standIn(); }
+    // The bound widget, else the stand-in: never null, for code that hands
+    // the control on (to a helper, to connect) rather than asking after it.
+    Widget *orStandIn() const { return isAttached() ? get() : standIn(); }
+    Widget *operator->() const { return orStandIn(); }
     explicit operator bool() const { return isAttached(); }
 
     bool accepts(QWidget *candidate) const override { return qobject_cast<Widget *>(candidate) != nullptr; }

@@ -48,9 +48,10 @@ function(make_installation name template control)
     endforeach()
 endfunction()
 
-# General page without the database user field or without its template;
-# the attribute pages without their grids.
-foreach(case "no-user;514;1297" "no-general;514;" "no-attribute-grid;339;1184" "no-format-grid;340;1144")
+# General page without the database user field, the geometry or the fan-out
+# attribute, or without its template; the other pages without their grids.
+foreach(case "no-user;514;1297" "no-geometry;514;1158" "no-fanout-attribute;514;1289" "no-general;514;"
+             "no-attribute-grid;339;1184" "no-format-grid;340;1144" "no-parameter-grid;343;1187")
     list(GET case 0 name)
     list(GET case 1 template)
     list(GET case 2 control)
