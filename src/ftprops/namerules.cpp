@@ -319,6 +319,7 @@ AttributeNameSteps LegaliseAttributeNameSteps(const FTPropsFormatInfo &format, s
     for (const std::string &word : format.getDestIllegalAttrList())
         illegal.insert(upperAscii(word));
     // The attribute limit is in bytes, and so is the room left for a number.
+    steps.reserved = illegal.contains(upperAscii(steps.cut));
     steps.unique = uniqueNumbered(steps.cut, maxLength > 0 ? static_cast<unsigned>(maxLength) : 0, isTaken, illegal,
                                   truncateBytes);
     return steps;

@@ -77,6 +77,7 @@ struct AttributeNameSteps
     std::string cased; // ATTR_CASE applied
     std::string cut; // MAX_ATTR_LENGTH applied
     std::string unique; // the result: not taken, not illegal
+    bool reserved = false; // `cut` is one of the format's illegal names
 };
 AttributeNameSteps LegaliseAttributeNameSteps(const FTPropsFormatInfo &format, std::string_view name,
                                               const StringSet &taken);

@@ -117,10 +117,36 @@ StringSet CAttrGrid::FormatAttrNames(const FTPropsFormatInfo &format)
     return StringSet(names.begin(), names.end());
 }
 
+QString CAttrGrid::NameChangeReasons(const QString &typed, const AttributeNameSteps &steps) const
+{
+    QStringList reasons;
+    if (steps.replaced != toNarrow(typed))
+        reasons << loadResourceString(res::NameChangedCharacters);
+    if (steps.cased != steps.replaced) {
+        // A case rule may put "Q_" or "_" in front of a name as well as
+        // change its letters.
+        const std::size_t added = steps.cased.size() - std::min(steps.cased.size(), steps.replaced.size());
+        const std::string_view rest = std::string_view(steps.cased).substr(added);
+        if (added > 0)
+            reasons << formatResourceString(res::NameChangedPrefix, {fromNarrow(steps.cased.substr(0, added))});
+        if (rest != steps.replaced)
+            reasons << loadResourceString(res::NameChangedCase);
+    }
+    if (steps.cut != steps.cased)
+        reasons << formatResourceString(res::NameChangedLength, {QString::number(m_format->getMaxAttrLength())});
+    if (steps.unique != steps.cut)
+        reasons << loadResourceString(steps.reserved ? res::NameChangedReserved : res::NameChangedNumber);
+    return formatResourceString(res::NameChangedBy, {typed, reasons.join(QStringLiteral("; "))});
+}
+
 void CAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
 {
     CAttrTypeGrid::OnCellChange(column, row, source);
-    if (column != kNameColumn || m_loading || m_legalising || isNewRow(row) || m_format->isSource())
+    // Only what a person gives a cell is made legal: a name that a sort, a
+    // move, an undo or a redo puts back was already checked when it came,
+    // or was the schema's own.
+    if (column != kNameColumn || m_loading || m_legalising || source == ug::TextRestored || isNewRow(row)
+        || m_format->isSource())
         return;
     const QString typed = GetCellString(row, kNameColumn);
     if (typed.isEmpty())
@@ -128,18 +154,13 @@ void CAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
     const AttributeNameSteps steps
         = LegaliseAttributeNameSteps(*m_format, toNarrow(typed), TakenBy(row, m_formatAttrNames));
     const QString legal = fromNarrow(steps.unique);
-    if (legal == typed)
+    if (legal == typed) {
+        // A name typed as it stands has no story, whatever an earlier row
+        // of that name was told.
+        m_nameChanges.remove(legal);
         return;
-    QStringList reasons;
-    if (steps.replaced != toNarrow(typed))
-        reasons << loadResourceString(res::NameChangedCharacters);
-    if (steps.cased != steps.replaced)
-        reasons << loadResourceString(res::NameChangedCase);
-    if (steps.cut != steps.cased)
-        reasons << formatResourceString(res::NameChangedLength, {QString::number(m_format->getMaxAttrLength())});
-    if (steps.unique != steps.cut)
-        reasons << loadResourceString(res::NameChangedNumber);
-    m_nameChanges.insert(legal, formatResourceString(res::NameChangedBy, {typed, reasons.join(QStringLiteral("; "))}));
+    }
+    m_nameChanges.insert(legal, NameChangeReasons(typed, steps));
     m_legalising = true;
     SetCellText(kNameColumn, row, legal);
     RepaintCell(kNameColumn, row);

@@ -67,6 +67,9 @@ protected:
     void LayoutLeadingColumns(int width) override;
 
 private:
+    // The tip of a name the format changed: what was typed, and each rule
+    // that changed it.
+    QString NameChangeReasons(const QString &typed, const AttributeNameSteps &steps) const;
     // The type a first attribute gets; null when the format has none.
     std::unique_ptr<AttrType> FirstRowType() const;
 

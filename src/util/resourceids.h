@@ -111,7 +111,9 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61268, NameChangedCase)                                                                                  \
     X(String, 61269, NameChangedCharacters)                                                                            \
     X(String, 61270, NameChangedLength)                                                                                \
-    X(String, 61271, NameChangedNumber)
+    X(String, 61271, NameChangedNumber)                                                                                \
+    X(String, 61272, NameChangedReserved)                                                                              \
+    X(String, 61273, NameChangedPrefix)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;

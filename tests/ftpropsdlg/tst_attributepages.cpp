@@ -29,6 +29,7 @@
 #include <QTabBar>
 #include <QtTest>
 
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -78,7 +79,8 @@ private:
 
     // Opens the dialog on a copy of an example schema in the named format;
     // the workspace's formats are the dataset choices.
-    void open(const char *schemaFile, const char *format)
+    void open(const char *schemaFile, const char *format,
+              const std::function<void(IVYRFeature &)> &prepare = {})
     {
         m_dialog.reset();
         m_schema.reset();
@@ -86,6 +88,8 @@ private:
             m_session->destroyFeature(m_feature);
         m_feature = m_session->createFeature();
         QVERIFY(VYR_FeatureLoadJson(m_feature, examplePath(std::string("schemas/") + schemaFile).c_str(), nullptr));
+        if (prepare)
+            prepare(*m_feature);
         const auto lookup = [this](const std::string &id) -> const FTPropsFormatInfo * {
             const auto found = m_formats.find(id);
             return found == m_formats.end() ? nullptr : found->second.get();
@@ -119,6 +123,13 @@ private slots:
             QVERIFY(capabilities);
             const std::string id = VYRObjFTPropsFormatInfo(*capabilities, nullptr).getFormatName();
             m_formats[id] = std::make_unique<VYRObjFTPropsFormatInfo>(*capabilities, m_session, id);
+        }
+        // The shapefile writer under the two case rules that put something
+        // in front of a name.
+        const auto shapefile = readCapabilityFile(examplePath("formats/shapefile.fmt"));
+        for (const char *rule : {"UPPERFIRSTALPHA", "ANYFIRSTNONNUMERIC"}) {
+            const std::string capabilities = *shapefile + ",FORMAT," + rule + ",ATTR_CASE," + rule;
+            m_formats[rule] = std::make_unique<VYRObjFTPropsFormatInfo>(capabilities, m_session, rule);
         }
     }
     void cleanupTestCase()
@@ -207,8 +218,6 @@ private slots:
         QCOMPARE(QString::fromStdString(attributeOf(*m_feature, "ROAD_NAME")), QStringLiteral("vyr_decimal(5,0)"));
     }
 
-    // A type or width chosen in one of several selected rows goes to all
-    // of them that can take it, as one step that one undo takes back.
     // A name is taken while a row holds it, and free once that row is
     // renamed or deleted.
     void shouldFreeTheNameOfARenamedOrDeletedRow()
@@ -227,6 +236,93 @@ private slots:
         QCOMPARE(grid->GetCellString(0, CAttrGrid::kNameColumn), second);
     }
 
+    // The tip of a changed name gives each rule that changed it, and
+    // nothing once a name is typed as it stands.
+    void shouldSayWhichRulesChangedATypedName_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("legal");
+        QTest::addColumn<QStringList>("reasons");
+        const QString characters = loadResourceString(res::NameChangedCharacters);
+        const QString letters = loadResourceString(res::NameChangedCase);
+        const QString taken = loadResourceString(res::NameChangedNumber);
+        const QString reserved = loadResourceString(res::NameChangedReserved);
+        QTest::newRow("reserved in another case") << "SHAPEFILE" << "shape" << "SHAPE00" << QStringList{letters, reserved};
+        QTest::newRow("another row's") << "SHAPEFILE" << "LANES" << "LANES00" << QStringList{taken};
+        QTest::newRow("a letter in front, in upper case")
+            << "UPPERFIRSTALPHA" << "2nd" << "Q_2ND"
+            << QStringList{formatResourceString(res::NameChangedPrefix, {QStringLiteral("Q_")}), letters};
+        QTest::newRow("a letter in front only")
+            << "ANYFIRSTNONNUMERIC" << "2ND" << "_2ND"
+            << QStringList{formatResourceString(res::NameChangedPrefix, {QStringLiteral("_")})};
+        QTest::newRow("characters and letters") << "SHAPEFILE" << "a-b" << "A_B" << QStringList{characters, letters};
+    }
+    void shouldSayWhichRulesChangedATypedName()
+    {
+        QFETCH(QString, format);
+        QFETCH(QString, typed);
+        QFETCH(QString, legal);
+        QFETCH(QStringList, reasons);
+        open("shapefile-roads.json", format.toLatin1().constData());
+        CAttrGrid *grid = attributes();
+        grid->StoreUserText(CAttrGrid::kNameColumn, 0, typed, ug::TextEdited);
+        QCOMPARE(grid->GetCellString(0, CAttrGrid::kNameColumn), legal);
+        QCOMPARE(grid->OnCellDescription(CAttrGrid::kNameColumn, 0),
+                 formatResourceString(res::NameChangedBy, {typed, reasons.join(QStringLiteral("; "))}));
+        // The row gives the name up; another row typed exactly so is not
+        // told the first one's story.
+        grid->StoreUserText(CAttrGrid::kNameColumn, 0, QStringLiteral("OTHER"), ug::TextEdited);
+        grid->StoreUserText(CAttrGrid::kNameColumn, 2, legal, ug::TextEdited);
+        QCOMPARE(grid->GetCellString(2, CAttrGrid::kNameColumn), legal);
+        QCOMPARE(grid->OnCellDescription(CAttrGrid::kNameColumn, 2), QString());
+    }
+
+    // Only what a person gives a name cell is made legal: the schema's own
+    // names, which the format would change, stay as they are through a
+    // sort, a move, an undo and a redo, and OK writes them back unchanged.
+    void shouldKeepTheNamesASortAMoveOrAnUndoPutsBack()
+    {
+        open("postgres-roads.json", "POSTGRES", [](IVYRFeature &feature) {
+            feature.setOrderedAttribute("user", "vyr_int32");
+            feature.setOrderedAttribute("Mixed Case", "vyr_int32");
+        });
+        CAttrGrid *grid = attributes();
+        const StringList loaded = grid->GetAttributeNames();
+        QVERIFY(std::find(loaded.begin(), loaded.end(), "Mixed Case") != loaded.end());
+        grid->SortByColumn(CAttrGrid::kNameColumn);
+        grid->GotoCell(CAttrGrid::kNameColumn, 0);
+        grid->MoveSelectedRowsDown();
+        grid->Undo();
+        grid->Undo();
+        grid->Redo();
+        StringList sorted = loaded;
+        std::sort(sorted.begin(), sorted.end(), [](const std::string &a, const std::string &b) {
+            return QString::fromStdString(a).compare(QString::fromStdString(b), Qt::CaseInsensitive) < 0;
+        });
+        QCOMPARE(grid->GetAttributeNames(), sorted);
+        QCOMPARE(grid->OnCellDescription(CAttrGrid::kNameColumn, 0), QString());
+        // A typed name is made legal once; its undo and redo give back what
+        // was there before and what it became.
+        const long last = grid->GetRowCount() - 2;
+        const QString before = grid->GetCellString(last, CAttrGrid::kNameColumn);
+        grid->StoreUserText(CAttrGrid::kNameColumn, last, QStringLiteral("New Name"), ug::TextEdited);
+        QCOMPARE(grid->GetCellString(last, CAttrGrid::kNameColumn), QStringLiteral("new_name"));
+        grid->Undo();
+        QCOMPARE(grid->GetCellString(last, CAttrGrid::kNameColumn), before);
+        grid->Redo();
+        QCOMPARE(grid->GetCellString(last, CAttrGrid::kNameColumn), QStringLiteral("new_name"));
+        grid->Undo();
+        QVERIFY(pressOK());
+        StringList written = m_schema->getAttributeNames(true, false);
+        std::sort(written.begin(), written.end());
+        StringList expected = loaded;
+        std::sort(expected.begin(), expected.end());
+        QCOMPARE(written, expected);
+    }
+
+    // A type or width chosen in one of several selected rows goes to all
+    // of them that can take it, as one step that one undo takes back.
     void shouldGiveAChoiceToEverySelectedRow()
     {
         open("shapefile-roads.json", "SHAPEFILE");
