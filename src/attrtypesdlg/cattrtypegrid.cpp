@@ -7,6 +7,7 @@
 #include "uikit/resourcelibrary.h"
 
 #include <algorithm>
+#include <typeinfo>
 #include <utility>
 
 namespace vyr {
@@ -184,7 +185,7 @@ void CAttrTypeGrid::OnCellChange(int column, long row, ug::TextSource source)
         return;
     m_spreading = true;
     for (const long other : SelectedRecords()) {
-        if (other == row || !IsCellEnabled(column, other))
+        if (other == row || !IsCellEnabled(column, other) || !TakesArgumentOf(other, column, row))
             continue;
         SetCellText(column, other, text);
         if (typeTemplate)
@@ -192,6 +193,30 @@ void CAttrTypeGrid::OnCellChange(int column, long row, ug::TextSource source)
     }
     m_spreading = false;
     RepaintAll();
+}
+
+bool CAttrTypeGrid::TakesArgumentOf(long row, int column, long source)
+{
+    if (column != argumentColumn(0) && column != argumentColumn(1))
+        return true;
+    // A width is no domain, nor a list of values: the argument must be of
+    // the same kind in both rows' types.
+    // A template's arguments hold keywords; the argument a type of it
+    // takes is made from the keyword.
+    const std::size_t index = std::size_t(column - argumentColumn(0));
+    const auto argumentOf = [&](long at) -> std::unique_ptr<AttrTypeArg> {
+        const AttrTypeTemplate *typeTemplate = TemplateOf(GetCellText(m_typeColumn, at));
+        if (!typeTemplate || index >= typeTemplate->argCount())
+            return nullptr;
+        return createArg(typeTemplate->arg(index)->value(), std::uint32_t(index), typeTemplate);
+    };
+    const std::unique_ptr<AttrTypeArg> wanted = argumentOf(source);
+    const std::unique_ptr<AttrTypeArg> offered = argumentOf(row);
+    if (!wanted || !offered)
+        return false;
+    const AttrTypeArg &wantedKind = *wanted;
+    const AttrTypeArg &offeredKind = *offered;
+    return typeid(wantedKind) == typeid(offeredKind);
 }
 
 void CAttrTypeGrid::SetRowType(long row, const AttrType &type)

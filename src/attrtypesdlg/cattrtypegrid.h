@@ -97,6 +97,9 @@ protected:
     void SetUpArgumentCells(long row, const AttrType *pattern, bool fresh);
 
 private:
+    // Whether `row`'s type takes, in argument `column`, a value of the kind
+    // that `source`'s type takes there; true for the other columns.
+    bool TakesArgumentOf(long row, int column, long source);
     // Argument cells disabled until the row has a type; the domain cell
     // enabled only when the format has domains.
     void prepareRow(long row);

@@ -118,7 +118,7 @@ private slots:
         QVERIFY(ensureApplication());
         QVERIFY(loadResourceLibrary());
         m_session = VYR_SessionCreate();
-        for (const char *name : {"shapefile", "postgres", "gpx", "csv"}) {
+        for (const char *name : {"shapefile", "postgres", "gpx", "csv", "geopackage"}) {
             const auto capabilities = readCapabilityFile(examplePath(std::string("formats/") + name + ".fmt"));
             QVERIFY(capabilities);
             const std::string id = VYRObjFTPropsFormatInfo(*capabilities, nullptr).getFormatName();
@@ -339,6 +339,17 @@ private slots:
         grid->Undo();
         QCOMPARE(rowOf(grid, 2).mid(1, 1), QStringList{"date"});
         QCOMPARE(rowOf(grid, 0).mid(1, 2), (QStringList{"char", "40"}));
+
+        // A width goes to the rows whose type takes a width there, not into
+        // the domain a ranged integer takes in the same column.
+        open("geopackage-landuse.json", "GEOPACKAGE");
+        grid = attributes();
+        QCOMPARE(rowOf(grid, 1).mid(0, 3), (QStringList{"storeys", "integer_in_range", "Storeys"}));
+        grid->SelectRange(0, 0, grid->argumentColumn(1), 2);
+        grid->StoreUserText(grid->argumentColumn(0), 2, QStringLiteral("40"), ug::TextEdited);
+        QCOMPARE(rowOf(grid, 2).mid(0, 3), (QStringList{"note", "text", "40"}));
+        QCOMPARE(rowOf(grid, 1).mid(0, 3), (QStringList{"storeys", "integer_in_range", "Storeys"}));
+        QCOMPARE(rowOf(grid, 0).mid(0, 3), (QStringList{"class", "text_coded", "LandUseClass"}));
     }
 
     // Rows pasted from a spreadsheet become attributes with legal names and
