@@ -231,9 +231,16 @@ std::string MakeUniqueScriptName(std::string_view name, const StringSet &taken)
     }
 }
 
-std::string RunValidationScript(IVYRSession &session, std::string_view script, std::string_view name,
-                                const StringSet &taken)
+std::optional<std::string> RunValidationScript(IVYRSession &session, std::string_view script, std::string_view name,
+                                               const StringSet &taken, std::string *refusal)
 {
+    // The name is spliced into a Tcl command: only a plain file name of the
+    // script folder gets that far.
+    if (std::optional<std::string> reason = refuseScriptName(script)) {
+        if (refusal)
+            *refusal = std::move(*reason);
+        return std::nullopt;
+    }
     std::string result(name);
     IVYRFeature *feature = session.createFeature();
     IVYRString *value = session.createString();
@@ -284,13 +291,14 @@ std::string ResolveFeatureTypeName(const FTPropsFormatInfo &format, std::string_
     }
     const std::string script = format.getFeatTypeValidationScript();
     if (!script.empty()) {
-        if (const std::optional<std::string> refusal = refuseScriptName(script)) {
-            // The format's own rules apply instead, as if it named no script.
-            std::fprintf(stderr, "vyr: the validation script \"%s\" of format %s is not run: %s\n", script.c_str(),
-                         format.getFormatName().c_str(), refusal->c_str());
-        } else {
-            return session ? RunValidationScript(*session, script, name, taken) : name;
-        }
+        if (!session)
+            return name;
+        std::string refusal;
+        if (std::optional<std::string> resolved = RunValidationScript(*session, script, name, taken, &refusal))
+            return std::move(*resolved);
+        // The format's own rules apply instead, as if it named no script.
+        std::fprintf(stderr, "vyr: the validation script \"%s\" of format %s is not run: %s\n", script.c_str(),
+                     format.getFormatName().c_str(), refusal.c_str());
     }
     const int length = format.getFeatureTypeLength();
     return LegaliseName(name, format.getFeatureTypeInvalidChars(), format.getFeatureTypeCase(),

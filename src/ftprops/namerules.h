@@ -17,6 +17,7 @@
 #include "ftprops/ftpropsformatinfo.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,9 +38,12 @@ std::string ResolveFeatureTypeName(const FTPropsFormatInfo &format, std::string_
 // Runs the format's validation script (under the installation directory's
 // metafile/) on `name` through an engine feature, at most 1,000 times, until
 // the name it leaves is not taken, and for no longer than scriptSecondsLimit
-// in all (the pass under way then ends by the engine's own limit).
-std::string RunValidationScript(IVYRSession &session, std::string_view script, std::string_view name,
-                                const StringSet &taken);
+// in all (the pass under way then ends by the engine's own limit). The name
+// comes from a capability file: one that may not name an installed script
+// (util/installedscripts.h) runs nothing, and the answer is nothing, with
+// the reason in `refusal` when given.
+std::optional<std::string> RunValidationScript(IVYRSession &session, std::string_view script, std::string_view name,
+                                               const StringSet &taken, std::string *refusal = nullptr);
 
 // `name`, or when taken, name_2, name_3 ... (a number already at its end
 // is dropped first).

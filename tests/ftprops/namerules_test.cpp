@@ -158,10 +158,10 @@ TEST(NameRulesTest, ValidationScriptRunsAgainOnAUniqueNameButNotForever)
 {
     ScriptSession session;
     session.feature.script = [](const std::string &name) { return name; };
-    EXPECT_EQ(RunValidationScript(session, "xlsx_names.tcl", "Roads", {"Roads"}), "Roads_2");
+    EXPECT_EQ(RunValidationScript(session, "xlsx_sheet_names.tcl", "Roads", {"Roads"}), "Roads_2");
     ASSERT_EQ(session.feature.commands.size(), 3u);
     EXPECT_NE(session.feature.commands[0].find("set LH_Clear yes; source {"), std::string::npos);
-    EXPECT_NE(session.feature.commands[0].find("metafile/xlsx_names.tcl}})"), std::string::npos);
+    EXPECT_NE(session.feature.commands[0].find("metafile/xlsx_sheet_names.tcl}})"), std::string::npos);
     EXPECT_NE(session.feature.commands[1].find("set LH_Clear no;"), std::string::npos);
     EXPECT_EQ(session.feature.commands[2], "@TCL(catch {unset LH_Clear})");
     EXPECT_EQ(session.featuresOut, 0);
@@ -169,7 +169,7 @@ TEST(NameRulesTest, ValidationScriptRunsAgainOnAUniqueNameButNotForever)
 
     ScriptSession stubborn;
     stubborn.feature.script = [](const std::string &) { return std::string("Always"); };
-    EXPECT_EQ(RunValidationScript(stubborn, "s.tcl", "x", {"Always", "Always_2"}), "Always_3");
+    EXPECT_EQ(RunValidationScript(stubborn, "xlsx_sheet_names.tcl", "x", {"Always", "Always_2"}), "Always_3");
     EXPECT_EQ(stubborn.feature.commands.size(), 1001u) << "it stops after a thousand passes";
 
     // The time limit holds for the whole resolution, not for each pass.
@@ -180,7 +180,7 @@ TEST(NameRulesTest, ValidationScriptRunsAgainOnAUniqueNameButNotForever)
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
         return std::string("Always");
     };
-    const std::string given = RunValidationScript(slow, "s.tcl", "x", {"Always"});
+    const std::string given = RunValidationScript(slow, "xlsx_sheet_names.tcl", "x", {"Always"}).value_or("");
     EXPECT_EQ(given, "Always_2") << "what it leaves is never a taken name";
     EXPECT_LE(slow.feature.commands.size(), 12u);
 }
@@ -226,6 +226,10 @@ TEST(NameRulesTest, OnlyInstalledScriptsRunOnNames)
         const VYRObjFTPropsFormatInfo format(
             csvJoin({"FEATURE_TYPE_CASE", "UPPER", "FEAT_TYPE_VALIDATION_SCRIPT", script}, ','), nullptr);
         EXPECT_EQ(ResolveFeatureTypeName(format, "roads", {}, &session), "ROADS") << script;
+        // Nor does a caller that asks for the script by itself run it.
+        std::string refusal;
+        EXPECT_EQ(RunValidationScript(session, script, "roads", {}, &refusal), std::nullopt) << script;
+        EXPECT_FALSE(refusal.empty()) << script;
         EXPECT_TRUE(session.feature.commands.empty()) << script;
     }
 }
