@@ -1,7 +1,8 @@
 // The pictures the programs save for --screenshot, as PNG files. Written
-// like any other save (util/safefiles.h): whole or not at all, never
-// through a link planted under the name. Header only, as the programs use
-// it without the rest of this folder.
+// like any other save (util/safefiles.h): whole or not at all; a picture is
+// a new output, so a symbolic link under its name is refused rather than
+// written through. Header only, as the programs use it without the rest of
+// this folder.
 #ifndef VYR_UIKIT_SCREENSHOTFILE_H
 #define VYR_UIKIT_SCREENSHOTFILE_H
 
@@ -27,7 +28,8 @@ inline bool saveScreenshot(const QPixmap &picture, const QString &path, std::str
         return false;
     }
     return replaceFileContent(path.toLocal8Bit().toStdString(),
-                              std::string_view(png.constData(), static_cast<std::size_t>(png.size())), error);
+                              std::string_view(png.constData(), static_cast<std::size_t>(png.size())), error,
+                              LinkRule::Refuse);
 }
 
 } // namespace vyr

@@ -79,13 +79,17 @@ std::string folderOf(const std::string &path)
 
 // Where the content goes: the file itself, or the end of the chain of
 // links it names.
-std::optional<std::string> saveTarget(const std::string &path, std::string &error)
+std::optional<std::string> saveTarget(const std::string &path, LinkRule links, std::string &error)
 {
     struct stat link
     {
     };
     if (::lstat(path.c_str(), &link) != 0 || !S_ISLNK(link.st_mode))
         return path;
+    if (links == LinkRule::Refuse) {
+        error = failure(path, "is a symbolic link, and this file is never written through one");
+        return std::nullopt;
+    }
     std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.c_str(), nullptr), &std::free);
     if (!resolved) {
         error = failure(path, "a symbolic link to nothing that can be written (" + systemReason(errno) + ")");
@@ -181,13 +185,13 @@ std::optional<std::string> readUntrustedFile(const std::string &path, std::strin
     return text;
 }
 
-bool replaceFileContent(const std::string &path, std::string_view content, std::string &error)
+bool replaceFileContent(const std::string &path, std::string_view content, std::string &error, LinkRule links)
 {
     if (path.empty()) {
         error = "no file name to save to";
         return false;
     }
-    const std::optional<std::string> target = saveTarget(path, error);
+    const std::optional<std::string> target = saveTarget(path, links, error);
     if (!target)
         return false;
     struct stat old

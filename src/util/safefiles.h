@@ -32,10 +32,16 @@ inline constexpr std::size_t kLargestUntrustedFile = 256u << 20;
 std::optional<std::string> readUntrustedFile(const std::string &path, std::string &error,
                                              std::size_t limit = kLargestUntrustedFile);
 
+// What a symbolic link under the name being saved means: a file the user
+// edits is saved into the link's target; a new output such as a picture,
+// named in a folder that may be a stranger's, is never written through one.
+enum class LinkRule { SaveIntoTarget, Refuse };
+
 // Replaces the content of the file at `path` (created when it does not
 // exist) by `content`, as the header says. False with the reason in
 // `error`, naming the file; the old file is then untouched.
-bool replaceFileContent(const std::string &path, std::string_view content, std::string &error);
+bool replaceFileContent(const std::string &path, std::string_view content, std::string &error,
+                        LinkRule links = LinkRule::SaveIntoTarget);
 
 } // namespace vyr
 

@@ -5,7 +5,7 @@
 # keep what the file is (a link, its mode), and a save that cannot happen
 # must say so and leave the file whole.
 #
-#   cmake -DFTPROPS=... -DEXAMPLES=... -P hostile_saves.cmake
+#   cmake -DFTPROPS=... -DVYRTOOL=... -DGRIDDEMO=... -DEXAMPLES=... -P hostile_saves.cmake
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/hostile_common.cmake)
 hostile_work_folder(work)
@@ -192,6 +192,28 @@ foreach(arguments IN ITEMS "" "--edit;ROADS")
     string(JOIN " " label vyr-ftprops workspace.json ${arguments})
     if(NOT run_status EQUAL 2 OR run_said STREQUAL "")
         hostile_fail("${label} without a display: ${run_outcome}")
+    endif()
+endforeach()
+
+# A picture is a new file: a link planted under its name, in a folder that
+# may be a stranger's, is refused by every program, and its target is kept.
+set(pictures ${work}/pictures)
+file(MAKE_DIRECTORY ${pictures})
+file(WRITE ${work}/victim.txt "kept\n")
+file(CREATE_LINK ${work}/victim.txt ${pictures}/shot.png SYMBOLIC)
+foreach(program IN ITEMS ftprops vyrtool griddemo)
+    if(program STREQUAL "ftprops")
+        set(command ${FTPROPS} ${ws}/workspace.json --edit ROADS --screenshot ${pictures}/shot.png)
+    elseif(program STREQUAL "vyrtool")
+        set(command ${VYRTOOL} about --screenshot ${pictures}/shot.png --accept)
+    else()
+        set(command ${GRIDDEMO} --rows 10 --screenshot ${pictures}/shot.png)
+    endif()
+    hostile_run(run TIMEOUT 20 COMMAND ${command})
+    file(READ ${work}/victim.txt victim)
+    if(run_broken OR run_status EQUAL 0 OR NOT run_said MATCHES "symbolic link" OR NOT victim STREQUAL "kept\n"
+       OR NOT IS_SYMLINK ${pictures}/shot.png)
+        hostile_fail("${program} --screenshot through a planted link: ${run_outcome}")
     endif()
 endforeach()
 
