@@ -2,6 +2,7 @@
 #include "commands.h"
 
 #include "util/codepage.h"
+#include "util/safefiles.h"
 #include "vyrguimfc/vyrguimfc.h"
 
 #include <array>
@@ -36,7 +37,11 @@ int usageError(const std::string &message)
     return 2;
 }
 
-bool readAll(std::FILE *stream, std::string &bytes)
+// Standard input may be endless (/dev/zero, a pipe that never closes): no
+// more is read than a file the programs would take.
+enum class ReadResult { Whole, Failed, TooLarge };
+
+ReadResult readAll(std::FILE *stream, std::string &bytes)
 {
     // A file's size is known ahead: one buffer of that size, not a string
     // doubled as it grows.
@@ -47,9 +52,12 @@ bool readAll(std::FILE *stream, std::string &bytes)
         bytes.reserve(static_cast<std::size_t>(status.st_size));
     char buffer[65536];
     std::size_t got;
-    while ((got = std::fread(buffer, 1, sizeof buffer, stream)) > 0)
+    while ((got = std::fread(buffer, 1, sizeof buffer, stream)) > 0) {
+        if (bytes.size() + got > vyr::kLargestUntrustedFile)
+            return ReadResult::TooLarge;
         bytes.append(buffer, got);
-    return !std::ferror(stream);
+    }
+    return std::ferror(stream) ? ReadResult::Failed : ReadResult::Whole;
 }
 
 } // namespace
@@ -90,9 +98,16 @@ int runCodecCommand(std::span<const std::string_view> arguments)
     {
         // Gone before the codec runs: the handle holds the text from here on.
         std::string input;
-        if (!readAll(stdin, input)) {
+        switch (readAll(stdin, input)) {
+        case ReadResult::Whole:
+            break;
+        case ReadResult::Failed:
             std::perror("vyrtool codec: reading standard input");
-            return 1;
+            return 2;
+        case ReadResult::TooLarge:
+            std::fprintf(stderr, "vyrtool codec: standard input is larger than %zu bytes, more than a text is\n",
+                         vyr::kLargestUntrustedFile);
+            return 2;
         }
         VYR_StringSetWithLength(handle.get(), input.data(), input.size());
     }

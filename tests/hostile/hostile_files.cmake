@@ -57,6 +57,12 @@ foreach(special IN LISTS specials)
         expect_refusal("vyrtool ${arguments}" "${name}" COMMAND ${VYRTOOL} ${arguments})
     endforeach()
 endforeach()
+# The codecs read standard input: an endless one is cut off with a message.
+execute_process(COMMAND ${VYRTOOL} codec encode-user INPUT_FILE /dev/zero TIMEOUT 60
+                OUTPUT_QUIET ERROR_VARIABLE said RESULT_VARIABLE status)
+if(NOT status EQUAL 2 OR NOT said MATCHES "standard input is larger")
+    hostile_fail("vyrtool codec encode-user < /dev/zero: exit ${status}, said: ${said}")
+endif()
 # Text that is not UTF-8 may be refused or shown with the byte replaced, but
 # what is shown must still be JSON.
 hostile_run(run AS_USER COMMAND ${VYRTOOL} format show ${work}/latin1.fmt)
