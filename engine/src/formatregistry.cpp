@@ -1,8 +1,8 @@
 #include "formatregistry.h"
 
 #include "util/capabilityfile.h"
+#include "util/capabilityvalues.h"
 #include "util/listpacking.h"
-#include "util/numbertext.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -31,9 +31,9 @@ FormatRegistry::FormatRegistry(const std::string &folder)
         if (name.empty() || m_formats.contains(name))
             continue;
         FormatEntry entry{name, values["FORMAT_TYPE"].empty() ? "FILE" : values["FORMAT_TYPE"], true, file.string()};
-        bool source = true;
-        if (parseBool(values["SOURCE"], source))
-            entry.isSource = source;
+        // As the format record reads it, so that both agree on a role.
+        if (const std::optional<bool> source = capabilityFlag(values["SOURCE"]))
+            entry.isSource = *source;
         m_formats.emplace(name, std::move(entry));
     }
 }

@@ -1,7 +1,7 @@
 #include "ftprops/vyrobjftpropsformatinfo.h"
 
 #include "attrtypes/typestring.h"
-#include "ftprops/capabilityvalues.h"
+#include "util/capabilityvalues.h"
 #include "ftprops/guiparameterline.h"
 
 #include "vyr/IVYRSession.h"

@@ -81,9 +81,11 @@ TEST(FormatInfoTest, BooleanAndIntegerValues)
     };
     for (const Case &c : cases) {
         const std::string value = c.value;
-        EXPECT_EQ(VYRObjFTPropsFormatInfo("SUPPORTS_MULTI_GEOM," + value, nullptr).supportsMultiGeom(), c.multiGeom)
+        // Quoted, so that a decimal comma stays in the value.
+        const std::string quoted = "\"" + value + "\"";
+        EXPECT_EQ(VYRObjFTPropsFormatInfo("SUPPORTS_MULTI_GEOM," + quoted, nullptr).supportsMultiGeom(), c.multiGeom)
             << c.value;
-        EXPECT_EQ(VYRObjFTPropsFormatInfo("SOURCE," + value, nullptr).isSource(), c.source) << c.value;
+        EXPECT_EQ(VYRObjFTPropsFormatInfo("SOURCE," + quoted, nullptr).isSource(), c.source) << c.value;
     }
     const std::pair<const char *, int> integers[]
         = {{"31abc", 31}, {"abc", 0}, {" +12", 12}, {"-4", -4}, {"99999999999", 2147483647}, {"", 0}, {"\t5", 0}};

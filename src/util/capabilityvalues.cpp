@@ -1,4 +1,4 @@
-#include "ftprops/capabilityvalues.h"
+#include "util/capabilityvalues.h"
 
 #include "util/asciitext.h"
 

@@ -3,8 +3,8 @@
 // tolerant readers of typed values (util/numbertext.h): a capability file
 // is written by a format's author, and a value those rules do not read
 // leaves the key at its default.
-#ifndef VYR_FTPROPS_CAPABILITYVALUES_H
-#define VYR_FTPROPS_CAPABILITYVALUES_H
+#ifndef VYR_UTIL_CAPABILITYVALUES_H
+#define VYR_UTIL_CAPABILITYVALUES_H
 
 #include <optional>
 #include <string_view>
@@ -32,4 +32,4 @@ std::optional<bool> capabilityFlag(std::string_view text);
 
 } // namespace vyr
 
-#endif // VYR_FTPROPS_CAPABILITYVALUES_H
+#endif // VYR_UTIL_CAPABILITYVALUES_H
