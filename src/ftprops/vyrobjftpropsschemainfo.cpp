@@ -12,6 +12,7 @@
 #include "vyr/IVYRFeature.h"
 
 #include <algorithm>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -355,13 +356,43 @@ void VYRObjFTPropsSchemaInfo::setParameters(const std::vector<std::pair<std::str
 {
     PairValues pairs{readList(kParameterNames), readList(kParameterValues)};
     bool changed = false;
-    for (const auto &[name, value] : values) {
-        if (isUnstoredParameter(name)) {
-            changed = pairs.remove(name) || changed;
-        } else {
-            pairs.set(name, value);
+    if (pairs.names.size() != pairs.values.size()) {
+        // Pairs that do not match are never removed, only added to: name by
+        // name, as setParameter does.
+        for (const auto &[name, value] : values) {
+            if (isUnstoredParameter(name)) {
+                changed = pairs.remove(name) || changed;
+            } else {
+                pairs.set(name, value);
+                changed = true;
+            }
+        }
+    } else {
+        // What setting them one by one leaves, in one pass: the pairs of
+        // names not given keep their order, and each name given ends up
+        // where its last setting put it, at the end, or nowhere when that
+        // removed it.
+        std::unordered_map<std::string_view, std::size_t> last;
+        for (std::size_t i = 0; i < values.size(); ++i)
+            last[values[i].first] = i;
+        PairValues result;
+        for (std::size_t i = 0; i < pairs.names.size(); ++i) {
+            if (last.contains(pairs.names[i])) {
+                changed = true;
+                continue;
+            }
+            result.names.push_back(std::move(pairs.names[i]));
+            result.values.push_back(std::move(pairs.values[i]));
+        }
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const auto &[name, value] = values[i];
+            if (last.at(name) != i || isUnstoredParameter(name))
+                continue;
+            result.names.push_back(name);
+            result.values.push_back(value);
             changed = true;
         }
+        pairs = std::move(result);
     }
     if (changed)
         writeLists({kParameterNames, kParameterValues}, pairs.names, pairs.values);
