@@ -107,7 +107,8 @@ ApplyPrompt::ApplyPrompt(const ApplyPromptInput &input, const std::function<std:
     if (input.hasParameters) {
         StringList prompts;
         for (const auto &[name, line] : input.parameterLines) {
-            const std::string prompt = ParseParameterLine(line).prompt;
+            const std::string raw = ParseParameterLine(line).prompt;
+            const std::string prompt = input.localisePrompt ? input.localisePrompt(raw) : raw;
             prompts.push_back(prompt);
             m_parameterByPrompt[prompt] = name;
         }

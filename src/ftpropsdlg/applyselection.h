@@ -58,6 +58,9 @@ struct ApplyPromptInput
     StringList recordFormatAttributes;
     // The format's parameters in its order: name and definition line.
     std::vector<std::pair<std::string, std::string>> parameterLines;
+    // A parameter's prompt as the user reads it (the page shows it so);
+    // as it stands when not given.
+    std::function<std::string(const std::string &)> localisePrompt;
 };
 
 class ApplyPrompt

@@ -17,7 +17,7 @@ namespace {
 
 constexpr char kYes[] = "Yes";
 constexpr char kNo[] = "No";
-// The selection box's title, as the prompter shows it.
+// The selection box's title, in the user's language as the prompts are.
 constexpr char kSelectTitle[] = "Select";
 
 bool typeIs(const GuiParameterLine &parameter, const char *type)
@@ -256,7 +256,7 @@ int CDefParmsGrid::OnBrowse(int column, long row)
         for (std::string &piece : splitList(value, ','))
             if (!piece.empty())
                 chosen.push_back(std::move(piece));
-        if (!PromptSelectionBox(prompter, kSelectTitle, LocalizeText(parameter->prompt), attributeNames(), chosen,
+        if (!PromptSelectionBox(prompter, LocalizeText(kSelectTitle), LocalizeText(parameter->prompt), attributeNames(), chosen,
                                 std::string()))
             return 1;
         value = joinList(chosen, ',');

@@ -459,6 +459,7 @@ void CFeatTypePropsDlg::ApplyToOthers()
         input.recordFormatAttributes = m_schema->getAttributeNames(false, true);
     }
     input.hasParameters = m_hasParameters && m_parameters;
+    input.localisePrompt = [](const std::string &prompt) { return LocalizeText(prompt); };
     if (input.hasParameters) {
         for (const std::string &name : m_currentFormat->getDeflineParmNames())
             input.parameterLines.emplace_back(name, m_currentFormat->getDeflineParm(name));
