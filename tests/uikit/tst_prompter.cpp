@@ -11,6 +11,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QtTest>
@@ -38,6 +39,24 @@ QStringList recheck(QListWidget *list, const QStringList &wanted)
     }
     return checked;
 }
+
+// A prompter that accepts and leaves `answer` in the definition file.
+class AnsweringPrompter final : public IGuiPrompter
+{
+public:
+    explicit AnsweringPrompter(QByteArray answer)
+        : m_answer(std::move(answer))
+    {}
+    void setParentWindow(void *) override {}
+    int run(const char *definitionPath) override
+    {
+        QFile file(QString::fromLocal8Bit(definitionPath));
+        return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(m_answer) == m_answer.size();
+    }
+
+private:
+    QByteArray m_answer;
+};
 
 } // namespace
 
@@ -130,6 +149,13 @@ private slots:
         QVERIFY(PromptIconPick(m_prompter, "Icon", icon));
         QCOMPARE(shown, QStringLiteral("/icons/old.png"));
         QCOMPARE(icon, std::string("/icons/new.png"));
+
+        // An answer without its second line names no icon: the old one stays.
+        for (const QByteArray &answer : {QByteArray("ICONMAC\n"), QByteArray()}) {
+            AnsweringPrompter oneLine(answer);
+            QVERIFY(!PromptIconPick(&oneLine, "Icon", icon));
+            QCOMPARE(icon, std::string("/icons/new.png"));
+        }
     }
 
     void shouldOfferHelpOnlyWithAReferenceAndAlwaysRemoveTheDefinitionFile()
