@@ -89,7 +89,8 @@ int runRegisterCommand(std::string_view command, std::span<const std::string_vie
     const bool perUser = read->hasFlag("user");
     // The library reads this when its server module is first used.
     setenv("VYR_REGISTER_PER_USER", perUser ? "1" : "0", 1);
-    const std::string folder = vyr::registryWriteDirectory(perUser ? vyr::RegistryHive::User : vyr::RegistryHive::Machine);
+    const std::string folder
+        = vyr::registryWriteDirectory(perUser ? vyr::RegistryHive::User : vyr::RegistryHive::Machine);
     if (folder.empty()) {
         std::fprintf(stderr, "vyrtool %s: there is no configuration folder to %s\n", name.c_str(),
                      perUser ? "register the user in (no HOME)" : "register the machine in");

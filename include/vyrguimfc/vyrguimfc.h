@@ -135,16 +135,18 @@ VYRGUIMFC_API bool VYREsriLayerDlg(IVYRSession *session, VYRStringHandle locatio
  * Component server entry points, as an in-process component server of the
  * original design has them. Results are status codes: 0 (S_OK) done, 1
  * (S_FALSE) done with a "no", negative values failures with their usual
- * values (0x80040111 class not available, 0x80004002 no such interface,
- * 0x8002801C the type library's registry keys could not be written,
- * 0x80070005 the proxy/stub's could not).
+ * values (0x80040111 class not available, 0x8002801C the type library's
+ * registry keys could not be written, 0x80070005 the proxy/stub's could
+ * not). DllGetClassObject answers 0x80040111 for any class or interface it
+ * does not serve; the class object it hands out answers 0x80004002 (no such
+ * interface) to a QueryInterface for one it is not.
  *
  * The registry is kept in settings files (INI): the keys of the classes root
  * ("SOFTWARE\Classes\...") in Classes/TypeLib.conf, Classes/Interface.conf
  * and Classes/CLSID.conf of the first folder of $XDG_CONFIG_DIRS (default
  * /etc/xdg), or of $XDG_CONFIG_HOME (default ~/.config) when
- * VYR_REGISTER_PER_USER=1 was in the environment when the library first
- * registered. A key's default value is "@".
+ * VYR_REGISTER_PER_USER=1 was in the environment when the process first
+ * called any of these four entry points. A key's default value is "@".
  *
  * DllRegisterServer writes the type library vyrguimfcLib 1.0 (TypeLib\{LIBID})
  * and then the proxy/stub of its interface VVyrOlePropertyPage (Interface\{IID}

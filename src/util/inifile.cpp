@@ -71,7 +71,7 @@ namespace {
 
 struct IniLine
 {
-    std::string_view raw;  // with its line break
+    std::string_view raw; // with its line break
     std::string_view text; // trimmed, without the break
 };
 
@@ -111,14 +111,16 @@ bool isKeyLine(std::string_view line, std::string_view key)
 
 bool inGroupTree(std::string_view group, std::string_view root)
 {
-    return sameGroup(group, root) || (group.size() > root.size() && sameGroup(group.substr(0, root.size()), root)
-                                      && (group[root.size()] == '/' || group[root.size()] == '\\'));
+    return sameGroup(group, root)
+        || (group.size() > root.size() && sameGroup(group.substr(0, root.size()), root)
+            && (group[root.size()] == '/' || group[root.size()] == '\\'));
 }
 
 std::string valueLine(std::string_view key, std::string_view value)
 {
     const bool quote = !value.empty()
-        && (trimWhitespace(value).size() != value.size() || (value.size() >= 2 && value.front() == '"' && value.back() == '"'));
+        && (trimWhitespace(value).size() != value.size()
+            || (value.size() >= 2 && value.front() == '"' && value.back() == '"'));
     std::string line(key);
     line += '=';
     if (quote)
@@ -225,7 +227,8 @@ void forEachIniValue(std::string_view text,
         const std::size_t equals = line.text.find('=');
         if (isComment(line.text) || equals == std::string_view::npos)
             continue;
-        visit(current, trimWhitespace(line.text.substr(0, equals)), unquoted(trimWhitespace(line.text.substr(equals + 1))));
+        visit(current, trimWhitespace(line.text.substr(0, equals)),
+              unquoted(trimWhitespace(line.text.substr(equals + 1))));
     }
 }
 

@@ -61,7 +61,10 @@ class GeodatabasePickerTest : public QObject
     Q_OBJECT
 
 private:
-    QString at(const char *relative) const { return QDir::cleanPath(QString::fromStdString(m_root.path()) + u'/' + QLatin1String(relative)); }
+    QString at(const char *relative) const
+    {
+        return QDir::cleanPath(QString::fromStdString(m_root.path()) + u'/' + QLatin1String(relative));
+    }
 
     vyr::test::ScratchDirectory m_root;
 
@@ -191,7 +194,8 @@ private slots:
     {
         GeodatabasePicker picker(QString(), QString(), at("data"), true, kMaxBytes);
         const bool german = qEnvironmentVariable("LANG").startsWith(QStringLiteral("de"));
-        QCOMPARE(picker.windowTitle(), german ? QStringLiteral("Geodatenbank auswählen") : QStringLiteral("Select Geodatabase"));
+        QCOMPARE(picker.windowTitle(),
+                 german ? QStringLiteral("Geodatenbank auswählen") : QStringLiteral("Select Geodatabase"));
         QCOMPARE(okButton(picker)->text(), QStringLiteral("OK"));
         QCOMPARE(picker.findChild<QPushButton *>(QStringLiteral("newGeodatabase"))->text(),
                  german ? QStringLiteral("&Neue Geodatenbank...") : QStringLiteral("&New Geodatabase..."));
