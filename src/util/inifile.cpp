@@ -232,13 +232,4 @@ void forEachIniValue(std::string_view text,
     }
 }
 
-bool isEmptyIniText(std::string_view text)
-{
-    for (const IniLine &line : splitIniLines(text)) {
-        if (!line.text.empty() && !isComment(line.text))
-            return false;
-    }
-    return true;
-}
-
 } // namespace vyr

@@ -47,9 +47,6 @@ std::string removeIniGroupTree(std::string_view text, std::string_view group);
 void forEachIniValue(std::string_view text,
                      const std::function<void(std::string_view, std::string_view, const std::string &)> &visit);
 
-// Whether `text` holds no group header and no value, only blanks and
-// comments.
-bool isEmptyIniText(std::string_view text);
 
 } // namespace vyr
 

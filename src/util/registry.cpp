@@ -181,7 +181,9 @@ bool removeRegistryKey(RegistryHive hive, std::string_view key, std::string &err
     const std::string rest = file.group.empty() ? std::string() : removeIniGroupTree(file.text, file.group);
     if (rest == file.text)
         return true;
-    if (!isEmptyIniText(rest))
+    // A file goes only when nothing is left in it: comments someone wrote
+    // there before the keys came stay with the file.
+    if (rest.find_first_not_of(" \t\r\n") != std::string::npos)
         return replaceFileContent(file.path, rest, error);
     std::error_code status;
     if (!std::filesystem::remove(file.path, status) && status) {

@@ -50,8 +50,7 @@ TEST(IniEditTest, RemovesAGroupWithTheGroupsBelowItOnly)
     EXPECT_EQ(removeIniGroupTree(text, "a"), "top=1\n[AB]\nc=3\n[Z]\nz=9\n");
     EXPECT_EQ(removeIniGroupTree(text, "A/B"), "top=1\n[A]\na=1\n[AB]\nc=3\n[A\\C/D]\nd=4\n[Z]\nz=9\n");
     EXPECT_EQ(removeIniGroupTree(text, "Q"), text);
-    EXPECT_TRUE(isEmptyIniText(removeIniGroupTree("; c\n[A]\na=1\n", "A")));
-    EXPECT_FALSE(isEmptyIniText("[A]\n"));
+    EXPECT_EQ(removeIniGroupTree("; c\n[A]\na=1\n", "A"), "; c\n");
 }
 
 TEST(IniEditTest, SettingThenRemovingANewGroupGivesTheTextBack)
@@ -99,6 +98,12 @@ TEST(RegistryWriteTest, WritesReadsAndRemovesLeavingTheFolderAsItWas)
     EXPECT_FALSE(std::filesystem::exists(machine.path() + "/Classes"));
     EXPECT_EQ(machine.read("Quenbry Inc./Vyrcore.conf"), "[BUILD/6233]\nVYR_HOME=/opt/vyr/\n");
     EXPECT_TRUE(std::filesystem::is_empty(user.path()));
+
+    // A file of comments only keeps them once the keys written there go.
+    machine.write("Classes/TypeLib.conf", "# kept by hand\n");
+    ASSERT_TRUE(writeRegistryString(RegistryHive::Machine, "SOFTWARE\\Classes\\TypeLib\\{1}", "@", "Lib", error));
+    ASSERT_TRUE(removeRegistryKey(RegistryHive::Machine, "SOFTWARE\\Classes\\TypeLib\\{1}", error)) << error;
+    EXPECT_EQ(machine.read("Classes/TypeLib.conf"), "# kept by hand\n");
 }
 
 TEST(RegistryWriteTest, FailedWritesSayWhyAndChangeNothing)
