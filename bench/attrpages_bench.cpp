@@ -1,7 +1,8 @@
 // The attribute pages of the feature type properties dialog on a large
 // schema, opened as a host opens them: through the export, on the offscreen
 // platform. The feature type has 10,000 user attributes spread over every
-// type template of the PostgreSQL example format; the format has 300 format
+// type template of the PostgreSQL example format and two templates whose
+// argument is a domain (a range, coded values); the format has 300 format
 // attributes (50 of them lists, half of all exposed) and 100 parameters.
 //
 // Figures: the time from the call to the dialog's first paint, from there to
@@ -83,7 +84,13 @@ constexpr TypePair kTypes[] = {
     {"boolean", "vyr_boolean"},
     {"date", "vyr_date"},
     {"timestamp", "vyr_datetime"},
+    {"integer_in_range(Storeys)", "vyr_int32"},
+    {"text_coded(LandUseClass)", "vyr_varchar(255)"},
 };
+// The templates of the two domain types and their generic types, added to
+// the format's mappings.
+const char *const kDomainMappings[] = {"integer_in_range(range_domain)", "vyr_int32", "text_coded(coded_domain)",
+                                       "vyr_varchar(255)"};
 
 std::string numbered(const char *prefix, int i, const char *suffix = "")
 {
@@ -128,7 +135,15 @@ std::string capabilities()
     const std::string extra =
         vyr::csvJoin({"FORMAT_ATTRS", vyr::csvJoin(formatAttrs, ','), "DEFLINE_PARMS", vyr::csvJoin(parameters, ',')},
                      ',');
-    return vyr::capabilityStringOf(kept.str()) + "," + extra;
+    vyr::StringList pairs = vyr::csvSplit(vyr::capabilityStringOf(kept.str()), ',');
+    for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
+        if (pairs[i] == "DATA_TYPE_MAPPINGS") {
+            vyr::StringList mappings = vyr::csvSplit(pairs[i + 1], ',');
+            mappings.insert(mappings.end(), std::begin(kDomainMappings), std::end(kDomainMappings));
+            pairs[i + 1] = vyr::csvJoin(mappings, ',');
+        }
+    }
+    return vyr::csvJoin(pairs, ',') + "," + extra;
 }
 
 void fillFeature(IVYRFeature &feature, int userAttributes)
@@ -406,6 +421,11 @@ int main(int argc, char **argv)
                 kPeerColumns, small.peerPaint, large.peerPaint);
     std::printf("ratio = peer time / ours, first paint: %.2f at 1,000, %.2f at 10,000 (aim: 1 or better)\n",
                 small.peerPaint / small.firstPaint, large.peerPaint / large.firstPaint);
+    // Ours opens on the General page: with the grid's own first paint added,
+    // the two show the same table.
+    std::printf("ratio with the User Attributes grid painted too: %.2f at 1,000, %.2f at 10,000\n",
+                small.peerPaint / (small.firstPaint + small.tabPaint),
+                large.peerPaint / (large.firstPaint + large.tabPaint));
     VYR_SessionDestroy(session);
     return 0;
 }
