@@ -32,6 +32,7 @@ public:
     bool fanout = false;
     std::string fanoutAttribute;
     StringList userAttributes;
+    std::map<std::string, std::string> attributeTypes;
     StringList formatAttributes;
     StringList schemaSources;
     bool dynamic = false;
@@ -73,7 +74,11 @@ public:
             names.insert(names.end(), formatAttributes.begin(), formatAttributes.end());
         return names;
     }
-    std::string getAttributeType(const std::string &) const override { return {}; }
+    std::string getAttributeType(const std::string &attribute) const override
+    {
+        const auto found = attributeTypes.find(attribute);
+        return found == attributeTypes.end() ? std::string() : found->second;
+    }
     void setAttributeType(const std::string &attribute, const std::string &) override { record("setAttributeType", attribute); }
     StringList getExtraFanoutNames() const override { return {}; }
     void removeAttribute(const std::string &attribute) override { record("removeAttribute", attribute); }

@@ -9,8 +9,10 @@
 #include "ftpropsdlg/cattrgrid.h"
 #include "ftpropsdlg/cfeattypepropsattrs.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
+#include "ftpropsdlg/cfeattypepropsexposableattrs.h"
 #include "ftpropsdlg/cfeattypepropsgeneraldest.h"
 #include "ftpropsdlg/cfeattypepropsgeneralsource.h"
+#include "ftpropsdlg/cformatattrgrid.h"
 #include "uikit/application.h"
 #include "uikit/helpevents.h"
 #include "uikit/outsideservices.h"
@@ -29,6 +31,7 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 
 using namespace vyr;
@@ -167,7 +170,9 @@ private slots:
             return std::make_unique<VYRObjFTPropsFormatInfo>(definition, &m_session, id);
         };
         m_shp = format("SHP", "no,SUPPORTS_FEAT_TYPE_FANOUT,yes,SUPPORTS_MULTI_GEOM,no,"
-                              "GEOM_TYPE_MAPPINGS,\"shp_arc,vyr_line,shp_point,vyr_point,vyr_no_map,vyr_no_geom\"");
+                              "GEOM_TYPE_MAPPINGS,\"shp_arc,vyr_line,shp_point,vyr_point,vyr_no_map,vyr_no_geom\","
+                              "DATA_TYPE_MAPPINGS,\"char(width),vyr_char\","
+                              "FORMAT_ATTRS,\"shp_type,char(20),items{}.x,char(8)\"");
         m_gpkg = format("GPKG", "no,SUPPORTS_MULTI_GEOM,no,"
                                 "GEOM_TYPE_MAPPINGS,\"gpkg_linestring,vyr_line,gpkg_point,vyr_point\"");
         m_pg = format("PG", "no,SUPPORTS_MULTI_GEOM,yes,GEOM_TYPE_MAPPINGS,\"line,vyr_line,point,vyr_point\"");
@@ -261,6 +266,71 @@ private slots:
                                              "rivers: notifyApplied", "lakes: notifyApplied"});
         expected.push_back("roads: endUpdate");
         QCOMPARE(joined(m_log), joined(expected));
+    }
+
+    // The attribute pages' lists of the apply prompt: what the edited type
+    // gained and lost of both kinds is offered, and only what was chosen is
+    // written into the chosen type, after the edited type's own write, in
+    // the pages' order.
+    void shouldApplyTheChosenAttributesToTheChosenFeatureTypes()
+    {
+        RecordingSchema &rivers = addOther("rivers", "SHP", "shp_point");
+        rivers.userAttributes = {"KIND", "WIDTH", "OLD"};
+        rivers.formatAttributes = {"shp_type"};
+        RecordingSchema &roads = record("roads", "SHP", "shp_arc");
+        roads.userAttributes = {"KIND", "WIDTH", "NOTE"};
+        for (const char *name : {"KIND", "WIDTH", "NOTE"})
+            roads.attributeTypes[name] = "char(10)";
+        roads.formatAttributes = {"shp_type"};
+        auto dialog = open(roads);
+        CAttrGrid *grid = dialog->attributesPage()->grid();
+        grid->DeleteRows(1, 1);
+        grid->StoreUserText(CAttrGrid::kNameColumn, grid->GetRowCount() - 1, QStringLiteral("NEW"), ug::TextEdited);
+        CFormatAttrGrid *formatGrid = dialog->formatAttributesPage()->grid();
+        QCOMPARE(formatGrid->GetCellString(0, 1), QStringLiteral("items{}.x"));
+        formatGrid->SetCellText(0, 0, QStringLiteral("1"));
+        formatGrid->SetCellText(2, 0, QStringLiteral("2"));
+        formatGrid->SetCellText(0, 1, QStringLiteral("0"));
+
+        std::map<QString, Offer> offers;
+        answerNextDialog([&](QDialog *form) {
+            const std::map<QString, QStringList> wanted{{"FEAT_TYPES", {"rivers"}},
+                                                        {"ATTRIBUTES", {"NEW"}},
+                                                        {"DELETE_ATTRIBUTES", {"WIDTH"}},
+                                                        {"FORMAT_ATTRIBUTES", {"items{}.x"}},
+                                                        {"DELETE_FORMAT_ATTRIBUTES", {"shp_type"}}};
+            for (const auto &[key, names] : wanted) {
+                auto *prompt = form->findChild<QWidget *>(QStringLiteral("prompt_") + key);
+                if (auto *list = prompt ? prompt->findChild<QListWidget *>() : nullptr)
+                    offers[key] = recheck(list, names);
+            }
+            return true;
+        });
+        dialog->ApplyToOthers();
+        QCOMPARE(offers["ATTRIBUTES"].items, (QStringList{"KIND", "NOTE", "NEW"}));
+        QCOMPARE(offers["DELETE_ATTRIBUTES"].items, QStringList{"WIDTH"});
+        QCOMPARE(offers["FORMAT_ATTRIBUTES"].items, QStringList{"items{}.x"});
+        QCOMPARE(offers["DELETE_FORMAT_ATTRIBUTES"].items, QStringList{"shp_type"});
+
+        ShownMessage confirmation;
+        answerNextMessageBox(&confirmation, QMessageBox::Yes);
+        dialog->OnOK();
+        const auto attributeCalls = [this](const std::string &label) {
+            StringList calls;
+            for (const std::string &line : m_log) {
+                if (line.starts_with(label + ": ")
+                    && (line.find("Attribute") != std::string::npos || line.find("notifyApplied") != std::string::npos))
+                    calls.push_back(line);
+            }
+            return calls;
+        };
+        QCOMPARE(joined(attributeCalls("roads")),
+                 joined({"roads: setAttributes", "roads: storeAttribute(items{}.x)",
+                         "roads: expandListAttribute(items{}.x)", "roads: removeAttribute(shp_type)"}));
+        QCOMPARE(joined(attributeCalls("rivers")),
+                 joined({"rivers: removeAttribute(WIDTH)", "rivers: storeAttribute(NEW)",
+                         "rivers: storeAttribute(items{}.x)", "rivers: expandListAttribute(items{}.x)",
+                         "rivers: removeAttribute(shp_type)", "rivers: notifyApplied"}));
     }
 
     void shouldRefuseWithTheMessageOfTheFirstProblem_data()
