@@ -48,6 +48,30 @@ Widget *control(QDialog *dialog, const char *name)
     return widget;
 }
 
+// Edits on the attribute pages by the keyboard, as a person makes them: the
+// first attribute renamed, the second deleted, the rows sorted, and the
+// first format attribute's exposure turned over.
+void editAttributePages(QDialog *dialog)
+{
+    // Keys go to the focus, which only an active window has.
+    dialog->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(dialog));
+    auto *tabs = dialog->findChild<QTabBar *>();
+    tabs->setCurrentIndex(1);
+    QWidget *grid = control<QWidget>(dialog, "attributeGrid");
+    grid->setFocus();
+    QTest::keyClicks(grid, QStringLiteral("r"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("enamed"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QTest::keyClick(grid, Qt::Key_Down);
+    QTest::keyClick(grid, Qt::Key_Delete);
+    control<QPushButton>(dialog, "sortButton")->click();
+    tabs->setCurrentIndex(2);
+    QWidget *formatGrid = control<QWidget>(dialog, "formatAttributeGrid");
+    formatGrid->setFocus();
+    QTest::keyClick(formatGrid, Qt::Key_Space);
+}
+
 std::string attributeOf(const IVYRFeature *feature, const char *name)
 {
     VYRRWStringImp value;
@@ -110,6 +134,7 @@ private slots:
             if (edit) {
                 control<QLineEdit>(dialog, "nameEdit")->setText(QStringLiteral("renamed"));
                 control<QLineEdit>(dialog, "userEdit")->setText(QStringLiteral("someone"));
+                editAttributePages(dialog);
             }
             if (ending == QLatin1String("cancel"))
                 control<QPushButton>(dialog, "cancelButton")->click();
@@ -131,6 +156,36 @@ private slots:
             QCOMPARE(QJsonDocument::fromJson(after).object(), QJsonDocument::fromJson(before).object());
         else
             QCOMPARE(after, before);
+        m_session->destroyFeature(feature);
+    }
+
+    // The same edits saved: the renamed attribute in the format's case with
+    // its type, the deleted one gone with its generic type, the rows in the
+    // sorted order, and the first format attribute exposed beside the one
+    // that was.
+    void shouldWriteTheAttributePagesEditsOnOk()
+    {
+        IVYRFeature *feature = load("schemas/shapefile-roads.json");
+        vyr::test::onNextModalDialog([](QDialog *dialog) {
+            editAttributePages(dialog);
+            dialog->accept();
+        });
+        const std::string capabilities = capabilitiesOf("shapefile.fmt");
+        QVERIFY(VYRFeatTypeProperties(m_session, feature, capabilities.c_str(), nullptr));
+        VYRRWStringArrayImp names;
+        feature->getOrderedAttributeNames(names);
+        QStringList ordered;
+        for (std::size_t i = 0; i < names.entries(); ++i)
+            ordered << QString::fromUtf8(names.elementAt(i));
+        QCOMPARE(ordered, (QStringList{"OPENED", "RENAMED", "TOLL"}));
+        QCOMPARE(attributeOf(feature, "RENAMED"), std::string("vyr_char(40)"));
+        QCOMPARE(attributeOf(feature, "*RENAMED"), std::string("char(40)"));
+        QCOMPARE(attributeOf(feature, "LANES"), std::string("(absent)"));
+        feature->getListAttribute("*vyr_format_attr_name", names);
+        QStringList exposed;
+        for (std::size_t i = 0; i < names.entries(); ++i)
+            exposed << QString::fromUtf8(names.elementAt(i));
+        QCOMPARE(exposed, (QStringList{"shapefile_type", "shapefile_record_number"}));
         m_session->destroyFeature(feature);
     }
 
