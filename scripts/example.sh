@@ -22,9 +22,13 @@ else
     echo "== the feature type properties dialog on ROADS of the example workspace (no display: offscreen)"
     "$stage/vyr-ftprops" "$workspace/workspace.json" --edit ROADS --screenshot "$out/ftprops-ROADS.png" --accept
     echo "   picture: $out/ftprops-ROADS.png"
-    for page in 2:attributes 3:format-attributes; do
+    # A picture without --accept ends as Cancel does (exit 1); anything else
+    # is a failure.
+    for page in 2:attributes 3:format-attributes 4:parameters; do
+        status=0
         "$stage/vyr-ftprops" "$workspace/workspace.json" --edit ROADS --page "${page%%:*}" \
-            --screenshot "$out/ftprops-ROADS-${page#*:}.png" >/dev/null || true
+            --screenshot "$out/ftprops-ROADS-${page#*:}.png" >/dev/null || status=$?
+        [[ $status -le 1 ]] || exit "$status"
         echo "   its ${page#*:} page: $out/ftprops-ROADS-${page#*:}.png"
     done
 fi
