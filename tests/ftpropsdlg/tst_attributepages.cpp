@@ -4,6 +4,7 @@
 #include "support/gridwindow.h"
 #include "support/modalanswers.h"
 
+#include "attrtypesdlg/cdomaindlg.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftprops/vyrobjworkspaceschemainfo.h"
 #include "ftpropsdlg/cattrgrid.h"
@@ -131,6 +132,12 @@ private slots:
             const std::string capabilities = *shapefile + ",FORMAT," + rule + ",ATTR_CASE," + rule;
             m_formats[rule] = std::make_unique<VYRObjFTPropsFormatInfo>(capabilities, m_session, rule);
         }
+        // The GeoPackage writer, whose types take domains, with format
+        // attributes of its own.
+        const auto geopackage = readCapabilityFile(examplePath("formats/geopackage.fmt"));
+        m_formats["GPKG_ATTRS"] = std::make_unique<VYRObjFTPropsFormatInfo>(
+            *geopackage + ",FORMAT,GPKG_ATTRS,FORMAT_ATTRS,\"gpkg_fid,integer,gpkg_layer,text(64)\"", m_session,
+            "GPKG_ATTRS");
     }
     void cleanupTestCase()
     {
@@ -519,6 +526,132 @@ private slots:
         attributes()->SetCellText(CAttrGrid::kNameColumn, 0, QStringLiteral("renamed"));
         QVERIFY(pressOK());
         QCOMPARE(m_schema->getAttributeNames(true, false), (StringList{"station", "x", "y"}));
+    }
+
+    // A person with a keyboard only builds a table: twenty attributes typed
+    // into the last row, some given another type from the list, a width, or
+    // a ranged integer with its domain named in the domain dialog; rows
+    // moved up and down and deleted with the buttons' letters, format
+    // attributes exposed with Space, and OK with Control+Enter.
+    void shouldBuildATableWithTheKeyboardAlone()
+    {
+        open("geopackage-landuse.json", "GPKG_ATTRS");
+        QVERIFY(test::showActive(*m_dialog));
+        const auto focused = [] { return QApplication::focusWidget(); };
+        const auto press = [&](int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+            QVERIFY(focused());
+            QTest::keyClick(focused(), Qt::Key(key), modifiers);
+        };
+        const auto type = [&](const QString &text) {
+            for (const QChar c : text)
+                QTest::keyClick(focused(), c.toLatin1());
+        };
+        press(Qt::Key_Tab, Qt::ControlModifier);
+        CAttrGrid *grid = attributes();
+        QVERIFY(grid->hasFocus());
+        press(Qt::Key_End, Qt::ControlModifier);
+        QCOMPARE(grid->GetCurrentRow(), 3L);
+
+        StringList names{"class", "storeys", "note"};
+        // Picks the type that begins with `letter`, and `further` after it.
+        const auto pickType = [&](int letter, int further = 0) {
+            press(Qt::Key_F4);
+            press(letter);
+            for (int step = 0; step < further; ++step)
+                press(Qt::Key_Down);
+            press(Qt::Key_Return);
+        };
+        const auto typeWidth = [&](const QString &width) {
+            press(Qt::Key_Right);
+            type(width);
+            press(Qt::Key_Return);
+        };
+        for (int i = 0; i < 20; ++i) {
+            const QString name = QStringLiteral("field%1").arg(i, 2, 10, QLatin1Char('0'));
+            names.push_back(name.toStdString());
+            type(name);
+            press(Qt::Key_Return);
+            press(Qt::Key_Right);
+            if (i == 5) {
+                pickType(Qt::Key_I);
+            } else if (i == 6 || i == 10) {
+                pickType(Qt::Key_T);
+                typeWidth(QStringLiteral("4%1").arg(i));
+            } else if (i == 9) {
+                // The type after "integer" takes a range domain: its button
+                // opens the domain dialog, where a name is enough.
+                pickType(Qt::Key_I, 1);
+                press(Qt::Key_Right);
+                test::onNextModalDialog([&](QDialog *domain) {
+                    domain->activateWindow();
+                    QVERIFY(QTest::qWaitForWindowActive(domain));
+                    QWidget *nameField = static_cast<CDomainDlg *>(domain)->GetDlgItem(CDomainDlg::kIdName);
+                    QTRY_COMPARE(focused(), nameField);
+                    type(QStringLiteral("Levels"));
+                    press(Qt::Key_Return);
+                });
+                press(Qt::Key_F4);
+                // The offscreen platform gives the activation back only when
+                // asked.
+                m_dialog->activateWindow();
+                QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+            } else if (i == 0 || i == 4) {
+                typeWidth(QStringLiteral("4%1").arg(i));
+            }
+            // On to the new row's first cell (the new row's other cells wait
+            // for its type, so the keyboard does not land there).
+            press(Qt::Key_Home);
+            press(Qt::Key_End, Qt::ControlModifier);
+        }
+        QCOMPARE(grid->GetAttributeNames(), names);
+        QCOMPARE(rowOf(grid, 3).mid(0, 3), (QStringList{"field00", "text", "40"}));
+        QCOMPARE(rowOf(grid, 8).mid(0, 2), (QStringList{"field05", "integer"}));
+        QCOMPARE(rowOf(grid, 9).mid(0, 3), (QStringList{"field06", "text", "46"}));
+        QCOMPARE(rowOf(grid, 12).mid(0, 3), (QStringList{"field09", "integer_in_range", "Levels"}));
+        QCOMPARE(rowOf(grid, 15).mid(0, 3), (QStringList{"field12", "text", "410"}));
+
+        // The drop lists' windows have come and gone: the offscreen platform
+        // gives the activation back only when asked.
+        QTest::qWait(20);
+        m_dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+        QTRY_VERIFY(grid->hasFocus());
+
+        // field00 up above note, field01 down below field02, field03 and
+        // field04 deleted; the buttons' letters, then back to the grid by
+        // its label's.
+        press(Qt::Key_Home, Qt::ControlModifier);
+        for (int step = 0; step < 3; ++step)
+            press(Qt::Key_Down);
+        press(Qt::Key_U, Qt::AltModifier);
+        QTRY_COMPARE(grid->GetCellString(2, CAttrGrid::kNameColumn), QStringLiteral("field00"));
+        press(Qt::Key_B, Qt::AltModifier);
+        QTRY_VERIFY(grid->hasFocus());
+        press(Qt::Key_Down);
+        press(Qt::Key_Down);
+        QCOMPARE(grid->GetCellString(4, CAttrGrid::kNameColumn), QStringLiteral("field01"));
+        press(Qt::Key_W, Qt::AltModifier);
+        QTRY_COMPARE(grid->GetCellString(5, CAttrGrid::kNameColumn), QStringLiteral("field01"));
+        press(Qt::Key_B, Qt::AltModifier);
+        QTRY_VERIFY(grid->hasFocus());
+        press(Qt::Key_Down);
+        press(Qt::Key_Down, Qt::ShiftModifier);
+        press(Qt::Key_L, Qt::AltModifier);
+        QTRY_COMPARE(grid->attributeRowCount(), 21L);
+        QCOMPARE(grid->GetCellString(6, CAttrGrid::kNameColumn), QStringLiteral("field05"));
+
+        press(Qt::Key_PageDown, Qt::ControlModifier);
+        QVERIFY(formatAttributes()->hasFocus());
+        press(Qt::Key_Space);
+        press(Qt::Key_Down);
+        press(Qt::Key_Space);
+        press(Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(!m_dialog->isVisible());
+        const StringList written = m_schema->getAttributeNames(true, false);
+        QCOMPARE(written.size(), std::size_t(21));
+        QCOMPARE(QString::fromStdString(m_schema->getAttributeType("field09")), QStringLiteral("integer_in_range(Levels)"));
+        QCOMPARE(QString::fromStdString(m_schema->getAttributeType("field12")), QStringLiteral("text(410)"));
+        QCOMPARE(m_schema->getAttributeNames(false, true), (StringList{"gpkg_fid", "gpkg_layer"}));
     }
 
     // A person with a keyboard only: to the attributes with Control+Tab,
