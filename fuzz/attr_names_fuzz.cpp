@@ -1,16 +1,22 @@
 // Attribute names made legal under formats built from the input itself: its
-// case rule, length limit, invalid characters and illegal names. No crash,
-// and the name obeys every rule it can: at most the limit, none of the
-// invalid characters (braces survive as a "{}" pair), the case, and never a
-// taken name (a one-character limit leaves no room for a number). The number
-// that makes a name unique is the last rule and may cut what came before,
-// a "{}" pair included, so the characters are checked before it.
+// case rule, length limit, invalid characters and illegal names, in a code
+// page it chooses. No crash, and the name obeys every rule it can: at most
+// the limit, none of the invalid characters (braces survive as a "{}" pair),
+// the case rule (for the first character too, and what it puts in front),
+// and never a taken or illegal name (a one-character limit leaves no room
+// for a number). The number that makes a name unique is the last rule and
+// may cut what came before, a "{}" pair included, so the characters are
+// checked before it. Characters of several bytes are units that no rule
+// changes: only single bytes are held to the rules.
 #include "ftprops/namerules.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
+#include "util/asciitext.h"
+#include "util/codepage.h"
 #include "util/listpacking.h"
 
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 using namespace vyr;
 
@@ -45,13 +51,54 @@ bool isAscii(char c)
     return static_cast<unsigned char>(c) < 0x80;
 }
 
+// Where each character of `text` starts, and whether it is a single byte:
+// in UTF-8 a whole sequence is one; in the other code pages a byte from 129
+// to 175 or 224 to 252 leads a character of two.
+struct Unit
+{
+    std::size_t at;
+    bool single;
+};
+std::vector<Unit> unitsOf(const std::string &text, bool utf8)
+{
+    std::vector<Unit> units;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        std::size_t length = 1;
+        if (utf8) {
+            while (byte >= 0xC0 && i + length < text.size()
+                   && (static_cast<unsigned char>(text[i + length]) & 0xC0) == 0x80 && length < 4)
+                ++length;
+        } else if (((byte >= 129 && byte <= 175) || (byte >= 224 && byte <= 252)) && i + 1 < text.size()) {
+            length = 2;
+        }
+        units.push_back({i, length == 1 && byte < 0x80});
+        i += length;
+    }
+    return units;
+}
+
+bool isLower(char c)
+{
+    return c >= 'a' && c <= 'z';
+}
+bool isUpper(char c)
+{
+    return c >= 'A' && c <= 'Z';
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
 {
     static const char *const cases[] = {"UPPER", "LOWER", "FIRSTUPPER", "FIRSTLOWER", "UPPERFIRSTALPHA",
                                         "ANYFIRSTNONNUMERIC", "ANY"};
+    static const char *const codePages[] = {"UTF-8", "CP1252", "CP932"};
     Input input(data, size);
+    const std::string codePage = codePages[input.byte() % std::size(codePages)];
+    if (!setNarrowCodePage(codePage))
+        std::abort();
+    const bool utf8 = codePage == "UTF-8";
     const std::string caseRule = cases[input.byte() % std::size(cases)];
     const int limit = input.byte() % 40;
     const std::string invalid = input.text(6);
@@ -73,7 +120,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     // number fits, so a taken name is given back as it is.
     if (legal.empty())
         return 0;
-    if (taken.contains(legal) && format.getMaxAttrLength() != 1)
+    StringSet illegalNames;
+    for (const std::string &word : format.getDestIllegalAttrList())
+        illegalNames.insert(upperAscii(word));
+    if ((taken.contains(legal) || illegalNames.contains(upperAscii(legal))) && format.getMaxAttrLength() != 1)
         std::abort();
     if (format.getMaxAttrLength() > 0 && legal.size() > static_cast<std::size_t>(format.getMaxAttrLength()))
         std::abort();
@@ -87,7 +137,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     }
     const std::string &checked = steps.cut;
     const std::string rules = format.getAttrNameInvalidChars();
-    for (std::size_t i = 0; i < checked.size(); ++i) {
+    for (const Unit &unit : unitsOf(checked, utf8)) {
+        if (!unit.single)
+            continue;
+        const std::size_t i = unit.at;
         const char c = checked[i];
         // Letters are replaced before the case rule, which may bring one
         // back in its other case; digits come with the number that makes a
@@ -105,11 +158,28 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
         if (!pair)
             std::abort();
     }
-    for (const char c : legal) {
-        if (caseRule == "UPPER" && c >= 'a' && c <= 'z')
+    for (const Unit &unit : unitsOf(legal, utf8)) {
+        const char c = legal[unit.at];
+        if (!unit.single)
+            continue;
+        if ((caseRule == "UPPER" || caseRule == "UPPERFIRSTALPHA") && isLower(c))
             std::abort();
-        if (caseRule == "LOWER" && c >= 'A' && c <= 'Z')
+        if (caseRule == "LOWER" && isUpper(c))
             std::abort();
     }
+    // The first character, when it is a single byte: the case rules that
+    // look at it, and what they put in front.
+    const std::vector<Unit> before = unitsOf(steps.replaced, utf8);
+    if (before.empty() || !before.front().single || steps.cased.empty())
+        return 0;
+    const char first = steps.cased.front();
+    if (caseRule == "FIRSTUPPER" && isLower(first))
+        std::abort();
+    if (caseRule == "FIRSTLOWER" && isUpper(first))
+        std::abort();
+    if (caseRule == "UPPERFIRSTALPHA" && !isUpper(first))
+        std::abort();
+    if (caseRule == "ANYFIRSTNONNUMERIC" && first >= '0' && first <= '9')
+        std::abort();
     return 0;
 }

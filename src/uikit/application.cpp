@@ -87,6 +87,11 @@ QApplication *ensureApplication()
         new QApplication(argc, argv); // lives as long as the process
     }
     auto *application = qobject_cast<QApplication *>(QCoreApplication::instance());
+    if (!application) {
+        std::fputs("vyrguimfc: the host's Qt application has no widgets (a QCoreApplication), so no dialog is shown\n",
+                   stderr);
+        return nullptr;
+    }
     static QPointer<QApplication> filtered;
     if (application && filtered != application) {
         auto *filter = new HelpKeyFilter(application);

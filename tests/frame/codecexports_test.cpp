@@ -2,6 +2,7 @@
 // engine string handle.
 #include <gtest/gtest.h>
 
+#include "vyr/vyr_session.h"
 #include "vyrguimfc/vyrguimfc.h"
 
 #include <cstdlib>
@@ -70,3 +71,19 @@ TEST(EngineStrings, nullHandlesAndZeroLengthsAreHarmless)
 }
 
 } // namespace
+
+// A host without a display that did not choose the offscreen platform gets
+// false at once and a word on standard error, never a window nobody can
+// reach. Each test runs in a process of its own, with no Qt application yet.
+TEST(DialogExports, answerFalseAtOnceWithoutADisplay)
+{
+    for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        unsetenv(variable);
+    std::unique_ptr<IVYRSession, decltype(&VYR_SessionDestroy)> session(VYR_SessionCreate(), VYR_SessionDestroy);
+    IVYRFeature *feature = session->createFeature();
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(VYRFeatTypeProperties(session.get(), feature, "FORMAT,CSV", nullptr));
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find("no display"), std::string::npos) << said;
+    session->destroyFeature(feature);
+}
