@@ -91,13 +91,14 @@ bool isUpper(char c)
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
 {
-    static const char *const cases[] = {"UPPER", "LOWER", "FIRSTUPPER", "FIRSTLOWER", "UPPERFIRSTALPHA",
-                                        "ANYFIRSTNONNUMERIC", "ANY"};
+    static const char *const cases[]
+        = {"UPPER", "LOWER", "FIRSTUPPER", "FIRSTLOWER", "UPPERFIRSTALPHA", "ANYFIRSTNONNUMERIC", "ANY"};
     static const char *const codePages[] = {"UTF-8", "CP1252", "CP932"};
     Input input(data, size);
     const std::string codePage = codePages[input.byte() % std::size(codePages)];
+    // A system without the code page's converter has nothing to check.
     if (!setNarrowCodePage(codePage))
-        std::abort();
+        return 0;
     const bool utf8 = codePage == "UTF-8";
     const std::string caseRule = cases[input.byte() % std::size(cases)];
     const int limit = input.byte() % 40;

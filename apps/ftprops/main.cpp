@@ -43,13 +43,19 @@ struct Automation
     bool active() const { return accept || !screenshot.isEmpty(); }
 };
 
-// Waits for the dialog to show, then takes the picture and ends it. When
-// OK is refused, the reasons go to standard error and `refused` is set.
-void automateNextDialog(const Automation &automation, bool &refused)
+// What the unattended run came to beside the dialog's own end.
+struct AutomationOutcome
+{
+    bool refused = false; // OK was refused; the reasons went to standard error
+    bool pictureFailed = false; // the picture could not be saved; said why
+};
+
+// Waits for the dialog to show, then takes the picture and ends it.
+void automateNextDialog(const Automation &automation, AutomationOutcome &outcome)
 {
     auto *poll = new QTimer(qApp);
     poll->setInterval(50);
-    QObject::connect(poll, &QTimer::timeout, qApp, [poll, automation, &refused, waited = 0]() mutable {
+    QObject::connect(poll, &QTimer::timeout, qApp, [poll, automation, &outcome, waited = 0]() mutable {
         auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
         if (!dialog || !dialog->isVisible())
             return;
@@ -67,8 +73,10 @@ void automateNextDialog(const Automation &automation, bool &refused)
                 tabs->setCurrentIndex(automation.page - 1);
         }
         std::string error;
-        if (!automation.screenshot.isEmpty() && !vyr::saveScreenshot(dialog->grab(), automation.screenshot, error))
+        if (!automation.screenshot.isEmpty() && !vyr::saveScreenshot(dialog->grab(), automation.screenshot, error)) {
             std::fprintf(stderr, "vyr-ftprops: %s\n", error.c_str());
+            outcome.pictureFailed = true;
+        }
         if (!automation.accept) {
             dialog->reject();
             return;
@@ -76,7 +84,7 @@ void automateNextDialog(const Automation &automation, bool &refused)
         vyr::UnattendedRun run;
         if (run.accept(*dialog))
             return;
-        refused = true;
+        outcome.refused = true;
         for (const QString &reason : run.refusalReasons())
             std::fprintf(stderr, "vyr-ftprops: %s\n", qPrintable(reason));
     });
@@ -141,12 +149,12 @@ int main(int argc, char *argv[])
             std::fprintf(stderr, "vyr-ftprops: the workspace has no feature type \"%s\"\n", name.c_str());
             status = 2;
         } else {
-            bool refused = false;
+            AutomationOutcome outcome;
             if (automation.active())
-                automateNextDialog(automation, refused);
+                automateNextDialog(automation, outcome);
             std::string message;
             const EditResult result = workspace->edit(index, nullptr, message);
-            if (refused) {
+            if (outcome.refused) {
                 std::printf("OK was refused, nothing saved\n");
                 status = vyr::kExitRefused;
             } else if (result == EditResult::Cancelled) {
@@ -158,6 +166,10 @@ int main(int argc, char *argv[])
             } else {
                 std::printf("%s\n", message.c_str());
             }
+            // A picture asked for and not saved is a failure, whatever the
+            // dialog's end.
+            if (outcome.pictureFailed && status != vyr::kExitRefused)
+                status = 2;
         }
     } else {
         WorkspaceWindow window(*workspace);

@@ -133,7 +133,7 @@ int main(int argc, char **argv)
                 const bool saved = saveWindowPicture(window, parser.value(shotOption), error);
                 if (!saved)
                     std::fprintf(stderr, "vyr-griddemo: %s\n", error.c_str());
-                application.exit(saved ? 0 : 1);
+                application.exit(saved ? 0 : 2);
             });
         });
     }

@@ -6,6 +6,7 @@
 #include "vyrguimfc/vyrguimfc.h"
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -48,8 +49,11 @@ ReadResult readAll(std::FILE *stream, std::string &bytes)
     struct stat status
     {
     };
-    if (::fstat(::fileno(stream), &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0)
+    if (::fstat(::fileno(stream), &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0) {
+        if (static_cast<std::uintmax_t>(status.st_size) > vyr::kLargestUntrustedFile)
+            return ReadResult::TooLarge;
         bytes.reserve(static_cast<std::size_t>(status.st_size));
+    }
     char buffer[65536];
     std::size_t got;
     while ((got = std::fread(buffer, 1, sizeof buffer, stream)) > 0) {
@@ -99,11 +103,8 @@ int runCodecCommand(std::span<const std::string_view> arguments)
         // Gone before the codec runs: the handle holds the text from here on.
         std::string input;
         switch (readAll(stdin, input)) {
-        case ReadResult::Whole:
-            break;
-        case ReadResult::Failed:
-            std::perror("vyrtool codec: reading standard input");
-            return 2;
+        case ReadResult::Whole: break;
+        case ReadResult::Failed: std::perror("vyrtool codec: reading standard input"); return 2;
         case ReadResult::TooLarge:
             std::fprintf(stderr, "vyrtool codec: standard input is larger than %zu bytes, more than a text is\n",
                          vyr::kLargestUntrustedFile);

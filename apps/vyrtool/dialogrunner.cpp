@@ -72,6 +72,8 @@ int exitStatus(DialogOutcome outcome)
         return 0;
     case DialogOutcome::Refused:
         return vyr::kExitRefused;
+    case DialogOutcome::Failed:
+        return 2;
     default:
         return 1;
     }

@@ -92,7 +92,7 @@ int runGeodatabaseCommand(std::span<const std::string_view> arguments)
     const bool chosen = VYREsriGeoDBDlg(0, location.get(), read->hasFlag("must-exist"), 0, nullptr);
     if (outcome == Unattended::Failed || outcome == Unattended::Refused) {
         std::fprintf(stderr, "vyrtool geodb: %s\n", qPrintable(reason));
-        return outcome == Unattended::Refused ? vyr::kExitRefused : 1;
+        return outcome == Unattended::Refused ? vyr::kExitRefused : 2;
     }
     if (chosen) {
         std::printf("%s\n", VYR_StringGet(location.get()));

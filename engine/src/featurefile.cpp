@@ -11,6 +11,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <optional>
 #include <set>
 
 // Read into the library's sorted objects, which find a key without looking
@@ -97,12 +98,16 @@ vyr::engine::VYRFeature parse(const Json &document, const std::vector<std::strin
     return feature;
 }
 
-// A byte that is no UTF-8 in a UTF-8 code page (a capability file can hand
-// one to a feature) is written as U+FFFD: the file stays JSON that every
-// reader takes, and a save never fails on the content.
-std::string jsonText(const vyr::engine::VYRFeature &feature)
+// The feature's text as a feature file; nothing, with the reason in
+// `error`, when two of its names would be written alike.
+std::optional<std::string> jsonText(const vyr::engine::VYRFeature &feature, std::string &error)
 {
-    return feature.toJson().dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+    try {
+        return feature.toJson().dump(2) + '\n';
+    } catch (const std::exception &failure) {
+        error = failure.what();
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -126,6 +131,7 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
         std::string topKey;
         std::set<std::string> topKeys;
         std::set<std::string> attributeKeys;
+        std::set<std::string> listKeys;
         // The JSON library keeps the last of two equal keys: a file naming a
         // key twice is refused rather than read half.
         const auto note = [&](int depth, Json::parse_event_t event, Json &parsed) {
@@ -140,6 +146,8 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
                         throw FeatureFileError({std::string("attributes"), key},
                                                "attribute \"" + key + "\" is given twice");
                     attributeNames.push_back(std::move(key));
+                } else if (topKey == "lists" && !listKeys.insert(key).second) {
+                    throw FeatureFileError({std::string("lists"), key}, "list \"" + key + "\" is given twice");
                 }
             }
             return true;
@@ -177,8 +185,11 @@ extern "C" bool VYR_FeatureWriteJson(const IVYRFeature *feature, IVYRString *tex
     const auto *source = dynamic_cast<const vyr::engine::VYRFeature *>(feature);
     if (!source || !text)
         return false;
-    const std::string written = jsonText(*source);
-    text->assign(written.data(), written.size());
+    std::string error;
+    const std::optional<std::string> written = jsonText(*source, error);
+    if (!written)
+        return false;
+    text->assign(written->data(), written->size());
     return true;
 }
 
@@ -191,7 +202,12 @@ extern "C" bool VYR_FeatureSaveJson(const IVYRFeature *feature, const char *path
         return false;
     }
     std::string reason;
-    if (!vyr::replaceFileContent(target, jsonText(*source), reason)) {
+    const std::optional<std::string> written = jsonText(*source, reason);
+    if (!written) {
+        report(error, target + ": cannot be saved: " + reason);
+        return false;
+    }
+    if (!vyr::replaceFileContent(target, *written, reason)) {
         report(error, reason);
         return false;
     }

@@ -6,6 +6,8 @@
 #include "util/stringconverter.h"
 
 #include <algorithm>
+#include <stdexcept>
+#include <unordered_set>
 
 namespace vyr::engine {
 
@@ -142,10 +144,31 @@ bool VYRFeature::performFunction(const char *function, IVYRString &result)
     return evaluated;
 }
 
+namespace {
+
+// JSON holds UTF-8 only: a byte that is no UTF-8 (which a stranger's
+// capability file can put into a feature in a UTF-8 code page) is written
+// as U+FFFD.
+std::string jsonText(std::string_view text)
+{
+    return wellFormedUtf8(ansiToUtf8(text));
+}
+
+// A name that is written like an earlier one would make the file hold a key
+// twice, which no reader takes back: the save is refused instead.
+void refuseSameName(std::unordered_set<std::string> &written, const std::string &name, const char *kind)
+{
+    if (!written.insert(name).second)
+        throw std::runtime_error(std::string("two ") + kind + " names are both written \"" + name
+                                 + "\" (they differ only in bytes that are no text)");
+}
+
+} // namespace
+
 nlohmann::ordered_json VYRFeature::toJson() const
 {
     nlohmann::ordered_json document;
-    document["feature_type"] = ansiToUtf8(m_featureType);
+    document["feature_type"] = jsonText(m_featureType);
     auto &attributes = document["attributes"] = nlohmann::ordered_json::object();
     // The names are distinct: appended as they are, without the search for
     // an equal key that an insertion into the ordered object makes each
@@ -153,21 +176,29 @@ nlohmann::ordered_json VYRFeature::toJson() const
     auto &members = static_cast<std::vector<std::pair<const std::string, nlohmann::ordered_json>> &>(
         attributes.get_ref<nlohmann::ordered_json::object_t &>());
     members.reserve(m_names.size());
-    for (const std::string &name : m_names)
-        members.emplace_back(ansiToUtf8(name), ansiToUtf8(m_attributes.at(name).value));
+    std::unordered_set<std::string> written;
+    written.reserve(m_names.size());
+    for (const std::string &name : m_names) {
+        std::string key = jsonText(name);
+        refuseSameName(written, key, "attribute");
+        members.emplace_back(std::move(key), jsonText(m_attributes.at(name).value));
+    }
     auto &order = document["attribute_order"] = nlohmann::ordered_json::array();
     for (const std::string &name : m_ordered)
-        order.push_back(ansiToUtf8(name));
+        order.push_back(jsonText(name));
     auto &lists = document["lists"] = nlohmann::ordered_json::object();
     std::vector<std::string> listNames;
     for (const auto &[name, elements] : m_lists)
         listNames.push_back(name);
     // Sorted, so that saving the same feature twice gives the same file.
     std::sort(listNames.begin(), listNames.end());
+    written.clear();
     for (const std::string &name : listNames) {
-        auto &elements = lists[ansiToUtf8(name)] = nlohmann::ordered_json::array();
+        const std::string key = jsonText(name);
+        refuseSameName(written, key, "list");
+        auto &elements = lists[key] = nlohmann::ordered_json::array();
         for (const std::string &element : m_lists.at(name))
-            elements.push_back(ansiToUtf8(element));
+            elements.push_back(jsonText(element));
     }
     return document;
 }

@@ -3,8 +3,8 @@
 #include "attrtypes/typestring.h"
 #include "uikit/dialogutils.h"
 #include "uikit/narrowtext.h"
-#include "util/resourceids.h"
 #include "uikit/resourcelibrary.h"
+#include "util/resourceids.h"
 
 #include <algorithm>
 #include <typeinfo>
@@ -279,8 +279,8 @@ std::unique_ptr<AttrType> CAttrTypeGrid::NativePastedType(long row)
     }
     const std::string name = toNarrow(GetCellString(row, m_typeColumn));
     for (;;) {
-        if (const std::unique_ptr<AttrType> read = m_registry->createType(formatType(name, values, {}, kDialogListMode),
-                                                                          kDialogListMode)) {
+        if (const std::unique_ptr<AttrType> read
+            = m_registry->createType(formatType(name, values, {}, kDialogListMode), kDialogListMode)) {
             std::unique_ptr<AttrType> native = m_registry->toNative(*read);
             return native && TemplateOf(fromNarrow(native->name())) ? std::move(native) : nullptr;
         }

@@ -291,11 +291,17 @@ std::string ResolveFeatureTypeName(const FTPropsFormatInfo &format, std::string_
     }
     const std::string script = format.getFeatTypeValidationScript();
     if (!script.empty()) {
-        if (!session)
-            return name;
         std::string refusal;
-        if (std::optional<std::string> resolved = RunValidationScript(*session, script, name, taken, &refusal))
+        // Without a session an allowed script cannot run, and the name
+        // stands as proposed.
+        if (!session) {
+            const std::optional<std::string> reason = refuseScriptName(script);
+            if (!reason)
+                return name;
+            refusal = *reason;
+        } else if (std::optional<std::string> resolved = RunValidationScript(*session, script, name, taken, &refusal)) {
             return std::move(*resolved);
+        }
         // The format's own rules apply instead, as if it named no script.
         std::fprintf(stderr, "vyr: the validation script \"%s\" of format %s is not run: %s\n", script.c_str(),
                      format.getFormatName().c_str(), refusal.c_str());
@@ -343,6 +349,5 @@ std::string LegaliseAttributeName(const FTPropsFormatInfo &format, std::string_v
 {
     return LegaliseAttributeNameSteps(format, name, takenIn(taken)).unique;
 }
-
 
 } // namespace vyr

@@ -4,8 +4,8 @@
 #include "ftprops/namerules.h"
 #include "uikit/dialogutils.h"
 #include "uikit/narrowtext.h"
-#include "util/resourceids.h"
 #include "uikit/resourcelibrary.h"
+#include "util/resourceids.h"
 
 namespace vyr {
 

@@ -4,8 +4,8 @@
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "uikit/dialogutils.h"
 #include "uikit/narrowtext.h"
-#include "util/resourceids.h"
 #include "uikit/resourcelibrary.h"
+#include "util/resourceids.h"
 
 #include "vyr/IGuiPrompter.h"
 
@@ -256,8 +256,8 @@ int CDefParmsGrid::OnBrowse(int column, long row)
         for (std::string &piece : splitList(value, ','))
             if (!piece.empty())
                 chosen.push_back(std::move(piece));
-        if (!PromptSelectionBox(prompter, LocalizeText(kSelectTitle), LocalizeText(parameter->prompt), attributeNames(), chosen,
-                                std::string()))
+        if (!PromptSelectionBox(prompter, LocalizeText(kSelectTitle), LocalizeText(parameter->prompt), attributeNames(),
+                                chosen, std::string()))
             return 1;
         value = joinList(chosen, ',');
     }

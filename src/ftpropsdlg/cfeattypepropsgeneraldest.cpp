@@ -75,13 +75,13 @@ bool CFeatTypePropsGeneralDest::OnInitDialog()
         m_datasets.insert(format->getFormatLongName(), format);
         m_dataset->addItem(fromNarrow(format->getFormatLongName()));
     }
-    SelectComboItem(m_dataset.get(), fromNarrow(m_format->getFormatLongName()));
+    SelectComboItem(m_dataset.orStandIn(), fromNarrow(m_format->getFormatLongName()));
     m_dataset->setEnabled(m_dataset->count() >= 2);
 
     FillFanoutChoices(m_schema->getAttributeNames(true, true));
     m_fanoutAttribute->setCurrentIndex(-1);
     m_fanout->setChecked(m_schema->isFanout());
-    SelectComboItem(m_fanoutAttribute.get(), fromNarrow(m_schema->getFanoutAttribute()));
+    SelectComboItem(m_fanoutAttribute.orStandIn(), fromNarrow(m_schema->getFanoutAttribute()));
 
     m_schemaSources = m_schema->getSchemaSources();
     StringList shown;
@@ -159,7 +159,7 @@ void CFeatTypePropsGeneralDest::RefillFanoutChoices()
     // The names as the attribute pages have them now, edits included.
     FillFanoutChoices(m_dialog->PageAttributeNames());
     m_fanoutAttribute->setCurrentIndex(-1);
-    SelectComboItem(m_fanoutAttribute.get(), selected);
+    SelectComboItem(m_fanoutAttribute.orStandIn(), selected);
 }
 
 void CFeatTypePropsGeneralDest::FillGeometry(const FTPropsFormatInfo *format, const std::string &geometry)

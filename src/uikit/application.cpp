@@ -1,9 +1,9 @@
 #include "uikit/application.h"
 
 #include "uikit/cvyrdialog.h"
+#include "uikit/headless.h"
 #include "uikit/helpevents.h"
 #include "uikit/messageboxnotices.h"
-#include "uikit/headless.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -77,7 +77,8 @@ QApplication *ensureApplication()
         // A window nobody can reach would wait for ever; a host that means to
         // run without a display chooses the offscreen platform itself.
         if (!windowsHaveAPlace()) {
-            std::fputs("vyrguimfc: no display answers and no Qt platform was chosen (QT_QPA_PLATFORM), so no dialog is shown\n",
+            std::fputs("vyrguimfc: no display answers and no Qt platform was chosen (QT_QPA_PLATFORM), so no dialog is "
+                       "shown\n",
                        stderr);
             return nullptr;
         }

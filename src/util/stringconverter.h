@@ -46,9 +46,16 @@ private:
     std::uint32_t codePage_;
 };
 
-// Narrow text in the narrow code page to UTF-8, and back.
+// Narrow text in the narrow code page to UTF-8, and back. Between equal code
+// pages every byte is kept, so in a UTF-8 code page a byte that is no UTF-8
+// stays as it is.
 std::string ansiToUtf8(std::string_view text);
 std::string utf8ToAnsi(std::string_view text);
+
+// `text` with every byte that is not part of a well-formed UTF-8 sequence
+// replaced by U+FFFD, for writers whose output must be UTF-8 whatever the
+// text held.
+std::string wellFormedUtf8(std::string_view text);
 
 } // namespace vyr
 

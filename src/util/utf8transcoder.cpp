@@ -1,6 +1,7 @@
 // UTF-8 is converted by hand rather than through iconv: it is the code page
 // of every user-string conversion, so it is on the hot path, and its
 // invalid-byte handling must match the other transcoders exactly.
+#include "util/stringconverter.h"
 #include "util/transcoder_p.h"
 
 #include <cstring>
@@ -64,6 +65,35 @@ std::size_t decodeSequence(const unsigned char *bytes, std::size_t size, char32_
     }
     return length;
 }
+
+} // namespace
+
+std::string wellFormedUtf8(std::string_view text)
+{
+    const auto *bytes = reinterpret_cast<const unsigned char *>(text.data());
+    std::string result;
+    result.reserve(text.size());
+    std::size_t i = 0;
+    while (i < text.size()) {
+        const std::size_t run = asciiRun(bytes + i, text.size() - i);
+        result.append(text.substr(i, run));
+        i += run;
+        if (i == text.size())
+            break;
+        char32_t codePoint;
+        const std::size_t length = decodeSequence(bytes + i, text.size() - i, codePoint);
+        if (length == 0) {
+            result += "\xEF\xBF\xBD";
+            ++i;
+        } else {
+            result.append(text.substr(i, length));
+            i += length;
+        }
+    }
+    return result;
+}
+
+namespace {
 
 class Utf8Transcoder final : public Transcoder
 {

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <memory>
 
 namespace {
@@ -205,6 +206,16 @@ TEST_F(EngineTest, BytesThatAreNoUtf8AreSavedAsReplacementCharacters)
     EXPECT_EQ(value(copy, "*vyr_geometry{0}"), "\xEF\xBF\xBD\xEF\xBF\xBDline");
     VYRRWStringImp text;
     EXPECT_TRUE(VYR_FeatureWriteJson(&feature, &text));
+
+    // Two names that differ only there would be written alike: the save is
+    // refused with the reason, and no file is left that cannot be read back.
+    feature.setAttribute("a\xFF", "1");
+    feature.setAttribute("a\xFE", "2");
+    const std::string refused = dir.path() + "/refused.json";
+    EXPECT_FALSE(VYR_FeatureSaveJson(&feature, refused.c_str(), &error));
+    EXPECT_NE(std::string(error.view()).find("are both written"), std::string::npos) << error.c_str();
+    EXPECT_FALSE(VYR_FeatureWriteJson(&feature, &text));
+    EXPECT_FALSE(std::filesystem::exists(refused));
 }
 
 TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
@@ -230,6 +241,7 @@ TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
         {"{\"feature_type\": \"x\", \"attributes\": {\"a\": \"1\"},\n \"attributes\": {\"b\": \"2\"}}",
          "\"attributes\" is given twice"},
         {"{\"feature_type\": \"x\", \"attributes\": {\"a\": \"1\", \"a\": \"2\"}}", "attribute \"a\" is given twice"},
+        {"{\"feature_type\": \"x\", \"lists\": {\"l\": [], \"l\": [\"b\"]}}", "list \"l\" is given twice"},
     };
     IVYRFeature &feature = newFeature();
     feature.setFeatureType("kept");

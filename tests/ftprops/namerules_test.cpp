@@ -226,6 +226,7 @@ TEST(NameRulesTest, OnlyInstalledScriptsRunOnNames)
         const VYRObjFTPropsFormatInfo format(
             csvJoin({"FEATURE_TYPE_CASE", "UPPER", "FEAT_TYPE_VALIDATION_SCRIPT", script}, ','), nullptr);
         EXPECT_EQ(ResolveFeatureTypeName(format, "roads", {}, &session), "ROADS") << script;
+        EXPECT_EQ(ResolveFeatureTypeName(format, "roads", {}, nullptr), "ROADS") << script;
         // Nor does a caller that asks for the script by itself run it.
         std::string refusal;
         EXPECT_EQ(RunValidationScript(session, script, "roads", {}, &refusal), std::nullopt) << script;

@@ -255,7 +255,8 @@ private slots:
         const QString letters = loadResourceString(res::NameChangedCase);
         const QString taken = loadResourceString(res::NameChangedNumber);
         const QString reserved = loadResourceString(res::NameChangedReserved);
-        QTest::newRow("reserved in another case") << "SHAPEFILE" << "shape" << "SHAPE00" << QStringList{letters, reserved};
+        QTest::newRow("reserved in another case")
+            << "SHAPEFILE" << "shape" << "SHAPE00" << QStringList{letters, reserved};
         QTest::newRow("another row's") << "SHAPEFILE" << "LANES" << "LANES00" << QStringList{taken};
         QTest::newRow("a letter in front, in upper case")
             << "UPPERFIRSTALPHA" << "2nd" << "Q_2ND"
@@ -649,7 +650,8 @@ private slots:
         QVERIFY(!m_dialog->isVisible());
         const StringList written = m_schema->getAttributeNames(true, false);
         QCOMPARE(written.size(), std::size_t(21));
-        QCOMPARE(QString::fromStdString(m_schema->getAttributeType("field09")), QStringLiteral("integer_in_range(Levels)"));
+        QCOMPARE(QString::fromStdString(m_schema->getAttributeType("field09")),
+                 QStringLiteral("integer_in_range(Levels)"));
         QCOMPARE(QString::fromStdString(m_schema->getAttributeType("field12")), QStringLiteral("text(410)"));
         QCOMPARE(m_schema->getAttributeNames(false, true), (StringList{"gpkg_fid", "gpkg_layer"}));
     }

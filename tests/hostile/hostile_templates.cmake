@@ -50,7 +50,8 @@ endfunction()
 
 # General page without the database user field, the geometry or the fan-out
 # attribute, or without its template; the other pages without their grids.
-foreach(case "no-user;514;1297" "no-geometry;514;1158" "no-fanout-attribute;514;1289" "no-general;514;"
+foreach(case "no-user;514;1297" "no-geometry;514;1158" "no-fanout-attribute;514;1289" "no-dataset;514;1169"
+             "no-general;514;"
              "no-attribute-grid;339;1184" "no-format-grid;340;1144" "no-parameter-grid;343;1187")
     list(GET case 0 name)
     list(GET case 1 template)
@@ -63,6 +64,11 @@ foreach(case "no-user;514;1297" "no-geometry;514;1158" "no-fanout-attribute;514;
         hostile_first_line(line "${run_said}")
         if(run_broken OR NOT (run_status EQUAL 0 OR (run_status EQUAL 3 AND NOT line STREQUAL "")))
             hostile_fail("${name}, ${featureType}: ${run_outcome} (want OK, or a refusal that says why)")
+        endif()
+        # A control that is not there changes nothing: the feature type stays
+        # in its dataset.
+        if(run_out MATCHES "now in")
+            hostile_fail("${name}, ${featureType}: OK moved the feature type: ${run_outcome}")
         endif()
     endforeach()
 endforeach()
