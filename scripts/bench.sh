@@ -14,3 +14,4 @@ done
 echo "== bench_ftprops"
 "$root/build/release/bench/bench_ftprops"
 echo "== bench_attrpages"; "$root/build/release/bench/bench_attrpages"
+echo "== bench_parmspage"; "$root/build/release/bench/bench_parmspage"

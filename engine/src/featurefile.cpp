@@ -11,6 +11,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <optional>
 #include <set>
 
@@ -69,6 +70,7 @@ vyr::engine::VYRFeature parse(const Json &document, const std::vector<std::strin
         throw FeatureFileError({}, "\"feature_type\" is missing");
     feature.setFeatureType(narrowText(*type, {std::string("feature_type")}, "\"feature_type\"").c_str());
     const Json &attributes = member(document, "attributes", Json::value_t::object, "an object of texts");
+    feature.reserve(attributeNames.size());
     for (const std::string &name : attributeNames) {
         const Json &value = attributes.at(name);
         feature.setAttribute(vyr::utf8ToAnsi(name).c_str(),
@@ -78,10 +80,8 @@ vyr::engine::VYRFeature parse(const Json &document, const std::vector<std::strin
     for (std::size_t i = 0; i < order.size(); ++i) {
         const vyr::JsonPath where{std::string("attribute_order"), i};
         const std::string name = narrowText(order[i], where, "\"attribute_order\" element " + std::to_string(i + 1));
-        VYRRWStringImp value;
-        if (!feature.getAttribute(name.c_str(), value))
+        if (!feature.order(name))
             throw FeatureFileError(where, "\"attribute_order\" names \"" + name + "\", which is no attribute");
-        feature.setOrderedAttribute(name.c_str(), value.c_str());
     }
     for (const auto &[name, elements] : member(document, "lists", Json::value_t::object, "an object of lists").items()) {
         const vyr::JsonPath where{std::string("lists"), name};
@@ -96,6 +96,19 @@ vyr::engine::VYRFeature parse(const Json &document, const std::vector<std::strin
         feature.setListAttribute(vyr::utf8ToAnsi(name).c_str(), array);
     }
     return feature;
+}
+
+// Refuses an object `member` of the top object that names a key twice:
+// `keys` are its keys as the text gave them.
+void refuseKeysGivenTwice(const Json &document, const char *member, const char *kind, std::vector<std::string> keys)
+{
+    const auto found = document.is_object() ? document.find(member) : document.end();
+    if (found == document.end() || !found->is_object() || found->size() == keys.size())
+        return;
+    std::sort(keys.begin(), keys.end());
+    const auto twice = std::adjacent_find(keys.begin(), keys.end());
+    if (twice != keys.end())
+        throw FeatureFileError({std::string(member), *twice}, std::string(kind) + " \"" + *twice + "\" is given twice");
 }
 
 // The feature's text as a feature file; nothing, with the reason in
@@ -129,11 +142,12 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
         // The keys of the top object's "attributes", in the order written.
         std::vector<std::string> attributeNames;
         std::string topKey;
+        std::vector<std::string> listNames;
         std::set<std::string> topKeys;
-        std::set<std::string> attributeKeys;
-        std::set<std::string> listKeys;
         // The JSON library keeps the last of two equal keys: a file naming a
-        // key twice is refused rather than read half.
+        // key twice is refused rather than read half. The top object's few
+        // keys are checked as they come; the many below it are counted
+        // against what the library kept, and looked for only when short.
         const auto note = [&](int depth, Json::parse_event_t event, Json &parsed) {
             if (event == Json::parse_event_t::key && depth <= 2 && parsed.is_string()) {
                 std::string key = parsed.get<std::string>();
@@ -142,17 +156,16 @@ extern "C" bool VYR_FeatureReadJson(IVYRFeature *feature, const char *text, size
                         throw FeatureFileError({key}, "\"" + key + "\" is given twice");
                     topKey = std::move(key);
                 } else if (topKey == "attributes") {
-                    if (!attributeKeys.insert(key).second)
-                        throw FeatureFileError({std::string("attributes"), key},
-                                               "attribute \"" + key + "\" is given twice");
                     attributeNames.push_back(std::move(key));
-                } else if (topKey == "lists" && !listKeys.insert(key).second) {
-                    throw FeatureFileError({std::string("lists"), key}, "list \"" + key + "\" is given twice");
+                } else if (topKey == "lists") {
+                    listNames.push_back(std::move(key));
                 }
             }
             return true;
         };
         const Json document = Json::parse(text, text + length, note);
+        refuseKeysGivenTwice(document, "attributes", "attribute", attributeNames);
+        refuseKeysGivenTwice(document, "lists", "list", listNames);
         *target = parse(document, attributeNames);
         return true;
     } catch (const Json::parse_error &failure) {

@@ -58,25 +58,48 @@ bool VYRFeature::getAttribute(const char *name, IVYRString &value) const
     return true;
 }
 
+VYRFeature::Attribute &VYRFeature::store(const char *name, const char *value)
+{
+    // One search of the names: a new one goes in where the search ended.
+    auto [found, added] = m_attributes.try_emplace(text(name));
+    found->second.value = text(value);
+    if (added) {
+        m_names.push_back(found->first);
+        found->second.name = std::prev(m_names.end());
+    }
+    return found->second;
+}
+
 void VYRFeature::setAttribute(const char *name, const char *value)
 {
-    const std::string key = text(name);
-    if (const auto found = m_attributes.find(key); found != m_attributes.end()) {
-        found->second.value = text(value);
-        return;
-    }
-    m_names.push_back(key);
-    m_attributes.emplace(key, Attribute{text(value), std::prev(m_names.end()), std::nullopt});
+    store(name, value);
 }
 
 void VYRFeature::setOrderedAttribute(const char *name, const char *value)
 {
-    setAttribute(name, value);
-    Attribute &attribute = m_attributes.at(text(name));
+    putInOrder(store(name, value), text(name));
+}
+
+bool VYRFeature::order(const std::string &name)
+{
+    const auto found = m_attributes.find(name);
+    if (found == m_attributes.end())
+        return false;
+    putInOrder(found->second, name);
+    return true;
+}
+
+void VYRFeature::putInOrder(Attribute &attribute, const std::string &name)
+{
     if (attribute.ordered)
         m_ordered.erase(*attribute.ordered);
-    m_ordered.push_back(text(name));
+    m_ordered.push_back(name);
     attribute.ordered = std::prev(m_ordered.end());
+}
+
+void VYRFeature::reserve(std::size_t attributes)
+{
+    m_attributes.reserve(attributes);
 }
 
 void VYRFeature::removeAttribute(const char *name)
@@ -148,19 +171,35 @@ namespace {
 
 // JSON holds UTF-8 only: a byte that is no UTF-8 (which a stranger's
 // capability file can put into a feature in a UTF-8 code page) is written
-// as U+FFFD.
-std::string jsonText(std::string_view text)
+// as U+FFFD. `repaired` is set when that happened.
+std::string jsonText(std::string_view text, bool &repaired)
 {
-    return wellFormedUtf8(ansiToUtf8(text));
+    std::string utf8 = ansiToUtf8(text);
+    if (makeWellFormedUtf8(utf8))
+        repaired = true;
+    return utf8;
 }
 
-// A name that is written like an earlier one would make the file hold a key
-// twice, which no reader takes back: the save is refused instead.
-void refuseSameName(std::unordered_set<std::string> &written, const std::string &name, const char *kind)
+std::string jsonText(std::string_view text)
 {
-    if (!written.insert(name).second)
-        throw std::runtime_error(std::string("two ") + kind + " names are both written \"" + name
-                                 + "\" (they differ only in bytes that are no text)");
+    bool repaired = false;
+    return jsonText(text, repaired);
+}
+
+// Names that are distinct in the feature stay distinct as written unless a
+// byte was replaced: two of them written alike would make the file hold a
+// key twice, which no reader takes back, so the save is refused instead.
+template <class Names>
+void refuseNamesWrittenAlike(const Names &names, const char *kind)
+{
+    std::unordered_set<std::string_view> written;
+    written.reserve(names.size());
+    for (const auto &name : names) {
+        const std::string_view key = name.first;
+        if (!written.insert(key).second)
+            throw std::runtime_error(std::string("two ") + kind + " names are both written \"" + std::string(key)
+                                     + "\" (they differ only in bytes that are no text)");
+    }
 }
 
 } // namespace
@@ -176,13 +215,11 @@ nlohmann::ordered_json VYRFeature::toJson() const
     auto &members = static_cast<std::vector<std::pair<const std::string, nlohmann::ordered_json>> &>(
         attributes.get_ref<nlohmann::ordered_json::object_t &>());
     members.reserve(m_names.size());
-    std::unordered_set<std::string> written;
-    written.reserve(m_names.size());
-    for (const std::string &name : m_names) {
-        std::string key = jsonText(name);
-        refuseSameName(written, key, "attribute");
-        members.emplace_back(std::move(key), jsonText(m_attributes.at(name).value));
-    }
+    bool repaired = false;
+    for (const std::string &name : m_names)
+        members.emplace_back(jsonText(name, repaired), jsonText(m_attributes.at(name).value));
+    if (repaired)
+        refuseNamesWrittenAlike(members, "attribute");
     auto &order = document["attribute_order"] = nlohmann::ordered_json::array();
     for (const std::string &name : m_ordered)
         order.push_back(jsonText(name));
@@ -192,13 +229,16 @@ nlohmann::ordered_json VYRFeature::toJson() const
         listNames.push_back(name);
     // Sorted, so that saving the same feature twice gives the same file.
     std::sort(listNames.begin(), listNames.end());
-    written.clear();
-    for (const std::string &name : listNames) {
-        const std::string key = jsonText(name);
-        refuseSameName(written, key, "list");
-        auto &elements = lists[key] = nlohmann::ordered_json::array();
-        for (const std::string &element : m_lists.at(name))
-            elements.push_back(jsonText(element));
+    std::vector<std::pair<std::string, const std::vector<std::string> *>> written;
+    repaired = false;
+    for (const std::string &name : listNames)
+        written.emplace_back(jsonText(name, repaired), &m_lists.at(name));
+    if (repaired)
+        refuseNamesWrittenAlike(written, "list");
+    for (const auto &[key, elements] : written) {
+        auto &array = lists[key] = nlohmann::ordered_json::array();
+        for (const std::string &element : *elements)
+            array.push_back(jsonText(element));
     }
     return document;
 }

@@ -40,6 +40,13 @@ public:
 
     // The feature in the layout of vyr_featurefile.h (texts in UTF-8).
     nlohmann::ordered_json toJson() const;
+    // Room for `attributes` attributes, for a reader that knows how many
+    // come.
+    void reserve(std::size_t attributes);
+    // Puts the attribute `name` last in the order of the user's attributes,
+    // as setOrderedAttribute with its own value does; false when there is
+    // no such attribute.
+    bool order(const std::string &name);
 
 private:
     using NameList = std::list<std::string>;
@@ -50,6 +57,10 @@ private:
         NameList::iterator name; // in m_names
         std::optional<NameList::iterator> ordered; // in m_ordered
     };
+
+    // The attribute `name`, made when it is new, with `value`.
+    Attribute &store(const char *name, const char *value);
+    void putInOrder(Attribute &attribute, const std::string &name);
 
     // Linked lists of names, so that a schema with thousands of attributes
     // is rewritten in linear time: every name leaves its lists at once.

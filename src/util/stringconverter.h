@@ -52,10 +52,10 @@ private:
 std::string ansiToUtf8(std::string_view text);
 std::string utf8ToAnsi(std::string_view text);
 
-// `text` with every byte that is not part of a well-formed UTF-8 sequence
-// replaced by U+FFFD, for writers whose output must be UTF-8 whatever the
-// text held.
-std::string wellFormedUtf8(std::string_view text);
+// Replaces every byte of `text` that is not part of a well-formed UTF-8
+// sequence by U+FFFD, for writers whose output must be UTF-8 whatever the
+// text held; whether there was any. Text that is well-formed is only read.
+bool makeWellFormedUtf8(std::string &text);
 
 } // namespace vyr
 

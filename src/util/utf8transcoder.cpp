@@ -68,29 +68,39 @@ std::size_t decodeSequence(const unsigned char *bytes, std::size_t size, char32_
 
 } // namespace
 
-std::string wellFormedUtf8(std::string_view text)
+bool makeWellFormedUtf8(std::string &text)
 {
     const auto *bytes = reinterpret_cast<const unsigned char *>(text.data());
-    std::string result;
-    result.reserve(text.size());
+    // The end of the well-formed start; most texts end there.
     std::size_t i = 0;
+    char32_t codePoint;
     while (i < text.size()) {
-        const std::size_t run = asciiRun(bytes + i, text.size() - i);
-        result.append(text.substr(i, run));
-        i += run;
+        i += asciiRun(bytes + i, text.size() - i);
         if (i == text.size())
+            return false;
+        const std::size_t length = decodeSequence(bytes + i, text.size() - i, codePoint);
+        if (length == 0)
             break;
-        char32_t codePoint;
+        i += length;
+    }
+    if (i == text.size())
+        return false;
+    std::string repaired(text, 0, i);
+    while (i < text.size()) {
         const std::size_t length = decodeSequence(bytes + i, text.size() - i, codePoint);
         if (length == 0) {
-            result += "\xEF\xBF\xBD";
+            repaired += "\xEF\xBF\xBD";
             ++i;
         } else {
-            result.append(text.substr(i, length));
+            repaired.append(text, i, length);
             i += length;
         }
+        const std::size_t run = asciiRun(bytes + i, text.size() - i);
+        repaired.append(text, i, run);
+        i += run;
     }
-    return result;
+    text = std::move(repaired);
+    return true;
 }
 
 namespace {
