@@ -31,10 +31,11 @@ struct GeodatabasePickerTexts
 };
 
 // Opens the library at `libraryPath` (absolute) and runs its picker over the
-// handle's text, with the texts `texts` gives once the function is found. The library is closed again only when it
-// lacks the function; once found it stays loaded. `allowNew` is the option the picker receives (1 when the caller's
-// flag was false). True, with the chosen path in `location`, only when the picker answered 0; otherwise `location`
-// keeps its text.
+// handle's text, with the texts `texts` gives once the function is found.
+// The library is closed again only when it lacks the function; once found
+// it stays loaded. `allowNew` is the option the picker receives (1 when the
+// caller's flag was false). True, with the chosen path in `location`, only
+// when the picker answered 0; otherwise `location` keeps its text.
 bool selectGeodatabaseWith(const std::string &libraryPath, const std::function<GeodatabasePickerTexts()> &texts,
                            VYRStringHandle location, bool allowNew, void *parentWindow);
 

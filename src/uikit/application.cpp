@@ -94,7 +94,7 @@ QApplication *ensureApplication()
         return nullptr;
     }
     static QPointer<QApplication> filtered;
-    if (application && filtered != application) {
+    if (filtered != application) {
         auto *filter = new HelpKeyFilter(application);
         filter->setObjectName(QLatin1String(kHelpKeyFilterName));
         application->installEventFilter(filter);
@@ -103,7 +103,7 @@ QApplication *ensureApplication()
     // Refusals of the model's checks become message boxes, unless the host
     // has its own way of telling the user.
     static MessageBoxNotices messageBoxes;
-    if (application && !userNoticeSink())
+    if (!userNoticeSink())
         setUserNoticeSink(&messageBoxes);
     return application;
 }

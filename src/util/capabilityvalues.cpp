@@ -68,6 +68,35 @@ std::size_t trailingSignedDigits(std::string_view text)
     return at - 1;
 }
 
+// The repairs a value that does not read whole gets, in turn, each on what
+// the one before left; each says whether it changed anything.
+bool exponentLetterD(std::string &text)
+{
+    const std::size_t d = text.find('D');
+    if (d == std::string::npos)
+        return false;
+    text[d] = 'E';
+    return true;
+}
+
+bool exponentWithoutLetter(std::string &text)
+{
+    const std::size_t sign = trailingSignedDigits(text);
+    if (sign == std::string::npos)
+        return false;
+    text.insert(sign, 1, 'E');
+    return true;
+}
+
+bool decimalComma(std::string &text)
+{
+    const std::size_t comma = text.find(',');
+    if (comma == std::string::npos)
+        return false;
+    text[comma] = '.';
+    return true;
+}
+
 } // namespace
 
 int leadingInteger(std::string_view text)
@@ -94,18 +123,9 @@ std::optional<double> capabilityNumber(std::string_view text)
     std::string candidate(trimmed);
     if (const auto value = wholeDecimal(candidate))
         return value;
-    if (const std::size_t d = candidate.find('D'); d != std::string::npos) {
-        candidate[d] = 'E';
-        if (const auto value = wholeDecimal(candidate))
-            return value;
-    }
-    if (const std::size_t sign = trailingSignedDigits(candidate); sign != std::string::npos) {
-        candidate.insert(sign, 1, 'E');
-        if (const auto value = wholeDecimal(candidate))
-            return value;
-    }
-    if (const std::size_t comma = candidate.find(','); comma != std::string::npos) {
-        candidate[comma] = '.';
+    for (const auto repair : {exponentLetterD, exponentWithoutLetter, decimalComma}) {
+        if (!repair(candidate))
+            continue;
         if (const auto value = wholeDecimal(candidate))
             return value;
     }

@@ -34,6 +34,15 @@ protected:
         VYRRWStringImp text;
         return feature.getAttribute(name, text) ? std::string(text.view()) : std::string("(absent)");
     }
+    // `feature` saved to `path` and read back into a new feature.
+    IVYRFeature &savedAndRead(const IVYRFeature &feature, const std::string &path)
+    {
+        VYRRWStringImp error;
+        EXPECT_TRUE(VYR_FeatureSaveJson(&feature, path.c_str(), &error)) << error.c_str();
+        IVYRFeature &copy = newFeature();
+        EXPECT_TRUE(VYR_FeatureLoadJson(&copy, path.c_str(), &error)) << error.c_str();
+        return copy;
+    }
     static std::vector<std::string> texts(const VYRRWStringArrayImp &array)
     {
         std::vector<std::string> all;
@@ -166,12 +175,7 @@ TEST_F(EngineTest, FeatureFilesRoundTrip)
     elements.append("a b");
     elements.append("");
     feature.setListAttribute("*vyr_parameter_name", elements);
-    const std::string path = dir.path() + "/feature.json";
-    VYRRWStringImp error;
-    ASSERT_TRUE(VYR_FeatureSaveJson(&feature, path.c_str(), &error)) << error.c_str();
-
-    IVYRFeature &copy = newFeature();
-    ASSERT_TRUE(VYR_FeatureLoadJson(&copy, path.c_str(), &error)) << error.c_str();
+    IVYRFeature &copy = savedAndRead(feature, dir.path() + "/feature.json");
     EXPECT_STREQ(copy.getFeatureType(), "Straßen");
     EXPECT_EQ(value(copy, "*NAME"), "char(40)");
     VYRRWStringArrayImp names;
@@ -180,8 +184,7 @@ TEST_F(EngineTest, FeatureFilesRoundTrip)
     copy.getListAttribute("*vyr_parameter_name", elements);
     EXPECT_EQ(texts(elements), (Texts{"a b", ""}));
 
-    const std::string again = dir.path() + "/again.json";
-    ASSERT_TRUE(VYR_FeatureSaveJson(&copy, again.c_str(), &error));
+    savedAndRead(copy, dir.path() + "/again.json");
     EXPECT_EQ(dir.read("feature.json"), dir.read("again.json"));
 }
 
@@ -197,21 +200,17 @@ TEST_F(EngineTest, BytesThatAreNoUtf8AreSavedAsReplacementCharacters)
     IVYRFeature &feature = newFeature();
     feature.setFeatureType("caf\xE9");
     feature.setAttribute("*vyr_geometry{0}", "\xFF\xFEline");
-    const std::string path = dir.path() + "/feature.json";
-    VYRRWStringImp error;
-    ASSERT_TRUE(VYR_FeatureSaveJson(&feature, path.c_str(), &error)) << error.c_str();
-    IVYRFeature &copy = newFeature();
-    ASSERT_TRUE(VYR_FeatureLoadJson(&copy, path.c_str(), &error)) << error.c_str();
+    const IVYRFeature &copy = savedAndRead(feature, dir.path() + "/feature.json");
     EXPECT_STREQ(copy.getFeatureType(), "caf\xEF\xBF\xBD");
     EXPECT_EQ(value(copy, "*vyr_geometry{0}"), "\xEF\xBF\xBD\xEF\xBF\xBDline");
-    VYRRWStringImp text;
-    EXPECT_TRUE(VYR_FeatureWriteJson(&feature, &text));
 
     // Two names that differ only there would be written alike: the save is
     // refused with the reason, and no file is left that cannot be read back.
     feature.setAttribute("a\xFF", "1");
     feature.setAttribute("a\xFE", "2");
     const std::string refused = dir.path() + "/refused.json";
+    VYRRWStringImp error;
+    VYRRWStringImp text;
     EXPECT_FALSE(VYR_FeatureSaveJson(&feature, refused.c_str(), &error));
     EXPECT_NE(std::string(error.view()).find("are both written"), std::string::npos) << error.c_str();
     EXPECT_FALSE(VYR_FeatureWriteJson(&feature, &text));
