@@ -19,6 +19,16 @@
 
 namespace vyr {
 
+// A user attribute as a page writes it: its type in the format's own words,
+// and the generic type that goes with it (empty: the format's mappings make
+// it from the type).
+struct UserAttributeTypes
+{
+    std::string name;
+    std::string type;
+    std::string generic;
+};
+
 class FTPropsSchemaInfo
 {
 public:
@@ -54,6 +64,24 @@ public:
     virtual void storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute) = 0;
     // Replaces the user attributes with name, type, name, type...
     virtual void setAttributes(const StringList &namesAndTypes) = 0;
+    // As setAttributes, each attribute with the generic type it carries: a
+    // type the format has no counterpart for stays known by its generic
+    // type.
+    virtual void setUserAttributes(const std::vector<UserAttributeTypes> &attributes)
+    {
+        StringList namesAndTypes;
+        for (const UserAttributeTypes &attribute : attributes) {
+            namesAndTypes.push_back(attribute.name);
+            namesAndTypes.push_back(attribute.type);
+        }
+        setAttributes(namesAndTypes);
+    }
+    // Adds one user attribute with both its types, or updates the one of
+    // that name; a new one comes last in the order.
+    virtual void storeUserAttribute(const UserAttributeTypes &attribute)
+    {
+        setAttributeType(attribute.name, attribute.type);
+    }
     virtual std::string getParameter(const std::string &name) const = 0;
     virtual void setParameter(const std::string &name, const std::string &value) = 0;
     // Several parameters at once, with the result of getParameter and

@@ -12,6 +12,7 @@
 #include "vyr/IVYRFeature.h"
 
 #include <algorithm>
+#include <map>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
@@ -158,6 +159,31 @@ void VYRObjFTPropsSchemaInfo::setEntry(PairLists lists, const std::string &name,
     writeLists(lists, pairs.names, pairs.values);
 }
 
+void VYRObjFTPropsSchemaInfo::retainPairs(PairKind kind, const std::function<bool(const std::string &)> &keep)
+{
+    const PairLists lists = kind == PairKind::FormatAttributes ? PairLists{kFormatAttrNames, kFormatAttrTypes}
+                                                               : PairLists{kParameterNames, kParameterValues};
+    PairValues pairs{readList(lists.names), readList(lists.values)};
+    if (pairs.names.size() != pairs.values.size())
+        return;
+    PairValues kept;
+    for (std::size_t i = 0; i < pairs.names.size(); ++i) {
+        if (keep(pairs.names[i])) {
+            kept.names.push_back(std::move(pairs.names[i]));
+            kept.values.push_back(std::move(pairs.values[i]));
+        }
+    }
+    if (kept.names.size() == pairs.names.size())
+        return;
+    if (kept.names.empty()) {
+        attributesChanged();
+        m_feature.removeListAttribute(lists.names);
+        m_feature.removeListAttribute(lists.values);
+        return;
+    }
+    writeLists(lists, kept.names, kept.values);
+}
+
 bool VYRObjFTPropsSchemaInfo::readAttribute(const std::string &name, std::string &value) const
 {
     SessionString text(m_session);
@@ -200,25 +226,61 @@ void VYRObjFTPropsSchemaInfo::setAttributeType(const std::string &name, const st
 
 void VYRObjFTPropsSchemaInfo::setAttributes(const StringList &namesAndTypes)
 {
+    std::vector<UserAttributeTypes> attributes;
+    attributes.reserve(namesAndTypes.size() / 2);
+    for (std::size_t i = 0; i + 1 < namesAndTypes.size(); i += 2)
+        attributes.push_back({namesAndTypes[i], namesAndTypes[i + 1], {}});
+    setUserAttributes(attributes);
+}
+
+void VYRObjFTPropsSchemaInfo::setUserAttributes(const std::vector<UserAttributeTypes> &attributes)
+{
     attributesChanged();
     // Only the attributes that go are removed: the others keep their place
     // among the feature's attributes, so that writing the same list again
     // leaves the feature as it was. The order comes from the list.
     std::unordered_set<std::string> kept;
-    for (std::size_t i = 0; i + 1 < namesAndTypes.size(); i += 2)
-        kept.insert(namesAndTypes[i]);
+    kept.reserve(attributes.size());
+    for (const UserAttributeTypes &attribute : attributes)
+        kept.insert(attribute.name);
     SessionArray all(m_session);
     m_feature.getAllAttributeNames(*all);
     for (const std::string &name : all.list()) {
         if (isUserAttributeName(name) && !kept.contains(name))
             m_feature.removeAttribute(name.c_str());
     }
-    for (std::size_t i = 0; i + 1 < namesAndTypes.size(); i += 2) {
-        const std::string &name = namesAndTypes[i];
-        const std::string &type = namesAndTypes[i + 1];
-        m_feature.setAttribute(("*" + name).c_str(), type.c_str());
-        m_feature.setOrderedAttribute(name.c_str(), genericType(type).c_str());
+    for (const UserAttributeTypes &attribute : attributes)
+        writeUserAttribute(attribute, true);
+}
+
+void VYRObjFTPropsSchemaInfo::storeUserAttribute(const UserAttributeTypes &attribute)
+{
+    attributesChanged();
+    writeUserAttribute(attribute, false);
+}
+
+void VYRObjFTPropsSchemaInfo::writeUserAttribute(const UserAttributeTypes &attribute, bool last)
+{
+    const std::string &name = attribute.name;
+    std::string stored;
+    const bool exists = readAttribute(name, stored);
+    const auto place = [&](const std::string &generic) {
+        if (last)
+            m_feature.setOrderedAttribute(name.c_str(), generic.c_str());
+        else if (!exists || generic != stored)
+            m_feature.setAttribute(name.c_str(), generic.c_str());
+    };
+    if (exists && (attribute.generic.empty() || attribute.generic == stored) && getAttributeType(name) == attribute.type) {
+        place(stored);
+        return;
     }
+    const std::string generic = attribute.generic.empty() ? genericType(attribute.type) : attribute.generic;
+    const std::string companion = "*" + name;
+    if (generic == attribute.type)
+        m_feature.removeAttribute(companion.c_str());
+    else
+        m_feature.setAttribute(companion.c_str(), attribute.type.c_str());
+    place(generic);
 }
 
 const std::string *VYRObjFTPropsSchemaInfo::formatAttributeType(const std::string &name) const
@@ -427,28 +489,38 @@ std::string VYRObjFTPropsSchemaInfo::getGeometry() const
 
 void VYRObjFTPropsSchemaInfo::setGeometry(const std::string &geometry)
 {
-    SessionArray all(m_session);
-    m_feature.getAllAttributeNames(*all);
-    for (const std::string &name : all.list()) {
-        if (isGeometryAttributeName(name))
-            m_feature.removeAttribute(name.c_str());
-    }
     const GeometryTypeMappings &mappings = *m_format->getGeometryTypeMappings();
+    std::vector<std::pair<std::string, std::string>> wanted;
     StringList generics;
     constexpr std::string_view kSeparators = " \t\n";
-    std::size_t index = 0;
     std::size_t start = geometry.find_first_not_of(kSeparators);
-    while (start != std::string::npos) {
+    for (std::size_t index = 0; start != std::string::npos; ++index) {
         const std::size_t end = std::min(geometry.find_first_of(kSeparators, start), geometry.size());
         const std::string token = geometry.substr(start, end - start);
-        m_feature.setAttribute(indexed("*vyr_geometry", index++).c_str(), token.c_str());
+        wanted.emplace_back(indexed("*vyr_geometry", index), token);
         std::string generic = mappings.toGeneric(token, false);
         if (std::find(generics.begin(), generics.end(), generic) == generics.end())
             generics.push_back(std::move(generic));
         start = geometry.find_first_not_of(kSeparators, end);
     }
     for (std::size_t j = 0; j < generics.size(); ++j)
-        m_feature.setAttribute(indexed("vyr_geometry", j).c_str(), generics[j].c_str());
+        wanted.emplace_back(indexed("vyr_geometry", j), generics[j]);
+
+    SessionArray all(m_session);
+    m_feature.getAllAttributeNames(*all);
+    std::map<std::string, std::string> present;
+    for (const std::string &name : all.list()) {
+        if (isGeometryAttributeName(name))
+            readAttribute(name, present[name]);
+    }
+    // The geometry it holds already: the feature stays as it is, its
+    // attributes in their places.
+    if (present == std::map<std::string, std::string>(wanted.begin(), wanted.end()))
+        return;
+    for (const auto &[name, value] : present)
+        m_feature.removeAttribute(name.c_str());
+    for (const auto &[name, value] : wanted)
+        m_feature.setAttribute(name.c_str(), value.c_str());
 }
 
 void VYRObjFTPropsSchemaInfo::expandListAttribute(const std::string &name, int count)

@@ -21,6 +21,7 @@
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
 
+#include <functional>
 #include <optional>
 #include <unordered_map>
 
@@ -68,6 +69,13 @@ public:
     void removeAttribute(const std::string &name) override;
     void storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute) override;
     void setAttributes(const StringList &namesAndTypes) override;
+    // An attribute whose stored types already answer the type given keeps
+    // them byte for byte: writing back what was read changes nothing, and a
+    // generic type the format has no counterpart for is never erased. A
+    // type given as its own generic type (one the format has no word for)
+    // is stored as the generic type alone.
+    void setUserAttributes(const std::vector<UserAttributeTypes> &attributes) override;
+    void storeUserAttribute(const UserAttributeTypes &attribute) override;
     std::string getParameter(const std::string &name) const override;
     void setParameter(const std::string &name, const std::string &value) override;
     // Read and written with one pass over the parameter lists each: the
@@ -97,6 +105,11 @@ protected:
     IVYRFeature &feature() const { return m_feature; }
     bool readAttribute(const std::string &name, std::string &value) const;
     StringList readList(const char *name) const;
+    // Keeps the exposed format attributes (with their types), or the
+    // parameters (with their values), whose names `keep` accepts; a pair
+    // list that is not consistent is left as it is.
+    enum class PairKind { FormatAttributes, Parameters };
+    void retainPairs(PairKind kind, const std::function<bool(const std::string &)> &keep);
 
 private:
     struct PairLists
@@ -107,6 +120,10 @@ private:
 
     void writeLists(PairLists lists, const StringList &names, const StringList &values);
     StringList readAttributeNames(bool user, bool format) const;
+    // Writes one user attribute's types; `last` puts it at the end of the
+    // attribute order, else a new attribute goes there and an existing one
+    // keeps its place.
+    void writeUserAttribute(const UserAttributeTypes &attribute, bool last);
     // An attribute came or went: the names must be read again.
     void attributesChanged() { m_namesInUpdate.reset(); }
     void removeEntry(PairLists lists, const std::string &name);

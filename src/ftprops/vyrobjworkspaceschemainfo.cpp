@@ -1,5 +1,9 @@
 #include "ftprops/vyrobjworkspaceschemainfo.h"
 
+#include "attrtypes/datatypemappings.h"
+#include "ftprops/geometrytranslation.h"
+#include "ftprops/namerules.h"
+#include "ftprops/schemamove.h"
 #include "ftprops/sessionobjects.h"
 #include "util/numbertext.h"
 
@@ -80,8 +84,61 @@ void VYRObjWorkspaceSchemaInfo::setFormatId(const std::string &formatId)
     const FTPropsFormatInfo *target = m_lookup ? m_lookup(formatId) : nullptr;
     if (!target || formatId == getFormatId())
         return;
-    bindFormat(*target);
+    moveSchema(format(), *target);
     setText("vyr_format", formatId);
+}
+
+void VYRObjWorkspaceSchemaInfo::moveSchema(const FTPropsFormatInfo &from, const FTPropsFormatInfo &to)
+{
+    // Everything is read in the old format's words before the record takes
+    // the new ones.
+    const std::string geometry = getGeometry();
+    std::vector<UserAttributeTypes> attributes;
+    for (std::string &name : getAttributeNames(true, false)) {
+        std::string generic;
+        readAttribute(name, generic);
+        std::string type = getAttributeType(name);
+        attributes.push_back({std::move(name), std::move(type), std::move(generic)});
+    }
+    bindFormat(to);
+
+    const bool bothMapGeometries = HasGeometryMappings(from) && HasGeometryMappings(to);
+    setGeometry(bothMapGeometries ? TranslateGeometry(geometry, from, to) : std::string());
+
+    const std::string fanoutAttribute = getFanoutAttribute();
+    std::vector<UserAttributeTypes> moved;
+    if (to.hasDeflineAttrs()) {
+        const DataTypeMappings *source = from.getDataTypeMappings();
+        const DataTypeMappings *target = to.getDataTypeMappings();
+        const StringList formatNames = to.getFormatAttrNames();
+        StringSet taken(formatNames.begin(), formatNames.end());
+        for (UserAttributeTypes &attribute : attributes) {
+            const std::string name = LegaliseAttributeName(to, attribute.name, taken);
+            taken.insert(name);
+            if (source && target) {
+                if (auto texts = MoveAttributeType(*source, *target, attribute.type, attribute.generic,
+                                                   to.getTypeListMode())) {
+                    attribute.type = std::move(texts->type);
+                    attribute.generic = std::move(texts->generic);
+                }
+            }
+            if (name != attribute.name) {
+                if (fanoutAttribute == attribute.name)
+                    setFanoutAttribute(name);
+                // Carried under its new name: nothing of the old one stays.
+                feature().removeAttribute(("*" + attribute.name).c_str());
+                attribute.name = name;
+            }
+            moved.push_back(std::move(attribute));
+        }
+    } else {
+        // A format without user attributes keeps none.
+        for (const UserAttributeTypes &attribute : attributes)
+            feature().removeAttribute(("*" + attribute.name).c_str());
+    }
+    setUserAttributes(moved);
+    retainPairs(PairKind::FormatAttributes, [&to](const std::string &name) { return IsFormatAttributeOf(to, name); });
+    retainPairs(PairKind::Parameters, [&to](const std::string &name) { return !to.getDeflineParm(name).empty(); });
 }
 
 void VYRObjWorkspaceSchemaInfo::setMerged(bool merged)

@@ -13,8 +13,14 @@
 //   vyr_dynamic_text1 .. 3
 //   list vyr_additional_names         additional names
 //
-// Moving the feature type to another format (setFormatId) makes the record
-// read and write in that format's vocabulary from then on.
+// Moving the feature type to another format (setFormatId) carries its schema
+// into that format's vocabulary, so that nothing only the old format
+// understands stays: the geometry is mapped through its generic names,
+// attribute names are made legal and attribute types become their
+// counterparts (or, without one, their generic types), and exposed format
+// attributes and parameters the new format does not have are dropped - all
+// user attributes too when it has none. The record reads and writes in the
+// new format's vocabulary from then on.
 #ifndef VYR_FTPROPS_VYROBJWORKSPACESCHEMAINFO_H
 #define VYR_FTPROPS_VYROBJWORKSPACESCHEMAINFO_H
 
@@ -55,6 +61,7 @@ public:
     void setAdditionalNames(const StringList &names) override;
 
 private:
+    void moveSchema(const FTPropsFormatInfo &from, const FTPropsFormatInfo &to);
     std::string text(const char *name) const;
     bool flag(const char *name) const;
     void setText(const char *name, const std::string &value);

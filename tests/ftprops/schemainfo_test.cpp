@@ -5,6 +5,7 @@
 #include "stringobjects/vyrrwstringimp.h"
 
 #include "vyr/IVYRFeature.h"
+#include "vyr/vyr_featurefile.h"
 #include "vyr/vyr_session.h"
 
 #include <gtest/gtest.h>
@@ -108,6 +109,55 @@ TEST_F(SchemaInfoTest, SetAttributesReplacesTheUserAttributesInOrder)
     EXPECT_EQ(attribute("alpha"), "vyr_char(5)");
     EXPECT_EQ(attribute("mystery"), "") << "written empty when no mapping knows the type";
     EXPECT_EQ(m_schema->getAttributeType("mystery"), "blob");
+}
+
+// Writing back what a record answers leaves the feature byte for byte, so
+// that OK without an edit changes no file: no "*" companion is added to an
+// attribute stored by its generic type alone, a generic type the format has
+// no counterpart for is never erased, and the geometry keeps its places.
+TEST_F(SchemaInfoTest, WritingBackWhatWasReadChangesNothing)
+{
+    m_feature->setAttribute("*vyr_geometry{0}", "line");
+    m_feature->setAttribute("vyr_geometry{0}", "vyr_line");
+    m_feature->setOrderedAttribute("flag", "vyr_boolean");
+    m_feature->setOrderedAttribute("kind", "vyr_char(10)");
+    m_feature->setAttribute("*kind", "enum(a,b)");
+    m_feature->setOrderedAttribute("size", "vyr_decimal(8,2)");
+    VYRRWStringImp before;
+    ASSERT_TRUE(VYR_FeatureWriteJson(m_feature, &before));
+
+    StringList namesAndTypes;
+    for (const std::string &name : m_schema->getAttributeNames(true, false)) {
+        namesAndTypes.push_back(name);
+        namesAndTypes.push_back(m_schema->getAttributeType(name));
+    }
+    m_schema->setAttributes(namesAndTypes);
+    m_schema->setGeometry(m_schema->getGeometry());
+    VYRRWStringImp after;
+    ASSERT_TRUE(VYR_FeatureWriteJson(m_feature, &after));
+    EXPECT_EQ(after.view(), before.view());
+
+    // A changed type is written in both forms; a type the page gives as its
+    // own generic type is stored by the generic type alone.
+    m_schema->setUserAttributes({{"flag", "char(1)", ""}, {"kind", "vyr_char(10)", "vyr_char(10)"},
+                                 {"size", "number(9,2)", ""}});
+    EXPECT_EQ(attribute("*flag"), "char(1)");
+    EXPECT_EQ(attribute("flag"), "vyr_char(1)");
+    EXPECT_EQ(attribute("*kind"), "(absent)");
+    EXPECT_EQ(attribute("kind"), "vyr_char(10)");
+    EXPECT_EQ(m_schema->getAttributeType("kind"), "char(10)");
+    EXPECT_EQ(attribute("size"), "vyr_decimal(9,2)");
+}
+
+TEST_F(SchemaInfoTest, AStoredUserAttributeComesLastUnlessItWasThere)
+{
+    m_schema->setAttributes({"a", "logical", "b", "logical"});
+    m_schema->storeUserAttribute({"new", "char(4)", ""});
+    m_schema->storeUserAttribute({"a", "char(2)", "vyr_char(2)"});
+    EXPECT_EQ(m_schema->getAttributeNames(true, false), (StringList{"a", "b", "new"}));
+    EXPECT_EQ(attribute("new"), "vyr_char(4)");
+    EXPECT_EQ(attribute("*new"), "char(4)");
+    EXPECT_EQ(attribute("*a"), "char(2)");
 }
 
 TEST_F(SchemaInfoTest, NamesListUserAttributesThenExposedFormatAttributes)

@@ -1,0 +1,49 @@
+#include "ftprops/schemamove.h"
+
+#include "attrtypes/datatypemappings.h"
+#include "attrtypes/typestring.h"
+#include "ftprops/listelements.h"
+
+#include <algorithm>
+
+namespace vyr {
+
+std::optional<AttributeTypeTexts> MoveAttributeType(const DataTypeMappings &from, const DataTypeMappings &to,
+                                                    std::string_view type, std::string_view knownGeneric,
+                                                    int listMode)
+{
+    const std::unique_ptr<AttrType> read = from.createType(type, listMode);
+    std::string generic(knownGeneric);
+    if (read) {
+        if (const auto converted = DataTypeMappings::convertType(from, read.get(), to)) {
+            const auto convertedGeneric = to.toGeneric(*converted);
+            return AttributeTypeTexts{formatType(*converted, listMode),
+                                      convertedGeneric ? formatType(*convertedGeneric, kDialogListMode) : generic};
+        }
+        if (generic.empty()) {
+            if (const auto readGeneric = from.toGeneric(*read))
+                generic = formatType(*readGeneric, kDialogListMode);
+        }
+    }
+    if (generic.empty())
+        return std::nullopt;
+    // A type the old format could not read may still have a counterpart
+    // through the generic type stored with it.
+    if (const auto genericType = to.createType(generic, kDialogListMode)) {
+        if (const auto native = to.toNative(*genericType))
+            return AttributeTypeTexts{formatType(*native, listMode), generic};
+    }
+    return AttributeTypeTexts{generic, generic};
+}
+
+bool IsFormatAttributeOf(const FTPropsFormatInfo &format, const std::string &name)
+{
+    const StringList names = format.getFormatAttrNames();
+    if (std::find(names.begin(), names.end(), name) != names.end())
+        return true;
+    return std::any_of(names.begin(), names.end(), [&](const std::string &candidate) {
+        return ListElements::isList(candidate) && ListElements(candidate).isElement(name);
+    });
+}
+
+} // namespace vyr
