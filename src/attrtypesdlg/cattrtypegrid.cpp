@@ -195,28 +195,44 @@ void CAttrTypeGrid::OnCellChange(int column, long row, ug::TextSource source)
     RepaintAll();
 }
 
+std::unique_ptr<AttrTypeArg> CAttrTypeGrid::ArgumentOf(long row, std::size_t index)
+{
+    // A template's arguments hold keywords; the argument a type of it
+    // takes is made from the keyword.
+    const AttrTypeTemplate *typeTemplate = TemplateOf(GetCellText(m_typeColumn, row));
+    if (!typeTemplate || index >= typeTemplate->argCount())
+        return nullptr;
+    return createArg(typeTemplate->arg(index)->value(), std::uint32_t(index), typeTemplate);
+}
+
 bool CAttrTypeGrid::TakesArgumentOf(long row, int column, long source)
 {
     if (column != argumentColumn(0) && column != argumentColumn(1))
         return true;
     // A width is no domain, nor a list of values: the argument must be of
     // the same kind in both rows' types.
-    // A template's arguments hold keywords; the argument a type of it
-    // takes is made from the keyword.
     const std::size_t index = std::size_t(column - argumentColumn(0));
-    const auto argumentOf = [&](long at) -> std::unique_ptr<AttrTypeArg> {
-        const AttrTypeTemplate *typeTemplate = TemplateOf(GetCellText(m_typeColumn, at));
-        if (!typeTemplate || index >= typeTemplate->argCount())
-            return nullptr;
-        return createArg(typeTemplate->arg(index)->value(), std::uint32_t(index), typeTemplate);
-    };
-    const std::unique_ptr<AttrTypeArg> wanted = argumentOf(source);
-    const std::unique_ptr<AttrTypeArg> offered = argumentOf(row);
+    const std::unique_ptr<AttrTypeArg> wanted = ArgumentOf(source, index);
+    const std::unique_ptr<AttrTypeArg> offered = ArgumentOf(row, index);
     if (!wanted || !offered)
         return false;
     const AttrTypeArg &wantedKind = *wanted;
     const AttrTypeArg &offeredKind = *offered;
     return typeid(wantedKind) == typeid(offeredKind);
+}
+
+QString CAttrTypeGrid::OnCheckText(int column, long row, const QString &text)
+{
+    if (text.isEmpty() || (column != argumentColumn(0) && column != argumentColumn(1)))
+        return CVVyrGrid::OnCheckText(column, row, text);
+    const std::unique_ptr<AttrTypeArg> argument = ArgumentOf(row, std::size_t(column - argumentColumn(0)));
+    if (!argument)
+        return {};
+    const std::string value = toNarrow(text);
+    argument->setValue(value);
+    if (argument->value() == value)
+        return {};
+    return formatResourceString(res::WholeNumberRequired, {GetCellText(column, -1)});
 }
 
 void CAttrTypeGrid::SetRowType(long row, const AttrType &type)

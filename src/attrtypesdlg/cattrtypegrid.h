@@ -66,6 +66,10 @@ public:
     // A record appended from texts gets its cells set up for its type.
     long AppendRowTexts(const QStringList &texts) override;
 
+    // The argument the row's template takes at `index` (0 or 1), fresh, or
+    // null when it takes none there.
+    std::unique_ptr<AttrTypeArg> ArgumentOf(long row, std::size_t index);
+
     // The type the row's columns describe: its name with the values of the
     // enabled, non-empty argument cells up to the first empty one, and the
     // domain as its suffix, as the format's registry reads them; null when
@@ -84,6 +88,9 @@ protected:
     void OnLayoutComponents(Layout &layout) override;
     // Says once which pasted types the format has no counterpart for.
     void OnPasted(const PasteResult &result) override;
+    // An argument cell holds only what its kind keeps as it is: a width is
+    // a whole number, not a text the type would read as its default.
+    QString OnCheckText(int column, long row, const QString &text) override;
     // Sizes the columns before the type column for a grid `width` wide; the
     // base has none.
     virtual void LayoutLeadingColumns(int width);

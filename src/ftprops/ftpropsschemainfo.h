@@ -59,6 +59,9 @@ public:
     // The attribute's type as the user writes it (the format's vocabulary).
     virtual std::string getAttributeType(const std::string &name) const = 0;
     virtual void setAttributeType(const std::string &name, const std::string &type) = 0;
+    // The generic type stored for a user attribute; empty where the record
+    // keeps none.
+    virtual std::string getGenericAttributeType(const std::string &) const { return {}; }
     virtual StringList getExtraFanoutNames() const = 0; // default empty
     virtual void removeAttribute(const std::string &name) = 0;
     virtual void storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute) = 0;

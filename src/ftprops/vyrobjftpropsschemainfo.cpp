@@ -215,6 +215,13 @@ std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) c
     return native ? formatType(*native, kDialogListMode) : stored;
 }
 
+std::string VYRObjFTPropsSchemaInfo::getGenericAttributeType(const std::string &name) const
+{
+    std::string generic;
+    readAttribute(name, generic);
+    return generic;
+}
+
 void VYRObjFTPropsSchemaInfo::setAttributeType(const std::string &name, const std::string &type)
 {
     attributesChanged();

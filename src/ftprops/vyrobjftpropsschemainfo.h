@@ -65,6 +65,7 @@ public:
     StringList getAttributeNames(bool user, bool format) const override;
     std::string getAttributeType(const std::string &name) const override;
     void setAttributeType(const std::string &name, const std::string &type) override;
+    std::string getGenericAttributeType(const std::string &name) const override;
     StringList getExtraFanoutNames() const override { return {}; }
     void removeAttribute(const std::string &name) override;
     void storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute) override;

@@ -7,11 +7,14 @@
 #include "uikit/resourcelibrary.h"
 #include "util/resourceids.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace vyr {
 
 CAttrGrid::CAttrGrid(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format, const DataTypeMappings &registry,
-                     QWidget *parent)
-    : CAttrTypeGrid(registry, kTypeColumn, 0, true, {}, parent)
+                     StringList domainNames, QWidget *parent)
+    : CAttrTypeGrid(registry, kTypeColumn, 0, true, std::move(domainNames), parent)
     , m_schema(schema)
     , m_format(format)
     , m_formatAttrNames(format ? FormatAttrNames(*format) : StringSet())
@@ -30,24 +33,70 @@ void CAttrGrid::OnGridInit()
     SetSideHeadingWidth(20);
 }
 
-void CAttrGrid::LoadAttributes()
+long CAttrGrid::AppendLoadedRow(const QString &name, const AttrType *type, const QString &typeText)
 {
     m_loading = true;
-    const int listMode = m_format->getTypeListMode();
-    for (const std::string &name : m_schema->getAttributeNames(true, false)) {
-        const long row = AppendBlankRow();
-        if (row < 0)
-            break;
-        SetCellText(kNameColumn, row, fromNarrow(name));
-        const std::string stored = m_schema->getAttributeType(name);
-        if (const auto type = registry().createType(stored, listMode)) {
+    const long row = AppendBlankRow();
+    if (row >= 0) {
+        SetCellText(kNameColumn, row, name);
+        if (type)
             SetRowType(row, *type);
-        } else if (!stored.empty()) {
-            m_keptTypeTexts.insert(fromNarrow(stored));
-            SetCellText(typeColumn(), row, fromNarrow(stored));
-        }
+        else if (!typeText.isEmpty())
+            SetTypeText(row, typeText);
     }
     m_loading = false;
+    return row;
+}
+
+void CAttrGrid::SetTypeText(long row, const QString &text)
+{
+    SetCellText(typeColumn(), row, text);
+    for (const int column : {argumentColumn(0), argumentColumn(1)}) {
+        SetCellText(column, row, QString());
+        EnableCell(column, row, false);
+    }
+}
+
+QString CAttrGrid::TypeKey(long row)
+{
+    QString key = GetCellString(row, typeColumn());
+    for (const int column : {argumentColumn(0), argumentColumn(1), domainColumn()}) {
+        key += u'\x1f';
+        if (IsCellEnabled(column, row) && (column != domainColumn() || hasDomains()))
+            key += GetCellString(row, column);
+    }
+    return key;
+}
+
+QStringList CAttrGrid::RowTexts(long row)
+{
+    QStringList texts;
+    GetRowTexts(row, texts);
+    // Disabled argument cells keep texts that say nothing.
+    for (const int column : {argumentColumn(0), argumentColumn(1)}) {
+        if (!IsCellEnabled(column, row))
+            texts[column] = QString();
+    }
+    return texts;
+}
+
+void CAttrGrid::SetRowTexts(long row, const QStringList &texts)
+{
+    if (texts.size() != columnCount())
+        return;
+    const bool legalising = std::exchange(m_legalising, true);
+    SetCellText(kNameColumn, row, texts[kNameColumn]);
+    m_legalising = legalising;
+    const AttrTypeTemplate *typeTemplate = TemplateOf(texts[typeColumn()]);
+    if (!typeTemplate) {
+        SetTypeText(row, texts[typeColumn()]);
+    } else {
+        SetCellText(typeColumn(), row, texts[typeColumn()]);
+        for (const int column : {argumentColumn(0), argumentColumn(1)})
+            SetCellText(column, row, texts[column]);
+        SetUpArgumentCells(row, typeTemplate, false);
+    }
+    SetCellText(domainColumn(), row, texts[domainColumn()]);
 }
 
 std::unique_ptr<AttrType> CAttrGrid::FirstRowType() const
@@ -174,13 +223,34 @@ QString CAttrGrid::NameChangeReason(long row)
 
 QString CAttrGrid::OnCellDescription(int column, long row)
 {
-    return column == kNameColumn ? NameChangeReason(row) : QString();
+    if (column == kNameColumn)
+        return NameChangeReason(row);
+    return column == typeColumn() && m_typeNote && row < attributeRowCount() ? m_typeNote(row) : QString();
 }
 
 int CAttrGrid::OnCellTipText(int column, long row, int, QString &text)
 {
-    text = column == kNameColumn ? NameChangeReason(row) : QString();
+    text = OnCellDescription(column, row);
     return text.isEmpty() ? 0 : 1;
+}
+
+QString CAttrGrid::OnCheckText(int column, long row, const QString &text)
+{
+    if (column == kNameColumn) {
+        const bool control = std::any_of(text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
+        return control ? loadResourceString(res::NameControlCharacters) : QString();
+    }
+    return CAttrTypeGrid::OnCheckText(column, row, text);
+}
+
+void CAttrGrid::OnCellTextReplaced(int column, long row, const QString &before)
+{
+    CAttrTypeGrid::OnCellTextReplaced(column, row, before);
+    if (column != kNameColumn)
+        return;
+    const QString after = GetCellString(row, kNameColumn);
+    if (!before.isEmpty() && !after.isEmpty() && before != after)
+        emit nameReplaced(before, after);
 }
 
 StringList CAttrGrid::GetAttributeNames()

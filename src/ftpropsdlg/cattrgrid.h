@@ -17,7 +17,8 @@
 #include "ftprops/namerules.h"
 
 #include <QHash>
-#include <QSet>
+
+#include <functional>
 
 namespace vyr {
 
@@ -29,12 +30,29 @@ public:
     static constexpr int kNameColumn = 0;
     static constexpr int kTypeColumn = 1;
 
-    // The format's registry must outlive the grid.
+    // The format's registry must outlive the grid; `domainNames` are what
+    // the domain column offers besides "none" (none: no domain column).
     CAttrGrid(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format, const DataTypeMappings &registry,
-              QWidget *parent = nullptr);
+              StringList domainNames = {}, QWidget *parent = nullptr);
 
-    // Fills the grid from the schema record's user attributes.
-    void LoadAttributes();
+    // Appends a row as the schema holds it: `name` with `type`, or, when the
+    // grid's registry cannot read the type, `typeText` as it stands. Its
+    // index, or -1.
+    long AppendLoadedRow(const QString &name, const AttrType *type, const QString &typeText);
+    // Shows a type text the format has no template of (a type kept from the
+    // schema, or a generic type standing for one the format has no word
+    // for): the argument cells take nothing.
+    void SetTypeText(long row, const QString &text);
+    // What the row's type columns show, as one text: rows that read alike
+    // describe the same type.
+    QString TypeKey(long row);
+    // All of a row's texts, name first; SetRowTexts shows them again as
+    // they were, the argument cells set up for the type.
+    QStringList RowTexts(long row);
+    void SetRowTexts(long row, const QStringList &texts);
+    // Says what a type cell shows beyond its text, for its tip and a screen
+    // reader; empty for nothing.
+    void SetTypeNote(std::function<QString(long row)> note) { m_typeNote = std::move(note); }
     // The format the names follow; its registry's types stay until the grid
     // is made anew.
     void SetFormat(const FTPropsFormatInfo *format);
@@ -50,20 +68,24 @@ public:
     // the other rows; valid while the grid lives.
     NameTakenTest TakenBy(long row, const StringSet &formatNames);
     static StringSet FormatAttrNames(const FTPropsFormatInfo &format);
-    // A type text the schema held that no type of the format reads: it is
-    // shown and written back as it stands, never dropped.
-    bool IsKeptTypeText(const QString &text) const { return m_keptTypeTexts.contains(text); }
 
     // Why the format changed a typed name, for its cell's tip and for a
     // screen reader; empty when it did not.
     QString NameChangeReason(long row);
     QString OnCellDescription(int column, long row) override;
 
+signals:
+    // An attribute's name changed from `before` to `after` (typed, pasted,
+    // undone or redone): whatever names the attribute goes with it.
+    void nameReplaced(const QString &before, const QString &after);
+
 protected:
     void OnGridInit() override;
     int OnCellTipText(int column, long row, int section, QString &text) override;
     bool OnRowAdded(long row) override;
     void OnCellChange(int column, long row, ug::TextSource source) override;
+    QString OnCheckText(int column, long row, const QString &text) override;
+    void OnCellTextReplaced(int column, long row, const QString &before) override;
     void LayoutLeadingColumns(int width) override;
 
 private:
@@ -75,7 +97,7 @@ private:
 
     FTPropsSchemaInfo *m_schema;
     const FTPropsFormatInfo *m_format;
-    QSet<QString> m_keptTypeTexts;
+    std::function<QString(long row)> m_typeNote;
     // The format's own attribute names, which a typed name may not take.
     StringSet m_formatAttrNames;
     // For a legal name the format made of a typed one: why.

@@ -9,6 +9,8 @@
 
 #include "vyr/IGuiPrompter.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace vyr {
@@ -221,6 +223,22 @@ void CDefParmsGrid::OnCellChange(int column, long row, ug::TextSource)
 {
     if (column == kValueColumn && row == m_disableRow)
         ApplyDisableRule();
+}
+
+QString CDefParmsGrid::OnCheckText(int column, long row, const QString &text)
+{
+    const GuiParameterLine *parameter = ParameterOf(ParameterNameOf(row));
+    if (column != kValueColumn || !parameter || !typeIs(*parameter, "INTEGER"))
+        return CVVyrGrid::OnCheckText(column, row, text);
+    if (text.isEmpty() && parameter->optional)
+        return {};
+    // The cell's mask lets blanks and signs anywhere; a value is one sign at
+    // most, then digits.
+    static const QRegularExpression wholeNumber(QStringLiteral("^[+-]?[0-9]+$"));
+    if (wholeNumber.match(text).hasMatch())
+        return {};
+    return formatResourceString(parameter->optional ? res::WholeNumberOrEmptyRequired : res::WholeNumberRequired,
+                                {LocalizedPrompt(*parameter)});
 }
 
 StringList CDefParmsGrid::attributeNames() const

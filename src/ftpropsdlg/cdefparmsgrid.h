@@ -103,6 +103,8 @@ protected:
     using CVVyrGrid::OnGetChoices;
     void OnGridInit() override;
     void OnCellChange(int column, long row, ug::TextSource source) override;
+    // An INTEGER holds a whole number (or nothing, when it is optional).
+    QString OnCheckText(int column, long row, const QString &text) override;
     // ATTRLIST, ATTRLIST_COMMAS and ICONPICK.
     int OnBrowse(int column, long row) override;
     int OnCellTipText(int column, long row, int section, QString &text) override;

@@ -4,17 +4,26 @@
 //
 // The page is shown for formats with user attributes. For a reader it is
 // read-only unless the authoring application allows editing source feature
-// types. OK writes the rows back in their order; applied to another feature
-// type, only the chosen names are stored or removed there.
+// types. OK writes the rows back in their order, each with its type in the
+// format's words and its generic type; a row left as it was keeps what the
+// schema held byte for byte, even a type the format cannot read. Applied to
+// another feature type, only the chosen names are stored or removed there,
+// in that feature type's format.
 #ifndef VYR_FTPROPSDLG_CFEATTYPEPROPSATTRS_H
 #define VYR_FTPROPSDLG_CFEATTYPEPROPSATTRS_H
 
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
+#include "ftprops/schemamove.h"
+#include "ftpropsdlg/formatforms.h"
 #include "uikit/cvyrdialog.h"
 #include "uikit/gridrowbuttons.h"
 
+#include <QHash>
+
 #include <memory>
+#include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace vyr {
@@ -39,16 +48,18 @@ public:
     CFeatTypePropsAttrs(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format, CFeatTypePropsDlg *dialog);
     ~CFeatTypePropsAttrs() override;
 
-    // True when every row has a name and a type the format knows with
-    // acceptable arguments; otherwise the user has been told why (or, for
-    // an unknown type, shown the cell).
+    // True when every row has a name and a type the format knows (or one
+    // the schema held) with every argument it takes; otherwise the user has
+    // been told why, with the cell at fault current.
     bool ValidatePage();
     // Writes the rows into `target`: all of them in order when both lists
     // are null, else the names of `apply` (stored or updated) and `remove`
     // (removed). In the target's format when it differs from the page's.
     void WriteToSchema(FTPropsSchemaInfo &target, const StringList *apply, const StringList *remove);
-    // The dataset changed: the types follow the new format where it has a
-    // type for them, and names it does not allow are made legal.
+    // The dataset changed: each type becomes the new format's counterpart,
+    // or its generic type where the format has none, and names the format
+    // does not allow are made legal. A row unchanged since it left a format
+    // the page showed before is shown as it was there.
     virtual void ChangeFormat(const FTPropsFormatInfo *format);
     // The non-empty names of the rows, in row order.
     StringList GetAttributeNames() const;
@@ -62,17 +73,32 @@ protected:
 
 private:
     const DataTypeMappings &registryOf(const FTPropsFormatInfo &format);
-    // The row's type by the current format, else in the form it kept from
-    // a format the page showed before; null when neither knows it.
-    std::unique_ptr<AttrType> rowType(long row);
+    // The names of the schema's user attributes with the types it holds.
+    void LoadRows();
+    // The texts a row's type is written with: what the schema held when the
+    // row reads as it was loaded (or as a move made it), else the type the
+    // row's columns describe; nothing when they describe none.
+    std::optional<AttributeTypeTexts> RowTypeTexts(long row);
+    // What the schema held (or a move made) for a row that reads as it did
+    // then; nothing for a type a person gave.
+    std::optional<AttributeTypeTexts> KnownTypeTexts(long row);
+    // Tells the user `message`, with the cell at fault current.
+    bool Refuse(long row, int column, const QString &message);
+    // A row's texts carried into `format` from the page's.
+    QStringList MovedRow(long row, const QStringList &texts, const FTPropsFormatInfo &format);
+    // The tip of a type cell that stands for a type the format has no word
+    // for.
+    QString TypeNote(long row);
 
     FTPropsSchemaInfo *m_schema;
     const FTPropsFormatInfo *m_format;
     CFeatTypePropsDlg *m_dialog;
     CAttrGrid *m_grid = nullptr;
-    // The formats the page showed before, newest first: a type the current
-    // format has no counterpart for keeps its form from one of them.
-    std::vector<const FTPropsFormatInfo *> m_earlierFormats;
+    // Per format id, the types rows were given without a person choosing
+    // them (loaded, or carried by a move), by what the row's type columns
+    // show: their texts to write back.
+    std::unordered_map<std::string, QHash<QString, AttributeTypeTexts>> m_knownTypes;
+    FormatForms m_rowForms;
     // Stands in for the registry of a format that has no type mappings.
     std::unique_ptr<DataTypeMappings> m_emptyRegistry;
 };

@@ -98,8 +98,14 @@ bool CFeatTypePropsDlg::OnInitDialog()
         if (QWidget *button = GetDlgItem(id))
             button->resize(button->size().expandedTo(button->sizeHint()));
     }
-    if (auto *apply = qobject_cast<QAbstractButton *>(GetDlgItem(kIdApplyToOthers)))
+    if (auto *apply = qobject_cast<QAbstractButton *>(GetDlgItem(kIdApplyToOthers))) {
         connect(apply, &QAbstractButton::clicked, this, [this] { ApplyToOthers(); });
+        // A button that can do nothing says why instead.
+        if (m_others.empty()) {
+            apply->setEnabled(false);
+            apply->setToolTip(loadResourceString(res::ApplyNoOthers));
+        }
+    }
     // The keys that turn the pages of every tabbed window, wherever the
     // focus is in this one.
     const struct
@@ -396,6 +402,14 @@ void CFeatTypePropsDlg::WritePages(FTPropsSchemaInfo &target, const ApplySelecti
                                           selection ? &selection->deleteFormatAttributes : nullptr);
     if (m_hasParameters && m_parameters)
         m_parameters->WriteToSchema(target, selection ? &selection->parameters : nullptr);
+}
+
+void CFeatTypePropsDlg::AttributeRenamed(const std::string &before, const std::string &after)
+{
+    if (m_general)
+        m_general->RenameAttribute(before, after);
+    if (m_parameters)
+        m_parameters->RenameAttribute(before, after);
 }
 
 StringList CFeatTypePropsDlg::PageAttributeNames() const

@@ -94,8 +94,12 @@ public:
     void TurnPage(int step);
 
     // The apply-to-others command: asks which properties go to which other
-    // feature types; OK applies them.
+    // feature types; OK applies them. Offered only when there are others.
     void ApplyToOthers();
+
+    // An attribute of the User Attributes page was renamed: the pages that
+    // name attributes (fan-out, parameters) follow it.
+    void AttributeRenamed(const std::string &before, const std::string &after);
 
     void OnOK() override;
     // Cancel, Escape and the close box: the feature type is left as the

@@ -2,6 +2,7 @@
 
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "ftpropsdlg/cformatattrgrid.h"
+#include "ftprops/listelements.h"
 
 #include <QAbstractButton>
 
@@ -41,7 +42,6 @@ bool CFeatTypePropsExposableAttrs::OnInitDialog()
     }
     m_grid = grid;
     grid->Fill();
-    m_exposedAtOpening = grid->GetExposedNames();
     for (const auto &[id, checked] : {std::pair{kIdCheckAll, true}, std::pair{kIdClearAll, false}}) {
         if (auto *button = qobject_cast<QAbstractButton *>(GetDlgItem(id))) {
             connect(button, &QAbstractButton::clicked, grid, [grid, checked = checked] {
@@ -75,20 +75,32 @@ void CFeatTypePropsExposableAttrs::WriteToSchema(FTPropsSchemaInfo &target, cons
         targetFormat = m_format;
     const StringList formatNames = targetFormat->getFormatAttrNames();
     const StringList exposed = target.getAttributeNames(false, true);
+    // Applied to another feature type, only the chosen names change: those
+    // to apply as the rows say, those to delete no longer exposed.
+    const bool everything = !apply && !remove;
     for (long row = 0; row < m_grid->GetRowCount(); ++row) {
         const auto read = m_grid->ReadRow(row);
-        // Applied to another feature type, only the chosen names change.
-        if (!read || !read->checked || (apply && !contains(*apply, read->name)))
+        if (!read || read->name.empty() || !contains(formatNames, read->name))
             continue;
-        if (!contains(exposed, read->name) && contains(formatNames, read->name))
+        const bool toApply = everything || (apply && contains(*apply, read->name));
+        const bool toRemove = everything || (remove && contains(*remove, read->name));
+        if (ListElements::isList(read->name)) {
+            if (read->checked && toApply) {
+                target.expandListAttribute(read->name, read->count);
+            } else if (!read->checked && toRemove) {
+                const ListElements elements(read->name);
+                if (std::any_of(exposed.begin(), exposed.end(),
+                                [&](const std::string &name) { return elements.isElement(name); }))
+                    target.expandListAttribute(read->name, 0);
+                if (contains(exposed, read->name))
+                    target.removeAttribute(read->name);
+            }
+            continue;
+        }
+        if (read->checked && toApply && !contains(exposed, read->name))
             target.storeAttribute(read->name, targetFormat->getFormatAttrType(read->name), true);
-        if (!read->name.empty())
-            target.expandListAttribute(read->name, read->count);
-    }
-    const StringList checked = GetExposedNames();
-    for (const std::string &name : m_exposedAtOpening) {
-        if (!contains(checked, name) && contains(formatNames, name) && (!remove || contains(*remove, name)))
-            target.removeAttribute(name);
+        else if (!read->checked && toRemove && contains(exposed, read->name))
+            target.removeAttribute(read->name);
     }
 }
 
@@ -96,11 +108,36 @@ void CFeatTypePropsExposableAttrs::ChangeFormat(const FTPropsFormatInfo *format)
 {
     if (!format)
         return;
-    m_format = format;
-    if (m_grid) {
-        m_grid->SetFormat(format);
-        m_grid->Fill();
+    if (!m_grid) {
+        m_format = format;
+        return;
     }
+    // A name both formats have keeps its row; the others show what they
+    // had when the page last showed the new format, else what the schema
+    // exposes.
+    std::map<std::string, std::pair<bool, int>> kept;
+    std::vector<std::pair<bool, int>> leaving;
+    for (long row = 0; row < m_grid->GetRowCount(); ++row) {
+        if (const auto read = m_grid->ReadRow(row)) {
+            kept[read->name] = {read->checked, read->count};
+            leaving.emplace_back(read->checked, read->count);
+        }
+    }
+    m_rowsByFormat[m_format->getId()] = std::move(leaving);
+    m_format = format;
+    m_grid->SetFormat(format);
+    m_grid->Fill();
+    const auto earlier = m_rowsByFormat.find(format->getId());
+    for (long row = 0; row < m_grid->GetRowCount(); ++row) {
+        const auto read = m_grid->ReadRow(row);
+        if (!read)
+            continue;
+        if (earlier != m_rowsByFormat.end() && std::size_t(row) < earlier->second.size())
+            m_grid->SetRow(row, earlier->second[std::size_t(row)].first, earlier->second[std::size_t(row)].second);
+        else if (const auto same = kept.find(read->name); same != kept.end())
+            m_grid->SetRow(row, same->second.first, same->second.second);
+    }
+    m_grid->RepaintAll();
 }
 
 } // namespace vyr

@@ -1,14 +1,23 @@
 // CFeatTypePropsExposableAttrs: the format attributes page of the feature
 // type properties dialog - which of the format's own attributes the feature
 // type exposes, in a CFormatAttrGrid, with buttons that check or clear them
-// all. OK stores the newly checked ones with the format's types (list
-// attributes expanded to their element count) and removes the ones cleared.
+// all. OK makes the feature type expose what the rows say and changes
+// nothing else: a newly checked attribute is added (with the format's type)
+// after the ones exposed already, a cleared one removed, and a list
+// attribute exposes its elements 0 to count-1, never the "{}" name itself.
+// A change of format shows the new format's attributes, as the page had
+// them when it last showed that format.
 #ifndef VYR_FTPROPSDLG_CFEATTYPEPROPSEXPOSABLEATTRS_H
 #define VYR_FTPROPSDLG_CFEATTYPEPROPSEXPOSABLEATTRS_H
 
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
 #include "uikit/cvyrdialog.h"
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace vyr {
 
@@ -48,7 +57,8 @@ private:
     const FTPropsFormatInfo *m_format;
     CFeatTypePropsDlg *m_dialog;
     CFormatAttrGrid *m_grid = nullptr;
-    StringList m_exposedAtOpening;
+    // The rows the page showed for each format it left, by format id.
+    std::map<std::string, std::vector<std::pair<bool, int>>> m_rowsByFormat;
 };
 
 } // namespace vyr

@@ -11,6 +11,8 @@
 #include "uikit/resourcelibrary.h"
 
 #include <QEvent>
+#include <QRegularExpression>
+#include <QRegularExpressionValidator>
 #include <QPalette>
 
 #include <algorithm>
@@ -49,7 +51,14 @@ bool CFeatTypePropsGeneral::OnInitDialog()
         m_name->setPalette(palette);
     }
     m_name->installEventFilter(this);
+    m_databaseUser->installEventFilter(this);
+    // Control characters are no part of any name, however they are typed
+    // or pasted.
+    for (QLineEdit *field : {m_name.orStandIn(), m_databaseUser.orStandIn()})
+        field->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[^\\x00-\\x1f\\x7f]*")), field));
     SetupDatabaseUser(m_format);
+    // The name shows from the start what OK will write.
+    ResolveNameField();
     FillGeometry(m_format, m_schema->getGeometry());
     for (const std::string &name : m_schema->getExtraFanoutNames()) {
         if (std::find(m_extraFanoutNames.begin(), m_extraFanoutNames.end(), name) == m_extraFanoutNames.end())
@@ -62,10 +71,25 @@ bool CFeatTypePropsGeneral::OnInitDialog()
 
 bool CFeatTypePropsGeneral::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_name.get() && event->type() == QEvent::FocusOut)
+    if ((watched == m_name.get() || watched == m_databaseUser.get()) && event->type() == QEvent::FocusOut)
         ResolveNameField();
     return CVyrDialog::eventFilter(watched, event);
 }
+
+void CFeatTypePropsGeneral::RenameAttribute(const std::string &, const std::string &) {}
+
+std::string CFeatTypePropsGeneral::geometryValue() const
+{
+    const QString shown = m_geometry->currentText();
+    return shown == loadResourceString(res::MultipleGeometries) ? m_geometryValue : toNarrow(shown);
+}
+
+std::string CFeatTypePropsGeneral::qualifiedName() const
+{
+    const std::string user = toNarrow(m_databaseUser->text());
+    return user.empty() ? nameText() : user + "." + nameText();
+}
+
 
 std::string CFeatTypePropsGeneral::nameText() const
 {
@@ -79,10 +103,15 @@ std::string CFeatTypePropsGeneral::ResolveName(const std::string &text, const FT
 
 void CFeatTypePropsGeneral::ResolveNameField()
 {
-    const std::string text = nameText();
-    const std::string resolved = ResolveName(text, *m_format);
-    if (resolved != text)
-        m_name->setText(fromNarrow(resolved));
+    const std::string text = qualifiedName();
+    std::string name = ResolveName(text, *m_format);
+    if (name == text)
+        return;
+    std::string user;
+    if (m_format->isDatabase())
+        SplitOwnerPrefix(name, user);
+    m_name->setText(fromNarrow(name));
+    m_databaseUser->setText(fromNarrow(user));
 }
 
 void CFeatTypePropsGeneral::OnDatasetSelected()
@@ -125,6 +154,7 @@ void CFeatTypePropsGeneral::SetupDatabaseUser(const FTPropsFormatInfo *format)
 
 void CFeatTypePropsGeneral::FillGeometry(const FTPropsFormatInfo *, const std::string &geometry)
 {
+    m_geometryValue = geometry;
     m_geometry->setEditText(fromNarrow(geometry));
 }
 
@@ -134,11 +164,28 @@ void CFeatTypePropsGeneral::ChangeFormat(const FTPropsFormatInfo *format)
     m_format = format;
     if (old->getFormatName() == format->getFormatName())
         return;
-    SetupDatabaseUser(format);
-    m_name->setText(fromNarrow(ResolveName(nameText(), *format)));
+    // Moving back shows the name and geometry as they were in that format,
+    // unless they were changed since.
+    const QStringList name = m_nameForms.move(
+        old->getId(), format->getId(), {m_name->text(), m_databaseUser->text()}, [&](const QStringList &shown) {
+            m_name->setText(shown.value(0));
+            m_databaseUser->setText(shown.value(1));
+            SetupDatabaseUser(format);
+            std::string resolved = ResolveName(qualifiedName(), *format);
+            std::string user;
+            if (format->isDatabase())
+                SplitOwnerPrefix(resolved, user);
+            return QStringList{fromNarrow(resolved), fromNarrow(user)};
+        });
+    m_name->setText(name.value(0));
+    m_databaseUser->setText(name.value(1));
+    m_databaseUser->setEnabled(format->isDatabase());
     if (HasGeometryMappings(*old) && HasGeometryMappings(*format)) {
-        const std::string translated = TranslateGeometry(toNarrow(m_geometry->currentText()), *old, *format);
-        FillGeometry(format, translated);
+        const QStringList geometry = m_geometryForms.move(
+            old->getId(), format->getId(), {fromNarrow(geometryValue())}, [&](const QStringList &shown) {
+                return QStringList{fromNarrow(TranslateGeometry(toNarrow(shown.value(0)), *old, *format))};
+            });
+        FillGeometry(format, toNarrow(geometry.value(0)));
     }
 }
 
@@ -150,8 +197,14 @@ bool CFeatTypePropsGeneral::Refuse(unsigned messageId)
 
 bool CFeatTypePropsGeneral::ValidatePage()
 {
-    if (m_name->text().isEmpty())
+    // Enter presses OK while the name field still has the keyboard: it is
+    // resolved here as leaving the field would have, and what OK writes is
+    // what is checked.
+    ResolveNameField();
+    if (m_name->text().isEmpty()) {
+        m_name->setFocus(Qt::OtherFocusReason);
         return Refuse(res::NameRequired);
+    }
     return true;
 }
 

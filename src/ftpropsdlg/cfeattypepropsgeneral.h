@@ -13,6 +13,7 @@
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
 #include "ftpropsdlg/formatdictionary.h"
+#include "ftpropsdlg/formatforms.h"
 #include "uikit/cvyrdialog.h"
 
 #include <QComboBox>
@@ -39,7 +40,8 @@ public:
     ~CFeatTypePropsGeneral() override;
 
     // True when the page may be written; otherwise the user has been told
-    // why.
+    // why. The name is resolved first, as leaving its field would, so that
+    // what is checked is what is written.
     virtual bool ValidatePage();
     // Writes the groups of properties in `mask` (general:: bits).
     virtual void WriteToSchema(FTPropsSchemaInfo &target, unsigned mask);
@@ -58,6 +60,12 @@ public:
 
     virtual bool isSource() const = 0;
     const FTPropsFormatInfo *format() const { return m_format; }
+    // An attribute of the attribute pages was renamed: whatever the page
+    // names it by follows. The base names none.
+    virtual void RenameAttribute(const std::string &before, const std::string &after);
+    // The geometry the page holds: the chosen one, or, where the list
+    // stands for several, the ones the feature type has.
+    std::string geometryValue() const;
 
 protected:
     CFeatTypePropsGeneral(unsigned templateId, FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format,
@@ -69,7 +77,12 @@ protected:
     // The name `text` takes under `format`'s rules among the workspace's
     // other feature types of that format.
     std::string ResolveName(const std::string &text, const FTPropsFormatInfo &format) const;
+    // Shows the name (and for a database format the database user, the
+    // name's owner part) as the format's rules make them, both resolved as
+    // one "user.name".
     void ResolveNameField();
+    // The name the fields give, with the database user in front.
+    std::string qualifiedName() const;
     // Stops validation: tells the user string `messageId`.
     bool Refuse(unsigned messageId);
     // The record the dialog holds for the target's format; the page's own
@@ -90,10 +103,15 @@ protected:
     DialogControl<QComboBox> m_dataset;
     DialogControl<QLineEdit> m_databaseUser;
     DialogControl<QPushButton> m_formatHelp;
+    // The geometry behind a list that shows the mark of several geometries.
+    std::string m_geometryValue;
 
 private:
     void OnDatasetSelected();
     void OnFormatHelp();
+
+    FormatForms m_nameForms;
+    FormatForms m_geometryForms;
 };
 
 } // namespace vyr

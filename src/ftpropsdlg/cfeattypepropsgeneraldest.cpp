@@ -164,6 +164,7 @@ void CFeatTypePropsGeneralDest::RefillFanoutChoices()
 
 void CFeatTypePropsGeneralDest::FillGeometry(const FTPropsFormatInfo *format, const std::string &geometry)
 {
+    m_geometryValue = geometry;
     m_geometry->clear();
     if ((!format->supportsMultiGeom() || format->isSource()) && geometry.find(' ') == std::string::npos) {
         QStringList names;
@@ -179,6 +180,15 @@ void CFeatTypePropsGeneralDest::FillGeometry(const FTPropsFormatInfo *format, co
         m_geometry->addItem(loadResourceString(res::MultipleGeometries));
         m_geometry->setCurrentIndex(0);
         m_geometry->setEnabled(false);
+    }
+}
+
+void CFeatTypePropsGeneralDest::RenameAttribute(const std::string &before, const std::string &after)
+{
+    const QString from = fromNarrow(before);
+    for (int i = 0; i < m_fanoutAttribute->count(); ++i) {
+        if (m_fanoutAttribute->itemText(i) == from)
+            m_fanoutAttribute->setItemText(i, fromNarrow(after));
     }
 }
 
@@ -292,6 +302,18 @@ bool CFeatTypePropsGeneralDest::ValidatePage()
         return Refuse(res::GeometryRequired);
     if (m_fanout->isChecked() && m_fanoutAttribute->currentIndex() < 0)
         return Refuse(res::FanoutAttributeRequired);
+    if (m_fanout->isChecked() && m_fanoutAttribute->isEnabled()) {
+        // An attribute deleted, or no longer exposed, since it was chosen.
+        const std::string chosen = toNarrow(m_fanoutAttribute->currentText());
+        const StringList names = m_dialog->PageAttributeNames();
+        if (std::find(names.begin(), names.end(), chosen) == names.end()
+            && std::find(m_extraFanoutNames.begin(), m_extraFanoutNames.end(), chosen) == m_extraFanoutNames.end()) {
+            m_fanoutAttribute->setFocus(Qt::OtherFocusReason);
+            ShowExclamationBox(formatResourceString(res::FanoutAttributeGone, {fromNarrow(chosen)}), QString(),
+                               m_dialog, MbOk);
+            return false;
+        }
+    }
     if (m_dynamic->isChecked() && !m_dialog->additionalFormats().empty() && m_schemaSourcesDisplay->text().isEmpty())
         return Refuse(res::SchemaSourceRequired);
     if (m_dynamic->isChecked() && m_dialog->additionalFormats().empty())
@@ -309,14 +331,15 @@ void CFeatTypePropsGeneralDest::WriteToSchema(FTPropsSchemaInfo &target, unsigne
         if (m_fanoutAttribute->currentIndex() >= 0)
             target.setFanoutAttribute(toNarrow(m_fanoutAttribute->currentText()));
     }
-    // The marker of several geometries is no geometry name: writing it would
-    // lose the geometries the feature type has.
-    const bool severalGeometries = m_geometry->currentText() == loadResourceString(res::MultipleGeometries);
-    if ((mask & general::Geometry) && !targetFormat->supportsMultiGeom() && !severalGeometries) {
-        std::string geometry = toNarrow(m_geometry->currentText());
+    if ((mask & general::Geometry) && !m_dynamic->isChecked()) {
+        std::string geometry = geometryValue();
         if (formatChanged)
             geometry = TranslateGeometry(geometry, *m_format, *targetFormat);
-        if (!m_dynamic->isChecked())
+        // Another feature type of a format of several geometries keeps
+        // its own; the edited one takes what the page holds, which is what
+        // it had unless a move back and forth changed it.
+        const bool edited = &target == m_schema;
+        if (!targetFormat->supportsMultiGeom() || (edited && geometry != target.getGeometry()))
             target.setGeometry(geometry);
     }
     if (mask & general::Dynamic)

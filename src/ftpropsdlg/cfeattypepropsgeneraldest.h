@@ -35,6 +35,8 @@ public:
     void ChangeFormat(const FTPropsFormatInfo *format) override;
     void FillGeometry(const FTPropsFormatInfo *format, const std::string &geometry) override;
     bool isSource() const override { return false; }
+    // The fan-out attribute follows a renamed attribute.
+    void RenameAttribute(const std::string &before, const std::string &after) override;
 
     void UpdateFanoutControls(const FTPropsFormatInfo *format);
     // Adds the extra fan-out names and `names` to the fan-out choices, each

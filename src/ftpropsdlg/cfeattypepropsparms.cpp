@@ -2,11 +2,19 @@
 
 #include "ftprops/guiparameterline.h"
 #include "ftpropsdlg/cdefparmsgrid.h"
+#include "ftpropsdlg/cfeattypepropsattrs.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
+#include "uikit/dialogutils.h"
+#include "uikit/narrowtext.h"
+#include "uikit/resourcelibrary.h"
+#include "util/listpacking.h"
+#include "util/resourceids.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
 
+#include <algorithm>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -40,9 +48,35 @@ bool CFeatTypePropsParms::OnInitDialog()
         m_filter->installEventFilter(this);
         connect(m_filter, &QLineEdit::textChanged, this, [this](const QString &text) { SetFilter(text); });
     }
-    fillRows(m_format, m_schema->getParameters(m_format->getDeflineParmNames()));
+    std::map<std::string, std::string> values = m_schema->getParameters(m_format->getDeflineParmNames());
+    deriveSwitches(*m_format, values);
+    fillRows(m_format, values);
+    m_openValues = m_values;
+    m_openAttributes = m_schema->getAttributeNames(true, false);
     m_initialised = true;
     return true;
+}
+
+void CFeatTypePropsParms::deriveSwitches(const FTPropsFormatInfo &format, std::map<std::string, std::string> &values)
+{
+    // A switch is not stored: what it enables says where it stood. A format
+    // whose switch enables nothing keeps the switch's default.
+    const StringList names = format.getDeflineParmNames();
+    bool enablesAny = false;
+    bool valueGiven = false;
+    for (const std::string &name : names) {
+        const GuiParameterLine line = ParseParameterLine(format.getDeflineParm(name));
+        if (line.disabledOnly && line.type != "DISABLE") {
+            enablesAny = true;
+            valueGiven = valueGiven || !values[name].empty();
+        }
+    }
+    if (!enablesAny)
+        return;
+    for (const std::string &name : names) {
+        if (ParseParameterLine(format.getDeflineParm(name)).type == "DISABLE")
+            values[name] = valueGiven ? "Yes" : "No";
+    }
 }
 
 void CFeatTypePropsParms::resizeEvent(QResizeEvent *event)
@@ -130,11 +164,117 @@ std::map<std::string, std::string> CFeatTypePropsParms::ParameterValues()
     return m_values;
 }
 
+bool CFeatTypePropsParms::Refuse(const std::string &name, const QString &message)
+{
+    if (m_grid && m_grid->RowOf(name) < 0)
+        SetFilter(QString());
+    if (m_grid) {
+        if (const long row = m_grid->RowOf(name); row >= 0)
+            m_grid->GotoCell(CDefParmsGrid::kValueColumn, row);
+    }
+    ShowMessageBox(this, message, QString(), MbOk);
+    return false;
+}
+
+namespace {
+
+bool namesAttributes(const GuiParameterLine &line)
+{
+    return line.type == "ATTR" || line.type == "ATTRLIST" || line.type == "ATTRLIST_COMMAS";
+}
+
+// The attribute names a value of such a parameter holds.
+StringList attributesIn(const std::string &value)
+{
+    StringList names;
+    for (std::string &piece : splitList(value, ','))
+        if (!piece.empty())
+            names.push_back(std::move(piece));
+    return names;
+}
+
+bool contains(const StringList &names, const std::string &name)
+{
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+} // namespace
+
 bool CFeatTypePropsParms::ValidatePage()
 {
-    if (m_grid)
-        m_grid->CommitEdit();
+    if (!m_grid)
+        return true;
+    const std::map<std::string, std::string> values = ParameterValues();
+    // A switch that is Yes with nothing it enables given reads back as No.
+    for (const std::string &name : m_names) {
+        const GuiParameterLine line = ParseParameterLine(m_format->getDeflineParm(name));
+        if (line.type != "DISABLE" || values.at(name) == "No")
+            continue;
+        std::optional<std::string> firstEnabled;
+        bool given = false;
+        for (const std::string &other : m_names) {
+            const GuiParameterLine otherLine = ParseParameterLine(m_format->getDeflineParm(other));
+            if (!otherLine.disabledOnly || otherLine.type == "DISABLE")
+                continue;
+            if (!firstEnabled)
+                firstEnabled = other;
+            given = given || !values.at(other).empty();
+        }
+        if (firstEnabled && !given) {
+            const GuiParameterLine enabled = ParseParameterLine(m_format->getDeflineParm(*firstEnabled));
+            return Refuse(*firstEnabled, formatResourceString(res::SwitchNeedsValue,
+                                                              {CDefParmsGrid::LocalizedPrompt(line),
+                                                               CDefParmsGrid::LocalizedPrompt(enabled)}));
+        }
+    }
+    // A parameter naming an attribute the pages no longer have; one that
+    // named none already when the dialog opened, and was left so, stays.
+    const CFeatTypePropsAttrs *attributes = m_dialog ? m_dialog->attributesPage() : nullptr;
+    if (!attributes || !m_dialog->hasUserAttributes())
+        return true;
+    const StringList present = attributes->GetAttributeNames();
+    for (const std::string &name : m_names) {
+        const GuiParameterLine line = ParseParameterLine(m_format->getDeflineParm(name));
+        if (!namesAttributes(line))
+            continue;
+        const std::string &value = values.at(name);
+        const auto opened = m_openValues.find(name);
+        const bool untouched = opened != m_openValues.end() && opened->second == value;
+        for (const std::string &attribute : attributesIn(value)) {
+            if (contains(present, attribute) || (untouched && !contains(m_openAttributes, attribute)))
+                continue;
+            return Refuse(name, formatResourceString(res::ParameterAttributeGone,
+                                                     {CDefParmsGrid::LocalizedPrompt(line), fromNarrow(attribute)}));
+        }
+    }
     return true;
+}
+
+void CFeatTypePropsParms::RenameAttribute(const std::string &before, const std::string &after)
+{
+    collectShownValues();
+    for (const std::string &name : m_names) {
+        const GuiParameterLine line = ParseParameterLine(m_format->getDeflineParm(name));
+        if (!namesAttributes(line))
+            continue;
+        StringList pieces = splitList(m_values[name], ',');
+        bool renamed = false;
+        for (std::string &piece : pieces) {
+            if (piece == before) {
+                piece = after;
+                renamed = true;
+            }
+        }
+        if (!renamed)
+            continue;
+        m_values[name] = joinList(pieces, ',');
+        if (const long row = m_grid ? m_grid->RowOf(name) : -1; row >= 0) {
+            // One step of the grid's history, so that its undo list is kept.
+            CVVyrGrid::UndoStep step(*m_grid);
+            m_grid->SetCellText(CDefParmsGrid::kValueColumn, row, fromNarrow(m_values[name]));
+            m_grid->RepaintCell(CDefParmsGrid::kValueColumn, row);
+        }
+    }
 }
 
 void CFeatTypePropsParms::WriteToSchema(FTPropsSchemaInfo &target, const std::set<std::string> *names)
@@ -145,11 +285,22 @@ void CFeatTypePropsParms::WriteToSchema(FTPropsSchemaInfo &target, const std::se
     if (!targetFormat)
         targetFormat = m_format;
     const std::map<std::string, std::string> values = ParameterValues();
-    std::vector<std::pair<std::string, std::string>> written;
+    StringList considered;
     for (const std::string &name : m_names) {
-        if (targetFormat->getDeflineParm(name).empty() || (names && !names->contains(name)))
-            continue;
-        written.emplace_back(name, values.at(name));
+        const std::string line = targetFormat->getDeflineParm(name);
+        // A switch is never stored; writing one could only remove what an
+        // older file holds.
+        if (!line.empty() && ParseParameterLine(line).type != "DISABLE" && (!names || names->contains(name)))
+            considered.push_back(name);
+    }
+    // Only what differs from what the feature type has: a value left as it
+    // was, a default above all, stays as it is stored (or unstored).
+    const std::map<std::string, std::string> current = target.getParameters(considered);
+    std::vector<std::pair<std::string, std::string>> written;
+    for (const std::string &name : considered) {
+        const std::string &value = values.at(name);
+        if (current.at(name) != value)
+            written.emplace_back(name, value);
     }
     if (!written.empty())
         target.setParameters(written);
@@ -160,10 +311,26 @@ void CFeatTypePropsParms::ChangeFormat(const FTPropsFormatInfo *format)
     if (!format)
         return;
     const std::map<std::string, std::string> kept = ParameterValues();
+    m_valuesByFormat[m_format->getId()] = kept;
+    // A parameter both formats have keeps its value; one the page showed
+    // in the new format before shows what it had there; others start at
+    // their defaults (or, for a switch, where those put it).
+    const auto earlier = m_valuesByFormat.find(format->getId());
+    std::map<std::string, std::string> values;
+    for (const std::string &name : format->getDeflineParmNames()) {
+        if (kept.contains(name))
+            values[name] = kept.at(name);
+        else if (earlier != m_valuesByFormat.end() && earlier->second.contains(name))
+            values[name] = earlier->second.at(name);
+        else
+            values[name] = format->getDeflineParmDefault(name);
+    }
+    if (earlier == m_valuesByFormat.end())
+        deriveSwitches(*format, values);
     m_format = format;
     if (m_grid)
         m_grid->SetFormat(format);
-    fillRows(format, kept);
+    fillRows(format, values);
 }
 
 } // namespace vyr

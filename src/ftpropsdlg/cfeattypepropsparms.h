@@ -5,10 +5,19 @@
 // rows to the prompts that contain the text, Escape clears it. The values of
 // rows the filter hides are kept and written like the others.
 //
-// The page is shown for formats with parameters. OK writes every parameter
-// the target's format defines; applied to another feature type, only the
-// chosen ones. A change of format keeps the values of the parameters both
-// formats have, by name; new ones start at their defaults.
+// The page is shown for formats with parameters. OK writes the parameters
+// whose values differ from what the feature type has (a value left as it
+// was is not written, so defaults stay unstored); applied to another
+// feature type, only the chosen ones - in either case only parameters the
+// target's format defines. A change of format keeps the values of the
+// parameters both formats have, by name; the others show what they had when
+// the page last showed that format, else their defaults.
+//
+// A DISABLE switch is never stored: it shows Yes when one of the rows it
+// enables (DISABLED_ONLY) holds a value, and OK refuses Yes with all of them
+// empty, which could not be read back as Yes. Parameters that name
+// attributes follow a renamed attribute, and OK refuses one that names an
+// attribute the feature type no longer has.
 #ifndef VYR_FTPROPSDLG_CFEATTYPEPROPSPARMS_H
 #define VYR_FTPROPSDLG_CFEATTYPEPROPSPARMS_H
 
@@ -39,8 +48,11 @@ public:
     CFeatTypePropsParms(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format, CFeatTypePropsDlg *dialog);
     ~CFeatTypePropsParms() override;
 
-    // Ends an edit under way; the page always may be written.
+    // Ends an edit under way; refuses a switch that would not read back and
+    // a parameter naming an attribute that is gone, with its row current.
     bool ValidatePage();
+    // An attribute was renamed: the parameters naming it follow.
+    void RenameAttribute(const std::string &before, const std::string &after);
     // `names` null: every parameter, else only those named; in either case
     // only parameters the target's format defines.
     void WriteToSchema(FTPropsSchemaInfo &target, const std::set<std::string> *names);
@@ -68,6 +80,11 @@ private:
     void showRows();
     // The format's parameters with `values`, a missing one at its default.
     void fillRows(const FTPropsFormatInfo *format, const std::map<std::string, std::string> &values);
+    // Each DISABLE switch of the format as the stored values show it.
+    static void deriveSwitches(const FTPropsFormatInfo &format, std::map<std::string, std::string> &values);
+    // Makes the named parameter's row current (shown, whatever the filter)
+    // and tells the user `message`.
+    bool Refuse(const std::string &name, const QString &message);
 
     FTPropsSchemaInfo *m_schema;
     const FTPropsFormatInfo *m_format;
@@ -77,6 +94,11 @@ private:
     StringList m_names;
     // Every parameter's stored value; the shown rows' are newer.
     std::map<std::string, std::string> m_values;
+    // The values when the dialog opened, and the user attributes then.
+    std::map<std::string, std::string> m_openValues;
+    StringList m_openAttributes;
+    // The values the page held for each format it showed, by format id.
+    std::map<std::string, std::map<std::string, std::string>> m_valuesByFormat;
     QString m_filterText;
     bool m_initialised = false;
 };

@@ -55,11 +55,13 @@ void CFormatAttrGrid::Fill()
     const std::unordered_set<std::string> exposed(exposedNames.begin(), exposedNames.end());
     const StringList allNames = m_schema->getAttributeNames(true, true);
     for (const std::string &name : names) {
-        const bool checked = exposed.contains(name);
         const bool list = ListElements::isList(name);
         // The mask bounds what is typed, not what the schema already exposes:
         // a count cut here would delete elements on OK.
-        const int count = checked && list ? ListElements(name).countIn(allNames) : 0;
+        const int count = list ? ListElements(name).countIn(allNames) : 0;
+        // A list is exposed by its elements; the "{}" name alone exposes
+        // none of them.
+        const bool checked = list ? count > 0 : exposed.contains(name);
         const long row =
             AppendRowTexts({checked ? kChecked : kUnchecked, fromNarrow(name), QString::number(count)});
         EnableCell(kCountColumn, row, list);
@@ -69,15 +71,45 @@ void CFormatAttrGrid::Fill()
 
 void CFormatAttrGrid::CheckAll(bool checked)
 {
-    for (long row = 0; row < GetRowCount(); ++row)
-        SetCellText(kExposedColumn, row, checked ? kChecked : kUnchecked);
+    UndoStep step(*this);
+    for (long row = 0; row < GetRowCount(); ++row) {
+        const auto read = ReadRow(row);
+        if (read)
+            SetRow(row, checked, read->count);
+    }
     RepaintAll();
 }
 
-void CFormatAttrGrid::OnCellChange(int column, long row, ug::TextSource)
+void CFormatAttrGrid::SetRow(long row, bool checked, int count)
+{
+    const bool list = ListElements::isList(toNarrow(GetCellString(row, kNameColumn)));
+    // What a list exposes is its elements: one at least when checked, none
+    // when not.
+    if (list)
+        count = checked ? std::max(count, 1) : 0;
+    const QString exposed = checked ? kChecked : kUnchecked;
+    if (GetCellString(row, kExposedColumn) != exposed)
+        SetCellText(kExposedColumn, row, exposed);
+    if (list && GetCellString(row, kCountColumn) != QString::number(count))
+        SetCellText(kCountColumn, row, QString::number(count));
+}
+
+void CFormatAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
 {
     if (column == kNameColumn)
         EnableCell(kCountColumn, row, ListElements::isList(toNarrow(GetCellString(row, kNameColumn))));
+    // Undo and redo put back both cells themselves.
+    if (source == ug::TextRestored || !ListElements::isList(toNarrow(GetCellString(row, kNameColumn))))
+        return;
+    const auto read = ReadRow(row);
+    if (!read)
+        return;
+    if (column == kExposedColumn)
+        SetRow(row, read->checked, read->count);
+    else if (column == kCountColumn)
+        SetRow(row, read->count > 0, read->count);
+    RepaintCell(kExposedColumn, row);
+    RepaintCell(kCountColumn, row);
 }
 
 std::optional<CFormatAttrGrid::Row> CFormatAttrGrid::ReadRow(long row)

@@ -1,8 +1,10 @@
 // CFormatAttrGrid: the format's own attributes a feature type may expose,
 // one row each, sorted by name: a check box (exposed or not), the name
 // (read-only), and for a list attribute ("name{}") how many of its elements
-// are exposed (at most 99: the elements beyond are no longer exposed after
-// OK).
+// are exposed (two digits are typed; a schema that exposes more shows them
+// all). A list attribute is checked exactly when it exposes elements:
+// checking it exposes one at least, clearing it none, and its count checks
+// or clears it.
 #ifndef VYR_FTPROPSDLG_CFORMATATTRGRID_H
 #define VYR_FTPROPSDLG_CFORMATATTRGRID_H
 
@@ -27,8 +29,10 @@ public:
     // record exposes.
     void Fill();
     void SetFormat(const FTPropsFormatInfo *format) { m_format = format; }
-    // Checks (or clears) every row.
+    // Checks (or clears) every row, as one step of the history.
     void CheckAll(bool checked);
+    // Shows a row as checked or not with `count` elements.
+    void SetRow(long row, bool checked, int count);
 
     // A row as read back: nothing for a row of other than three texts.
     struct Row

@@ -317,12 +317,34 @@ int CVVyrGrid::OnEditNextCell(int, long, int &, long &)
     return 0;
 }
 
-int CVVyrGrid::OnEndEdit(int, long, QWidget *, const QString &, bool cancelled)
+int CVVyrGrid::OnEndEdit(int column, long row, QWidget *editor, const QString &text, bool cancelled)
 {
-    if (cancelled)
+    if (cancelled) {
         m_history.cancelJoin();
-    return 1;
+        return 1;
+    }
+    if (m_tellingRefusal)
+        return 0;
+    const QString reason = OnCheckText(column, row, text);
+    if (reason.isEmpty())
+        return 1;
+    if (!editor) {
+        if (!m_refusals.contains(reason))
+            m_refusals.append(reason);
+        return 0;
+    }
+    m_tellingRefusal = true;
+    ShowMessageBox(this, reason, QString(), MbOk);
+    m_tellingRefusal = false;
+    return 0;
 }
+
+QString CVVyrGrid::OnCheckText(int, long, const QString &)
+{
+    return {};
+}
+
+void CVVyrGrid::OnCellTextReplaced(int, long, const QString &) {}
 
 void CVVyrGrid::OnUserActionBegins()
 {
@@ -409,8 +431,10 @@ long CVVyrGrid::OnCellTypeEvent(int typeId, int column, long row, int message, s
         }
         SetCell(column, row, browsed);
         RepaintCell(column, row);
-        if (browsed.text() != cell.text())
+        if (browsed.text() != cell.text()) {
             OnCellChange(column, row, ug::TextBrowsed);
+            OnCellTextReplaced(column, row, cell.text());
+        }
         return 1;
     }
     return 1;
@@ -427,8 +451,10 @@ int CVVyrGrid::StoreUserText(int column, long row, const QString &text, ug::Text
     const int result = CUGCtrl::StoreUserText(column, row, text, source);
     // The same text again (the same type chosen twice) changes nothing a
     // subclass derives from it.
-    if (result == ug::Success && text != before)
+    if (result == ug::Success && text != before) {
         OnCellChange(column, row, source);
+        OnCellTextReplaced(column, row, before);
+    }
     return result;
 }
 

@@ -143,6 +143,15 @@ protected:
     // replaced), or undo, redo or a move of rows put a text there
     // (ug::TextRestored: derive what follows from the text, change no text).
     virtual void OnCellChange(int column, long row, ug::TextSource source);
+    // The one check every text a person gives a cell passes, however it
+    // comes (typed, pasted, replaced by assistive technology): empty accepts
+    // it, anything else says why the cell cannot hold it, and the grid tells
+    // the person (at once for an edit, once after a paste). The base
+    // accepts every text.
+    virtual QString OnCheckText(int column, long row, const QString &text);
+    // A cell's text was replaced - by a person, or by undo and redo; `before`
+    // is what it held. Texts that move with their rows are not replaced.
+    virtual void OnCellTextReplaced(int column, long row, const QString &before);
 
 public:
 
@@ -160,6 +169,8 @@ public:
     {
         long rows = 0;
         long refusedCells = 0;
+        // Why cells were refused, each reason once.
+        QStringList reasons;
     };
     PasteResult PasteText(const QString &text);
     void Paste();
@@ -299,6 +310,11 @@ private:
     int m_colourId = -1;
     GridHistory m_history;
     bool m_replaying = false;
+    // A refused edit is being told: the editor's focus going to the
+    // message ends no edit.
+    bool m_tellingRefusal = false;
+    // Why the texts written outside the editor were refused, each once.
+    QStringList m_refusals;
 };
 
 } // namespace vyr

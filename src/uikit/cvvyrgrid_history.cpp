@@ -3,10 +3,13 @@
 // back or forward - and copying and pasting rows through the clipboard.
 #include "uikit/cvvyrgrid.h"
 
+#include "uikit/dialogutils.h"
 #include "util/tabulartext.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+
+#include <utility>
 
 namespace vyr {
 
@@ -92,8 +95,11 @@ void CVVyrGrid::Redo()
 
 void CVVyrGrid::restoreText(int column, long row, const QString &text)
 {
+    const QString before = GetCellText(column, row);
     SetCellText(column, row, text);
     OnCellChange(column, row, ug::TextRestored);
+    if (text != before)
+        OnCellTextReplaced(column, row, before);
 }
 
 void CVVyrGrid::replay(const GridStep &step, bool undoing)
@@ -260,6 +266,7 @@ CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
     const long records = recordCount();
     const long lines = long(table.size());
     const long overwritten = std::clamp(records - startRow, 0L, lines);
+    m_refusals.clear();
     UndoStep step(*this);
     BeginBatch();
     for (long line = 0; line < overwritten; ++line) {
@@ -284,7 +291,12 @@ CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
     }
     EndBatch();
     RepaintAll();
+    result.reasons = std::exchange(m_refusals, {});
     OnPasted(result);
+    // Said once for the whole paste, however many cells each reason kept
+    // out.
+    if (!result.reasons.isEmpty())
+        ShowMessageBox(this, result.reasons.join(u'\n'), QString(), MbOk);
     return result;
 }
 

@@ -113,7 +113,18 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61270, NameChangedLength)                                                                                \
     X(String, 61271, NameChangedNumber)                                                                                \
     X(String, 61272, NameChangedReserved)                                                                              \
-    X(String, 61273, NameChangedPrefix)
+    X(String, 61273, NameChangedPrefix)                                                                                \
+    X(String, 61280, AttributeTypeRequired)                                                                            \
+    X(String, 61281, AttributeArgumentRequired)                                                                        \
+    X(String, 61282, UnknownAttributeType)                                                                             \
+    X(String, 61283, NameControlCharacters)                                                                            \
+    X(String, 61284, WholeNumberRequired)                                                                              \
+    X(String, 61285, FanoutAttributeGone)                                                                              \
+    X(String, 61286, ParameterAttributeGone)                                                                           \
+    X(String, 61287, SwitchNeedsValue)                                                                                 \
+    X(String, 61288, ApplyNoOthers)                                                                                    \
+    X(String, 61289, TypeKeptAsGeneric)                                                                                \
+    X(String, 61290, WholeNumberOrEmptyRequired)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;

@@ -84,6 +84,10 @@ public:
     void removeAttribute(const std::string &attribute) override { record("removeAttribute", attribute); }
     void storeAttribute(const std::string &attribute, const std::string &, bool) override { record("storeAttribute", attribute); }
     void setAttributes(const StringList &) override { record("setAttributes"); }
+    void storeUserAttribute(const UserAttributeTypes &attribute) override
+    {
+        record("storeUserAttribute", attribute.name + " " + attribute.type + " " + attribute.generic);
+    }
     std::string getParameter(const std::string &parameter) const override
     {
         const auto found = parameters.find(parameter);

@@ -386,10 +386,26 @@ private slots:
         QCOMPARE(shown.text, loadResourceString(res::AttributeNameRequired));
 
         grid->SetCellText(CAttrGrid::kNameColumn, 2, QStringLiteral("OPENED"));
+        // A row is never dropped silently: a type the format has no template
+        // of, or one without the width it takes, is named, and the cell at
+        // fault becomes current.
         grid->SetCellText(grid->typeColumn(), 1, QStringLiteral("varchar"));
+        answerNextMessageBox(&shown);
         QVERIFY(!pressOK());
         QCOMPARE(grid->GetCurrentRow(), 1L);
         QCOMPARE(grid->GetCurrentCol(), grid->typeColumn());
+        QVERIFY(shown.text.contains(QStringLiteral("\"varchar\"")));
+        QVERIFY(shown.text.contains(QStringLiteral("LANES")));
+
+        grid->StoreUserText(grid->typeColumn(), 1, QStringLiteral("char"), ug::TextChosen);
+        grid->StoreUserText(grid->argumentColumn(0), 1, QString(), ug::TextEdited);
+        answerNextMessageBox(&shown);
+        QVERIFY(!pressOK());
+        QCOMPARE(grid->GetCurrentCol(), grid->argumentColumn(0));
+        QVERIFY(shown.text.contains(loadResourceString(res::WidthHeading)));
+        grid->StoreUserText(grid->argumentColumn(0), 1, QStringLiteral("5"), ug::TextEdited);
+        QVERIFY(pressOK());
+        QCOMPARE(m_schema->getAttributeType("LANES"), std::string("char(5)"));
     }
 
     // A list attribute counts the elements the schema exposes; clearing a
@@ -467,14 +483,18 @@ private slots:
         QCOMPARE(attribute("*lanes"), QStringLiteral("numeric(2,0)"));
         QCOMPARE(attribute("lanes"), QStringLiteral("vyr_decimal(2,0)"));
         QCOMPARE(attribute("LANES"), QStringLiteral("(absent)"));
-        // A format of several geometries is not given one by this dialog.
-        QCOMPARE(attribute("*vyr_geometry{0}"), QStringLiteral("shapefile_arc"));
+        QCOMPARE(attribute("*LANES"), QStringLiteral("(absent)"));
+        // Nothing of the old format stays: the geometry too is the new
+        // format's, through its generic name.
+        QCOMPARE(attribute("*vyr_geometry{0}"), QStringLiteral("linestring"));
+        QCOMPARE(attribute("vyr_geometry{0}"), QStringLiteral("vyr_line"));
         QCOMPARE(QString::fromStdString(m_schema->getFormatId()), QStringLiteral("POSTGRES"));
     }
 
     // Applied to a feature type of another format, only the chosen names
-    // change there: a chosen attribute is stored under the name and type
-    // that format gives it, a chosen one to delete is removed.
+    // change there: a chosen attribute is stored as a user attribute there,
+    // under the name and type that format gives it with its generic type,
+    // last in the order; a chosen one to delete is removed.
     void shouldApplyOnlyTheChosenAttributesToAnotherFormat()
     {
         open("shapefile-roads.json", "SHAPEFILE");
@@ -490,7 +510,8 @@ private slots:
         const StringList remove{"surface"};
         m_dialog->attributesPage()->WriteToSchema(record, &apply, &remove);
         QCOMPARE(record.getAttributeNames(true, false), (StringList{"road_id", "name", "lanes"}));
-        QCOMPARE(QString::fromStdString(attributeOf(*other, "lanes")), QStringLiteral("numeric(2,0)"));
+        QCOMPARE(QString::fromStdString(attributeOf(*other, "*lanes")), QStringLiteral("numeric(2,0)"));
+        QCOMPARE(QString::fromStdString(attributeOf(*other, "lanes")), QStringLiteral("vyr_decimal(2,0)"));
         m_session->destroyFeature(other);
     }
 

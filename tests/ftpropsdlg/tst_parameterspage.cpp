@@ -165,9 +165,10 @@ private slots:
         QCOMPARE(grid->GetRowCount(), 11L);
         QCOMPARE(grid->GetCellString(-1, CDefParmsGrid::kPromptColumn), loadResourceString(res::ParameterPromptHeading));
         QCOMPARE(grid->GetCellString(rowOf(*dialog, "SEPARATOR"), CDefParmsGrid::kPromptColumn), shown("Field Separator"));
-        // A stored value wins; the schema's empty answer is a value too.
+        // A stored value wins; a switch, never stored, shows where the rows
+        // it enables put it.
         QCOMPARE(valueOf(*dialog, "WIDTH"), QStringLiteral("20"));
-        QCOMPARE(valueOf(*dialog, "USE_TEMPLATE"), QString());
+        QCOMPARE(valueOf(*dialog, "USE_TEMPLATE"), shown("No"));
 
         CUGCell cell;
         grid->GetCell(CDefParmsGrid::kValueColumn, rowOf(*dialog, "WIDTH"), cell);
@@ -296,7 +297,7 @@ private slots:
         type(*dialog, "SEPARATOR", shown("semicolon"));
         dialog->OnOK();
         QCOMPARE(schema.parameters.at("SEPARATOR"), std::string("semicolon"));
-        QCOMPARE(schema.parameters.at("USE_TEMPLATE"), std::string());
+        QVERIFY(!schema.parameters.contains("USE_TEMPLATE"));
     }
 
     void shouldKeepSharedValuesAcrossAChangeOfFormat()
@@ -314,11 +315,16 @@ private slots:
         QCOMPARE(gridOf(*dialog)->disableRow(), CDefParmsGrid::kNoDisableRow);
         QVERIFY(enabled(*dialog, "FRESH"));
 
-        // Back again: what the table format lacked starts at its default.
+        type(*dialog, "WIDTH", QStringLiteral("34"));
+
+        // Back again: what the table format lacked shows what it had in
+        // this format, what both have what it has now.
         dialog->SetFormat(m_sheet.get());
-        QCOMPARE(valueOf(*dialog, "PLAIN"), QStringLiteral("p"));
+        QCOMPARE(valueOf(*dialog, "PLAIN"), QStringLiteral("lost"));
         QCOMPARE(valueOf(*dialog, "USE_TEMPLATE"), shown("No"));
-        QCOMPARE(valueOf(*dialog, "WIDTH"), QStringLiteral("33"));
+        QCOMPARE(valueOf(*dialog, "WIDTH"), QStringLiteral("34"));
+        dialog->SetFormat(m_table.get());
+        QCOMPARE(valueOf(*dialog, "FRESH"), QStringLiteral("new"));
     }
 
     // The apply prompt lists the prompts; the chosen ones go to each target
@@ -360,8 +366,9 @@ private slots:
         QCOMPARE(sheet.parameters, (std::map<std::string, std::string>{{"PLAIN", "plain value"},
                                                                        {"SEPARATOR", "semicolon"}}));
         QCOMPARE(table.parameters, (std::map<std::string, std::string>{{"SEPARATOR", "semicolon"}}));
-        QCOMPARE(schema.parameters.size(), std::size_t(11));
-        QCOMPARE(schema.parameters.at("WIDTH"), std::string("40"));
+        // The edited type takes what changed, and nothing it had already.
+        QCOMPARE(schema.parameters, (std::map<std::string, std::string>{
+                                        {"PLAIN", "plain value"}, {"SEPARATOR", "semicolon"}, {"WIDTH", "40"}}));
     }
 
     void shouldFilterRowsByPromptAndClearOnEscape()
@@ -392,17 +399,30 @@ private slots:
         QVERIFY(!enabled(*dialog, "WIDTH"));
         type(*dialog, "WIDTH", QStringLiteral("8"));
 
+        // The switch says Yes but nothing it turns on has a value: that
+        // would read back as No, so OK says so and shows the row, filter or
+        // not.
+        vyr::test::ShownMessage refusal;
+        answerNextMessageBox(&refusal);
+        dialog->OnOK();
+        QVERIFY(dialog->isVisible());
+        QVERIFY(refusal.text.contains(shown("Only On")));
+        QCOMPARE(filter->text(), QString());
+        QCOMPARE(grid->GetCurrentRow(), rowOf(*dialog, "ONLY_ON"));
+        type(*dialog, "ONLY_ON", QStringLiteral("o"));
+
+        QTest::keyClicks(filter, word);
         QTest::keyClick(filter, Qt::Key_Escape);
         QVERIFY(dialog->isVisible());
         QCOMPARE(filter->text(), QString());
         QCOMPARE(grid->GetRowCount(), 11L);
         QCOMPARE(valueOf(*dialog, "USE_TEMPLATE"), shown("Yes"));
 
-        // Filtered out or not, every value is written.
+        // Filtered out or not, every changed value is written.
         QTest::keyClicks(filter, word);
         dialog->OnOK();
-        QCOMPARE(schema.parameters.size(), std::size_t(11));
-        QCOMPARE(schema.parameters.at("PLAIN"), std::string());
+        QCOMPARE(schema.parameters,
+                 (std::map<std::string, std::string>{{"ONLY_ON", "o"}, {"WIDTH", "8"}}));
     }
 
     void shouldOfferAttributeNamesInListsAndSelectionBoxes()
