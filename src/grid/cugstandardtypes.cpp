@@ -158,7 +158,9 @@ int CUGDropListType::OnDoubleClick(int, long, const QRect &, const QPoint &)
 int CUGDropListType::OnKey(int column, long row, int &key)
 {
     const Qt::KeyboardModifiers modifiers = ctrl()->KeyModifiers();
-    const bool opening = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F4
+    // Control+Enter is the window's (OK), not the cell's.
+    const bool enter = (key == Qt::Key_Return || key == Qt::Key_Enter) && !(modifiers & Qt::ControlModifier);
+    const bool opening = enter || key == Qt::Key_F4
         || (key == Qt::Key_Down && (modifiers & (Qt::ControlModifier | Qt::AltModifier)));
     if (opening) {
         ctrl()->MoveToCell(column, row);

@@ -104,7 +104,9 @@ int CVVyrBrowseButtonType::OnKey(int column, long row, int &key)
     ctrl()->GetCellResolved(column, row, cell);
     // Space types into an editable cell rather than pressing its button.
     const bool space = key == Qt::Key_Space && !isEditable(cell) && !(modifiers & Qt::ControlModifier);
-    const bool pressing = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F4 || space
+    // Control+Enter is the window's (OK), not the cell's.
+    const bool enter = (key == Qt::Key_Return || key == Qt::Key_Enter) && !(modifiers & Qt::ControlModifier);
+    const bool pressing = enter || key == Qt::Key_F4 || space
         || (key == Qt::Key_Down && (modifiers & (Qt::ControlModifier | Qt::AltModifier)));
     if (!pressing)
         return 0;
