@@ -1,0 +1,139 @@
+// The editors behind list-valued arguments, run as a person would: what
+// nobody touched comes back byte for byte in every code page.
+#include "attrtypes/datatypemappings.h"
+#include "attrtypes/typestring.h"
+#include "attrtypesdlg/argumenteditor.h"
+#include "attrtypesdlg/cdomaindlg.h"
+#include "support/modalanswers.h"
+#include "support/randomtext.h"
+#include "uikit/cgrideditdlg.h"
+#include "uikit/cvvyrgrid.h"
+#include "uikit/narrowtext.h"
+#include "util/codepage.h"
+
+#include <QApplication>
+#include <QtTest>
+
+using namespace vyr;
+
+namespace {
+
+using Kind = ArgumentEditor::Kind;
+
+const DataTypeMappings &writerTypes()
+{
+    static const std::unique_ptr<DataTypeMappings> mappings = [] {
+        auto made = std::make_unique<DataTypeMappings>("W", false);
+        made->addMapping("int", "vyr_int32", kStoredListMode);
+        made->addMapping("real", "vyr_real64", kStoredListMode);
+        return made;
+    }();
+    return *mappings;
+}
+
+// Bytes in a comparison failure's message, escaped where not printable.
+QByteArray bytes(const std::string &text)
+{
+    return QByteArray::fromStdString(text).toPercentEncoding(" :\"");
+}
+
+// OK as a person presses it: from a grid, Control+Enter (plain Enter stays
+// in the grid); elsewhere Enter.
+void pressOk(QDialog *dialog)
+{
+    QWidget *focus = QApplication::focusWidget();
+    if (!focus || focus->window() != dialog)
+        focus = dialog;
+    const bool inGrid = qobject_cast<CVVyrGrid *>(focus) != nullptr;
+    QTest::keyClick(focus, Qt::Key_Return, inGrid ? Qt::ControlModifier : Qt::NoModifier);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(ArgumentEditor::Kind)
+
+class tst_ListEditors : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { resetNarrowCodePage(); }
+
+    void narrowTextSurvivesAWidgetsText_data()
+    {
+        QTest::addColumn<QString>("codePage");
+        QTest::addColumn<QByteArray>("narrow");
+        QTest::addColumn<QString>("shown");
+        // `shown` empty: only the way back is checked.
+        QTest::newRow("UTF-8 text") << "UTF-8" << QByteArray("caf\xC3\xA9") << QString("caf\u00E9");
+        QTest::newRow("UTF-8 invalid byte") << "UTF-8" << QByteArray("caf\xE9") << QString();
+        QTest::newRow("UTF-8 byte-order mark") << "UTF-8" << QByteArray("\xEF\xBB\xBF" "a") << QString(QChar(0xFEFF)) + u'a';
+        QTest::newRow("UTF-8 encoded surrogate") << "UTF-8" << QByteArray("\xED\xA0\x80") << QString();
+        QTest::newRow("CP1252 text") << "CP1252" << QByteArray("caf\xE9 \x80") << QString("caf\u00E9 \u20AC");
+        QTest::newRow("CP1252 undefined bytes") << "CP1252" << QByteArray("\x81\x8D") << QString();
+        QTest::newRow("CP932 kana") << "CP932" << QByteArray("\x82\xA0x") << QString("\u3042x");
+        // Characters with two codes: each keeps the one it came with.
+        QTest::newRow("CP932 NEC and JIS codes") << "CP932" << QByteArray("\x87\x90\x81\xE0") << QString();
+        QTest::newRow("CP932 IBM and NEC-selected codes") << "CP932" << QByteArray("\xFA\x5C\xED\x40") << QString();
+        QTest::newRow("CP932 lone lead byte") << "CP932" << QByteArray("x\x82") << QString();
+        QTest::newRow("ISO-2022-JP text") << "ISO-2022-JP" << QByteArray("\x1B$B$\"\x1B(Ba") << QString("\u3042a");
+    }
+
+    void narrowTextSurvivesAWidgetsText()
+    {
+        QFETCH(QString, codePage);
+        QFETCH(QByteArray, narrow);
+        QFETCH(QString, shown);
+        QVERIFY(setNarrowCodePage(codePage.toStdString()));
+        const QString wide = fromNarrow(narrow.toStdString());
+        if (!shown.isEmpty())
+            QCOMPARE(wide, shown);
+        QCOMPARE(QByteArray::fromStdString(toNarrow(wide)), narrow);
+    }
+
+    void everyByteStringSurvivesAWidgetsText()
+    {
+        testing::RandomText random(932);
+        for (const char *codePage : {"UTF-8", "CP1252", "CP932", "ISO-2022-JP"}) {
+            QVERIFY(setNarrowCodePage(codePage));
+            for (int i = 0; i < 3000; ++i) {
+                const std::string text = random.bytes(24);
+                const std::string back = toNarrow(fromNarrow(text));
+                if (back != text)
+                    QFAIL(qPrintable(QString("%1: %2 came back as %3").arg(codePage, bytes(text), bytes(back))));
+            }
+        }
+    }
+
+    void untouchedValuesKeepTheirBytes_data()
+    {
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<QString>("codePage");
+        QTest::addColumn<QByteArray>("packed");
+        QTest::newRow("set, invalid UTF-8") << Kind::StringSet << "UTF-8" << QByteArray("caf\xE9:x");
+        QTest::newRow("list, byte-order marks") << Kind::StringList << "UTF-8"
+                                                << QByteArray("\xEF\xBB\xBF:\xEF\xBB\xBF" "a:b");
+        QTest::newRow("map, invalid UTF-8") << Kind::StringMap << "UTF-8" << QByteArray("k\xE9:v\xFF");
+        QTest::newRow("set, undefined in CP1252") << Kind::StringSet << "CP1252" << QByteArray("\x81\x8D:\xE9");
+        QTest::newRow("list, CP932 second codes") << Kind::StringList << "CP932" << QByteArray("\x87\x90:\xED\x40");
+        QTest::newRow("range domain") << Kind::RangeDomain << "UTF-8" << QByteArray("caf\xE9:int:1:2");
+        QTest::newRow("coded domain") << Kind::CodedDomain << "CP1252"
+                                      << QByteArray("d\x81:int:1:\x8D:2:\xEF\xBB\xBF");
+    }
+
+    void untouchedValuesKeepTheirBytes()
+    {
+        QFETCH(Kind, kind);
+        QFETCH(QString, codePage);
+        QFETCH(QByteArray, packed);
+        QVERIFY(setNarrowCodePage(codePage.toStdString()));
+        ArgumentEditor editor(kind, packed.toStdString(), &writerTypes(), true);
+        test::onNextModalDialog([](QDialog *dialog) { pressOk(dialog); });
+        const std::optional<std::string> result = editor.run();
+        QVERIFY(result);
+        QCOMPARE(bytes(*result), bytes(packed.toStdString()));
+    }
+};
+
+QTEST_MAIN(tst_ListEditors)
+#include "tst_listeditors.moc"
