@@ -42,8 +42,10 @@ bool isDomain(ArgumentEditor::Kind kind)
 ArgumentEditor::ArgumentEditor(Kind kind, std::string_view packed, const DataTypeMappings *registry, bool editable,
                                QWidget *parent)
     : m_kind(kind)
+    , m_packed(packed)
+    , m_elements(csvSplit(packed, ':'))
 {
-    const StringList elements = csvSplit(packed, ':');
+    const StringList &elements = m_elements;
     if (kind == Kind::RangeDomain) {
         m_dialog = std::make_unique<CRangeDomainDlg>(elements, registry, editable, parent);
     } else if (kind == Kind::CodedDomain) {
@@ -62,12 +64,14 @@ ArgumentEditor::~ArgumentEditor() = default;
 
 std::string ArgumentEditor::packedResult() const
 {
-    if (isDomain(m_kind))
-        return csvJoin(static_cast<const CDomainDlg &>(*m_dialog).domainList(), ':');
     StringList elements;
-    for (const QString &text : static_cast<const CGridEditDlg &>(*m_dialog).result())
-        elements.push_back(toNarrow(text));
-    return csvJoin(elements, ':');
+    if (isDomain(m_kind)) {
+        elements = static_cast<const CDomainDlg &>(*m_dialog).domainList();
+    } else {
+        for (const QString &text : static_cast<const CGridEditDlg &>(*m_dialog).result())
+            elements.push_back(toNarrow(text));
+    }
+    return elements == m_elements ? m_packed : csvJoin(elements, ':');
 }
 
 std::optional<std::string> ArgumentEditor::run()

@@ -119,6 +119,10 @@ private slots:
         QTest::newRow("range domain") << Kind::RangeDomain << "UTF-8" << QByteArray("caf\xE9:int:1:2");
         QTest::newRow("coded domain") << Kind::CodedDomain << "CP1252"
                                       << QByteArray("d\x81:int:1:\x8D:2:\xEF\xBB\xBF");
+        // Packed as the packing would not have written it: kept as it was.
+        QTest::newRow("set, blank unquoted, needless quotes") << Kind::StringSet << "UTF-8"
+                                                              << QByteArray("a b:\"c\":d");
+        QTest::newRow("domain, needless quotes") << Kind::CodedDomain << "UTF-8" << QByteArray("\"d\":int:1:\"x\"");
     }
 
     void untouchedValuesKeepTheirBytes()
