@@ -76,6 +76,12 @@ public:
     virtual void GetRowTexts(long row, QStringList &texts);
     // The cell's text; empty outside the grid. The row comes first.
     virtual QString GetCellString(long row, int column);
+    // The first record whose text in `column` an earlier record holds as
+    // well, or -1; empty texts are not counted. Texts compare exactly.
+    long FindRepeatedText(int column);
+    // Makes the cell current and gives the grid the focus, as after a
+    // check that found something wrong there.
+    void FocusCell(int column, long row);
 
     // --- Rows, with a new row only
     // Deletes the current row and every row holding a selected cell.

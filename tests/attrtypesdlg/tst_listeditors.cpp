@@ -3,15 +3,20 @@
 #include "attrtypes/datatypemappings.h"
 #include "attrtypes/typestring.h"
 #include "attrtypesdlg/argumenteditor.h"
+#include "attrtypesdlg/ccodeddomaindlg.h"
 #include "attrtypesdlg/cdomaindlg.h"
+#include "support/gridwindow.h"
 #include "support/modalanswers.h"
 #include "support/randomtext.h"
 #include "uikit/cgrideditdlg.h"
 #include "uikit/cvvyrgrid.h"
 #include "uikit/narrowtext.h"
+#include "uikit/resourcelibrary.h"
 #include "util/codepage.h"
+#include "util/resourceids.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QtTest>
 
 using namespace vyr;
@@ -46,6 +51,19 @@ void pressOk(QDialog *dialog)
         focus = dialog;
     const bool inGrid = qobject_cast<CVVyrGrid *>(focus) != nullptr;
     QTest::keyClick(focus, Qt::Key_Return, inGrid ? Qt::ControlModifier : Qt::NoModifier);
+}
+
+// What the next message box said, and how many buttons it offered; OK
+// closes it.
+void answerMessage(QString *text, qsizetype *buttons)
+{
+    test::onNextModalDialog([text, buttons](QDialog *dialog) {
+        auto *box = qobject_cast<QMessageBox *>(dialog);
+        QVERIFY(box);
+        *text = box->text();
+        *buttons = box->buttons().size();
+        box->button(QMessageBox::Ok)->click();
+    });
 }
 
 } // namespace
@@ -136,6 +154,52 @@ private slots:
         const std::optional<std::string> result = editor.run();
         QVERIFY(result);
         QCOMPARE(bytes(*result), bytes(packed.toStdString()));
+    }
+
+    void codedDomainRefusesARepeatedCode_data()
+    {
+        QTest::addColumn<QStringList>("codes");
+        QTest::addColumn<QString>("repeated");
+        QTest::addColumn<int>("row");
+        QTest::newRow("first code again") << QStringList{"1", "2", "1"} << "1" << 2;
+        QTest::newRow("a later code again") << QStringList{"x", "y", "z", "y"} << "y" << 3;
+        QTest::newRow("rows without a code aside") << QStringList{"", "a b", "", "a b"} << "a b" << 3;
+    }
+
+    void codedDomainRefusesARepeatedCode()
+    {
+        QFETCH(QStringList, codes);
+        QFETCH(QString, repeated);
+        QFETCH(int, row);
+        StringList domain{"d", "int"};
+        for (const QString &code : std::as_const(codes)) {
+            domain.push_back(code.toStdString());
+            domain.push_back("for " + code.toStdString());
+        }
+        CCodedDomainDlg dialog(domain, &writerTypes(), true);
+        QVERIFY(dialog.Create());
+        QVERIFY(test::showActive(dialog));
+        QString said;
+        qsizetype buttons = 0;
+        answerMessage(&said, &buttons);
+        QWidget *name = dialog.GetDlgItem(CDomainDlg::kIdName);
+        name->setFocus();
+        QTest::keyClick(name, Qt::Key_Return);
+        QCOMPARE(said, formatResourceString(res::DomainCodeRepeated, {repeated}));
+        QCOMPARE(buttons, 1);
+        QVERIFY(dialog.isVisible());
+        CVVyrGrid &grid = *dialog.codeGrid();
+        QCOMPARE(grid.GetCurrentRow(), long(row));
+        QCOMPARE(grid.GetCurrentCol(), 0);
+        // The focus the dialog gets back once the message box has gone.
+        QCOMPARE(dialog.focusWidget(), static_cast<QWidget *>(&grid));
+
+        // Another code, and OK is taken.
+        grid.SetCellText(0, row, "new");
+        QTest::keyClick(&grid, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(dialog.result(), int(kEndOk));
+        const StringList &taken = dialog.domainList();
+        QVERIFY(std::find(taken.begin(), taken.end(), "new") != taken.end());
     }
 };
 
