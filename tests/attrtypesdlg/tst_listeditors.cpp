@@ -5,6 +5,7 @@
 #include "attrtypesdlg/argumenteditor.h"
 #include "attrtypesdlg/ccodeddomaindlg.h"
 #include "attrtypesdlg/cdomaindlg.h"
+#include "attrtypesdlg/crangedomaindlg.h"
 #include "support/gridwindow.h"
 #include "support/modalanswers.h"
 #include "support/randomtext.h"
@@ -16,6 +17,7 @@
 #include "util/resourceids.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QtTest>
 
@@ -200,6 +202,30 @@ private slots:
         QCOMPARE(dialog.result(), int(kEndOk));
         const StringList &taken = dialog.domainList();
         QVERIFY(std::find(taken.begin(), taken.end(), "new") != taken.end());
+    }
+
+    void rangeDomainRefusesAMinimumAboveTheMaximum()
+    {
+        CRangeDomainDlg dialog({"r", "int", "10", "1"}, &writerTypes(), true);
+        QVERIFY(dialog.Create());
+        QVERIFY(test::showActive(dialog));
+        auto *minimum = qobject_cast<QLineEdit *>(dialog.GetDlgItem(CRangeDomainDlg::kIdMinimum));
+        QWidget *maximum = dialog.GetDlgItem(CRangeDomainDlg::kIdMaximum);
+        maximum->setFocus();
+        QString said;
+        qsizetype buttons = 0;
+        answerMessage(&said, &buttons);
+        QTest::keyClick(maximum, Qt::Key_Return);
+        QCOMPARE(said, loadResourceString(res::DomainRangeInverted));
+        QCOMPARE(buttons, 1);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(dialog.focusWidget(), static_cast<QWidget *>(minimum));
+        QCOMPARE(minimum->selectedText(), QString("10"));
+
+        minimum->setText("0,5");
+        QTest::keyClick(maximum, Qt::Key_Return);
+        QCOMPARE(dialog.result(), int(kEndOk));
+        QCOMPARE(dialog.domainList(), (StringList{"r", "int", "0.5", "1"}));
     }
 };
 
