@@ -18,17 +18,20 @@ struct ListEditorTexts
     unsigned label;
     // 0: no second label.
     unsigned note;
+    // 0: values may repeat.
+    unsigned repeated;
 };
 
 ListEditorTexts textsOf(ArgumentEditor::Kind kind)
 {
     switch (kind) {
     case ArgumentEditor::Kind::StringSet:
-        return {1, res::StringSetTitle, res::StringSetLabel, res::GridEditIncompleteNote};
+        return {1, res::StringSetTitle, res::StringSetLabel, res::GridEditIncompleteNote,
+                res::StringSetValueRepeated};
     case ArgumentEditor::Kind::StringList:
-        return {1, res::StringListTitle, res::StringListLabel, 0};
+        return {1, res::StringListTitle, res::StringListLabel, 0, 0};
     default:
-        return {2, res::StringMapTitle, res::StringMapLabel, res::GridEditIncompleteNote};
+        return {2, res::StringMapTitle, res::StringMapLabel, res::GridEditIncompleteNote, 0};
     }
 }
 
@@ -52,11 +55,13 @@ ArgumentEditor::ArgumentEditor(Kind kind, std::string_view packed, const DataTyp
         m_dialog = std::make_unique<CCodedDomainDlg>(elements, registry, editable, parent);
     } else {
         const ListEditorTexts texts = textsOf(kind);
-        m_dialog = std::make_unique<CGridEditDlg>(texts.columns, loadResourceString(texts.title),
-                                                  loadResourceString(texts.label), fromNarrowList(elements), editable,
-                                                  QStringList(),
-                                                  texts.note ? loadResourceString(texts.note) : QString(),
-                                                  std::string(), parent);
+        auto dialog = std::make_unique<CGridEditDlg>(texts.columns, loadResourceString(texts.title),
+                                                     loadResourceString(texts.label), fromNarrowList(elements),
+                                                     editable, QStringList(),
+                                                     texts.note ? loadResourceString(texts.note) : QString(),
+                                                     std::string(), parent);
+        dialog->setUniqueValues(texts.repeated);
+        m_dialog = std::move(dialog);
     }
 }
 

@@ -317,15 +317,18 @@ int CVVyrGrid::OnEditNextCell(int, long, int &, long &)
     return 0;
 }
 
-int CVVyrGrid::OnEndEdit(int, long, QWidget *, const QString &, bool cancelled)
+int CVVyrGrid::OnEndEdit(int column, long row, QWidget *, const QString &text, bool cancelled)
 {
-    if (cancelled)
+    if (cancelled) {
         m_history.cancelJoin();
-    return 1;
+        return 1;
+    }
+    return refusesAsRepeated(column, row, text) ? 0 : 1;
 }
 
 void CVVyrGrid::OnUserActionBegins()
 {
+    collectRepeats();
     if (!m_replaying)
         m_history.begin(GetCurrentCol(), GetCurrentRow());
 }
@@ -334,6 +337,7 @@ void CVVyrGrid::OnUserActionEnds()
 {
     if (!m_replaying)
         m_history.end();
+    tellCollectedRepeats();
 }
 
 void CVVyrGrid::OnLayoutComponents(Layout &layout)

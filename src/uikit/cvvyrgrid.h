@@ -79,6 +79,12 @@ public:
     // The first record whose text in `column` an earlier record holds as
     // well, or -1; empty texts are not counted. Texts compare exactly.
     long FindRepeatedText(int column);
+    // Makes `column` (-1: none, the start) hold each text once: a text
+    // typed, pasted or replaced there that another record holds already is
+    // refused, and the user told with message `messageId`, its %1 the text
+    // (for a paste or a replace-all once, after it, naming the first). Texts
+    // the records held before are left to the caller (FindRepeatedText).
+    void SetUniqueColumn(int column, unsigned messageId);
     // Makes the cell current and gives the grid the focus, as after a
     // check that found something wrong there.
     void FocusCell(int column, long row);
@@ -276,6 +282,13 @@ private:
     void redoChanges(const GridStep &step);
     void restoreRows(long row, const StoredRows &rows);
     void restoreText(int column, long row, const QString &text);
+    // Whether `text` would repeat another record's in the unique column;
+    // the user is told, or the text kept to tell after a batch.
+    bool refusesAsRepeated(int column, long row, const QString &text);
+    void tellRepeated(const QString &text);
+    // Around a paste or a replace-all: repeats are told once, at the end.
+    void collectRepeats();
+    void tellCollectedRepeats();
     // Reorders row texts and tells the subclass of every text that moved.
     void moveRowTexts(long row, const std::vector<long> &order);
     // Cells selected in one row, from `left` to `right`.
@@ -305,6 +318,10 @@ private:
     int m_colourId = -1;
     GridHistory m_history;
     bool m_replaying = false;
+    int m_uniqueColumn = -1;
+    unsigned m_repeatMessage = 0;
+    int m_collectingRepeats = 0;
+    QString m_firstRefusedRepeat;
 };
 
 } // namespace vyr

@@ -261,6 +261,7 @@ CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
     const long lines = long(table.size());
     const long overwritten = std::clamp(records - startRow, 0L, lines);
     UndoStep step(*this);
+    collectRepeats();
     BeginBatch();
     for (long line = 0; line < overwritten; ++line) {
         result.refusedCells += writePastedRecord(startRow + line, firstColumn, table[std::size_t(line)]);
@@ -284,6 +285,7 @@ CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
     }
     EndBatch();
     RepaintAll();
+    tellCollectedRepeats();
     OnPasted(result);
     return result;
 }

@@ -3,8 +3,6 @@
 // uses on them.
 #include "uikit/cvvyrgrid.h"
 
-#include <QSet>
-
 #include <algorithm>
 #include <numeric>
 
@@ -18,20 +16,6 @@ bool CVVyrGrid::isNewRow(long row) const
 long CVVyrGrid::recordCount() const
 {
     return m_keepNewRow ? std::max(0L, GetRowCount() - 1) : GetRowCount();
-}
-
-long CVVyrGrid::FindRepeatedText(int column)
-{
-    QSet<QString> seen;
-    for (long row = 0; row < recordCount(); ++row) {
-        const QString text = GetCellString(row, column);
-        if (text.isEmpty())
-            continue;
-        if (seen.contains(text))
-            return row;
-        seen.insert(text);
-    }
-    return -1;
 }
 
 void CVVyrGrid::FocusCell(int column, long row)

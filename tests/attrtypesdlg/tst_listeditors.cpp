@@ -227,6 +227,89 @@ private slots:
         QCOMPARE(dialog.result(), int(kEndOk));
         QCOMPARE(dialog.domainList(), (StringList{"r", "int", "0.5", "1"}));
     }
+
+    // Typed, pasted or replaced, a value the set holds already is refused
+    // where it is entered; one that came in with the value is refused on OK.
+    void setEditorHoldsEachValueOnce()
+    {
+        const auto repeated = [](const char *value) {
+            return formatResourceString(res::StringSetValueRepeated, {QString(value)});
+        };
+        ArgumentEditor editor(Kind::StringSet, "a:b", nullptr, true);
+        QStringList said;
+        QList<qsizetype> buttons;
+        const auto expectMessage = [&said, &buttons] {
+            test::onNextModalDialog([&said, &buttons](QDialog *dialog) {
+                auto *box = qobject_cast<QMessageBox *>(dialog);
+                QVERIFY(box);
+                said << box->text();
+                buttons << box->buttons().size();
+                box->button(QMessageBox::Ok)->click();
+            });
+        };
+        QStringList rowsAtEnd;
+        test::onNextModalDialog([&](QDialog *dialog) {
+            CVVyrGrid &grid = *static_cast<CGridEditDlg *>(dialog)->grid();
+            QTRY_VERIFY(grid.hasFocus());
+            // Typed over another value: the edit stays open on its cell.
+            grid.GotoCell(0, 1);
+            QTest::keyClick(&grid, Qt::Key_F2);
+            QVERIFY(grid.IsEditing());
+            QTest::keyClick(grid.GetEditor(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(grid.GetEditor(), "a");
+            expectMessage();
+            QTest::keyClick(grid.GetEditor(), Qt::Key_Return);
+            QVERIFY(grid.IsEditing());
+            QCOMPARE(grid.GetCurrentRow(), 1L);
+            // The window gets the focus back as a window manager would give it.
+            QVERIFY(test::showActive(*dialog));
+            QTRY_VERIFY(grid.GetEditor()->hasFocus());
+            QTest::keyClick(grid.GetEditor(), Qt::Key_Escape);
+            QVERIFY(!grid.IsEditing());
+            QCOMPARE(grid.GetCellString(1, 0), QString("b"));
+            // The same text again is no repeat.
+            grid.GotoCell(0, 1);
+            QTest::keyClick(&grid, Qt::Key_F2);
+            QTest::keyClick(grid.GetEditor(), Qt::Key_Return);
+            QVERIFY(!grid.IsEditing());
+
+            // Pasted: the new values go in, the repeated ones are named once.
+            grid.GotoCell(0, grid.GetRowCount() - 1);
+            expectMessage();
+            grid.PasteText("c\nb\nc\nd\n");
+            // Replaced: "d" cannot become "c".
+            grid.GotoCell(0, 0);
+            expectMessage();
+            grid.FindReplace("d", "c", 0, CUGCtrl::ReplaceAllRequest);
+            for (long row = 0; row < grid.GetRowCount(); ++row)
+                rowsAtEnd << grid.GetCellString(row, 0);
+            QTest::keyClick(&grid, Qt::Key_Return, Qt::ControlModifier);
+        });
+        const std::optional<std::string> result = editor.run();
+        QCOMPARE(said, QStringList({repeated("a"), repeated("b"), repeated("c")}));
+        QCOMPARE(buttons, QList<qsizetype>({1, 1, 1}));
+        QCOMPARE(rowsAtEnd.join('|'), QString("a|b|c|||d|"));
+        QVERIFY(result);
+        QCOMPARE(*result, std::string("a:b:c:d"));
+
+        // Held twice from the start: OK names the value and shows its second row.
+        ArgumentEditor twice(Kind::StringSet, "x:y:x", nullptr, true);
+        said.clear();
+        buttons.clear();
+        long current = -1;
+        test::onNextModalDialog([&](QDialog *dialog) {
+            CVVyrGrid &grid = *static_cast<CGridEditDlg *>(dialog)->grid();
+            grid.GotoCell(0, 0);
+            expectMessage();
+            QTest::keyClick(&grid, Qt::Key_Return, Qt::ControlModifier);
+            QVERIFY(dialog->isVisible());
+            current = grid.GetCurrentRow();
+            dialog->reject();
+        });
+        QVERIFY(!twice.run());
+        QCOMPARE(said, QStringList({repeated("x")}));
+        QCOMPARE(current, 2L);
+    }
 };
 
 QTEST_MAIN(tst_ListEditors)
