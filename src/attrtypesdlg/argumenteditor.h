@@ -5,7 +5,9 @@
 // The value is packed as the argument keeps it: the list's elements joined
 // with colons, quoted where needed (csvJoin), in the narrow code page. A
 // string map is its keys and values alternately; a domain is its name, then
-// its field type and bounds or codes.
+// its field type and bounds or codes. A value whose elements come back
+// unchanged is given back as it was packed, so that quoting the packing
+// would write differently ("a b" unquoted, quotes nothing needs) stays.
 #ifndef VYR_ATTRTYPESDLG_ARGUMENTEDITOR_H
 #define VYR_ATTRTYPESDLG_ARGUMENTEDITOR_H
 
@@ -47,6 +49,8 @@ public:
 
 private:
     Kind m_kind;
+    std::string m_packed;
+    StringList m_elements;
     std::unique_ptr<CVyrDialog> m_dialog;
 };
 

@@ -41,14 +41,21 @@ void CCodedDomainDlg::EnableDefinition(bool enable)
 
 bool CCodedDomainDlg::CheckDefinition()
 {
-    if (m_codes) {
-        m_codes->CommitEdit();
-        for (long row = 0; row < m_codes->GetRowCount(); ++row) {
-            if (!m_codes->GetCellString(row, 0).isEmpty())
-                return true;
-        }
-        m_codes->setFocus();
+    if (!m_codes)
+        return Refuse(res::DomainCodeRequired);
+    m_codes->CommitEdit();
+    // A code stands for one description: the second of two equal codes is
+    // where the user decides which to change.
+    if (const long repeated = m_codes->FindRepeatedText(0); repeated >= 0) {
+        const QString code = m_codes->GetCellString(repeated, 0);
+        m_codes->FocusCell(0, repeated);
+        return Refuse(formatResourceString(res::DomainCodeRepeated, {code}));
     }
+    for (long row = 0; row < m_codes->GetRowCount(); ++row) {
+        if (!m_codes->GetCellString(row, 0).isEmpty())
+            return true;
+    }
+    m_codes->setFocus();
     return Refuse(res::DomainCodeRequired);
 }
 

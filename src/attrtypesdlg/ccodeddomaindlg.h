@@ -5,7 +5,8 @@
 // pairs; a list of at least four shows them, a code without a description
 // at its end is dropped. The codes are edited in a two-column grid with a
 // blank row for a new pair. On OK at least one row needs a code (message
-// 59523); rows without a code are dropped.
+// 59523) and no code may be given twice (message 59525, naming the code,
+// with the cursor on its second row); rows without a code are dropped.
 #ifndef VYR_ATTRTYPESDLG_CCODEDDOMAINDLG_H
 #define VYR_ATTRTYPESDLG_CCODEDDOMAINDLG_H
 

@@ -76,7 +76,12 @@ void CDomainDlg::ApplyEnablingRule()
 
 bool CDomainDlg::Refuse(unsigned messageId)
 {
-    ShowExclamationBox(loadResourceString(messageId), QString(), this, MbOk);
+    return Refuse(loadResourceString(messageId));
+}
+
+bool CDomainDlg::Refuse(const QString &message)
+{
+    ShowExclamationBox(message, QString(), this, MbOk);
     return false;
 }
 

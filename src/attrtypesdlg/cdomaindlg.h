@@ -66,8 +66,9 @@ protected:
     virtual bool CheckDefinition() = 0;
     // Puts the bounds or codes shown into `domain`.
     virtual void TakeDefinition(DomainList &domain) = 0;
-    // Tells the user string `messageId` and answers false.
+    // Tells the user string `messageId`, or `message`, and answers false.
     bool Refuse(unsigned messageId);
+    bool Refuse(const QString &message);
     bool isNameOnly() const;
     const DataTypeMappings *registry() const { return m_registry; }
 

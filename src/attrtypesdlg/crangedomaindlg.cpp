@@ -33,22 +33,33 @@ void CRangeDomainDlg::EnableDefinition(bool enable)
 
 bool CRangeDomainDlg::CheckDefinition()
 {
-    for (const DialogControl<QLineEdit> *bound : {&m_minimum, &m_maximum}) {
-        const std::string text = *bound ? toNarrow((*bound)->text()) : std::string();
-        float value = 0;
-        if (text.empty() || !parseFloat(text, value)) {
-            if (*bound)
-                (*bound)->setFocus();
-            return Refuse(res::DomainRangeInvalid);
+    DialogControl<QLineEdit> *const bounds[] = {&m_minimum, &m_maximum};
+    const auto refuseAt = [this](DialogControl<QLineEdit> &bound, unsigned messageId) {
+        if (bound) {
+            bound->setFocus();
+            bound->selectAll();
         }
+        return Refuse(messageId);
+    };
+    double values[2] = {};
+    for (std::size_t i = 0; i < 2; ++i) {
+        const std::string text = *bounds[i] ? toNarrow((*bounds[i])->text()) : std::string();
+        float single = 0;
+        std::optional<std::string> plain;
+        if (text.empty() || !parseFloat(text, single) || !(plain = plainNumberText(text)))
+            return refuseAt(*bounds[i], res::DomainRangeInvalid);
+        parseDouble(*plain, values[i]);
+        m_checkedBounds[i] = std::move(*plain);
     }
+    if (values[0] > values[1])
+        return refuseAt(m_minimum, res::DomainRangeInverted);
     return true;
 }
 
 void CRangeDomainDlg::TakeDefinition(DomainList &domain)
 {
-    domain.minimum = m_minimum ? toNarrow(m_minimum->text()) : std::string();
-    domain.maximum = m_maximum ? toNarrow(m_maximum->text()) : std::string();
+    domain.minimum = m_checkedBounds[0];
+    domain.maximum = m_checkedBounds[1];
 }
 
 } // namespace vyr

@@ -3,12 +3,17 @@
 //
 // The list is the name, then the field type, the minimum and the maximum;
 // a list of exactly four shows all of them. On OK both bounds must be
-// numbers within single precision (message 59524); a minimum above the
-// maximum is taken as it is.
+// numbers within single precision (message 59524) and the minimum may not
+// be above the maximum (message 59533, the cursor on the minimum). A bound
+// is kept in the form a reader of plain decimals reads: as typed when it is
+// one ("2.50" stays), else as the number the check read ("1,5" becomes
+// "1.5"; util/numbertext.h, plainNumberText).
 #ifndef VYR_ATTRTYPESDLG_CRANGEDOMAINDLG_H
 #define VYR_ATTRTYPESDLG_CRANGEDOMAINDLG_H
 
 #include "attrtypesdlg/cdomaindlg.h"
+
+#include <string>
 
 namespace vyr {
 
@@ -35,6 +40,8 @@ protected:
 private:
     DialogControl<QLineEdit> m_minimum;
     DialogControl<QLineEdit> m_maximum;
+    // The bounds as the last check that passed read them.
+    std::string m_checkedBounds[2];
 };
 
 } // namespace vyr

@@ -6,10 +6,10 @@
 #include "vyrguimfc/vyrguimfc.h"
 
 #include "uikit/application.h"
+#include "uikit/narrowtext.h"
 #include "uikit/resourcelibrary.h"
 #include "util/asciitext.h"
 #include "util/installdir.h"
-#include "util/stringconverter.h"
 
 #include <dlfcn.h>
 
@@ -22,7 +22,7 @@ namespace {
 
 std::string narrowResourceString(unsigned id)
 {
-    return utf8ToAnsi(loadResourceString(id).toStdString());
+    return toNarrow(loadResourceString(id));
 }
 
 } // namespace

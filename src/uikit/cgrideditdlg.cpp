@@ -1,7 +1,9 @@
 #include "uikit/cgrideditdlg.h"
 
 #include "uikit/cvvyrgrid.h"
+#include "uikit/dialogutils.h"
 #include "uikit/gridrowbuttons.h"
+#include "uikit/resourcelibrary.h"
 #include "util/resourceids.h"
 
 
@@ -45,6 +47,8 @@ bool CGridEditDlg::OnInitDialog()
         return true;
     }
     m_grid = grid;
+    if (m_uniqueMessage)
+        grid->SetUniqueColumn(0, m_uniqueMessage);
     if (!m_choices.isEmpty()) {
         // The first column offers the choices, in the new row too: it was
         // stored before the column had them.
@@ -88,7 +92,16 @@ void CGridEditDlg::OnOK()
     if (!m_enabled) {
         m_result = m_values;
     } else if (m_grid) {
+        // A text the grid refused keeps its edit open: the grid said why.
         m_grid->CommitEdit();
+        if (m_grid->IsEditing())
+            return;
+        if (const long repeated = m_uniqueMessage ? m_grid->FindRepeatedText(0) : -1; repeated >= 0) {
+            const QString text = m_grid->GetCellString(repeated, 0);
+            m_grid->FocusCell(0, repeated);
+            ShowExclamationBox(formatResourceString(m_uniqueMessage, {text}), QString(), this, MbOk);
+            return;
+        }
         m_result.clear();
         for (long row = 0; row < m_grid->GetRowCount(); ++row) {
             QStringList texts;

@@ -9,6 +9,9 @@
 // row; incomplete rows and the blank row are dropped. A read-only dialog
 // gives back the values it was given. Escape while a cell
 // is being edited ends the edit only; the next Escape closes the dialog.
+// With unique values, column 0 holds each text once: a repeat is refused
+// where it is entered, and OK refuses one the list came with, naming it and
+// showing its second row.
 #ifndef VYR_UIKIT_CGRIDEDITDLG_H
 #define VYR_UIKIT_CGRIDEDITDLG_H
 
@@ -46,6 +49,9 @@ public:
 
     // After OK: the kept records' texts, row by row.
     const QStringList &result() const { return m_result; }
+    // Before the dialog runs: column 0 holds each text once; message
+    // `messageId` (its %1 the text) tells of a repeat.
+    void setUniqueValues(unsigned messageId) { m_uniqueMessage = messageId; }
     CVVyrGrid *grid() const { return m_grid; }
 
     void OnOK() override;
@@ -65,6 +71,8 @@ private:
     bool m_enabled;
     QStringList m_choices;
     QStringList m_result;
+    // 0: values may repeat.
+    unsigned m_uniqueMessage = 0;
     QPointer<CVVyrGrid> m_grid;
     DialogControl<QLabel> m_labelControl;
     DialogControl<QLabel> m_secondLabelControl;

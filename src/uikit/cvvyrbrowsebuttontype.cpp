@@ -189,9 +189,11 @@ void CVVyrColourPickType::Browse(int column, long row)
     if (!mayBrowse(column, row, false))
         return;
     const QString text = ctrl()->GetCellText(column, row);
-    const QColor initial = colourOf(text).value_or(QColor(Qt::black));
-    const QColor chosen = QColorDialog::getColor(initial, ctrl());
-    if (!chosen.isValid())
+    const std::optional<QColor> current = colourOf(text);
+    const QColor chosen = QColorDialog::getColor(current.value_or(QColor(Qt::black)), ctrl());
+    // The colour the cell had keeps its text ("0.85" is no "216/255"); a
+    // cell without a colour takes even the black the dialog offered.
+    if (!chosen.isValid() || (current && chosen.rgb() == current->rgb()))
         return;
     const Rgb rgb{std::uint8_t(chosen.red()), std::uint8_t(chosen.green()), std::uint8_t(chosen.blue())};
     ctrl()->StoreUserText(column, row, QString::fromStdString(formatColourText(rgb)), ug::TextBrowsed);

@@ -317,37 +317,20 @@ int CVVyrGrid::OnEditNextCell(int, long, int &, long &)
     return 0;
 }
 
-int CVVyrGrid::OnEndEdit(int column, long row, QWidget *editor, const QString &text, bool cancelled)
+int CVVyrGrid::OnEndEdit(int column, long row, QWidget *, const QString &text, bool cancelled)
 {
     if (cancelled) {
         m_history.cancelJoin();
         return 1;
     }
-    if (m_tellingRefusal)
-        return 0;
-    const QString reason = OnCheckText(column, row, text);
-    if (reason.isEmpty())
-        return 1;
-    if (!editor) {
-        if (!m_refusals.contains(reason))
-            m_refusals.append(reason);
-        return 0;
-    }
-    m_tellingRefusal = true;
-    ShowMessageBox(this, reason, QString(), MbOk);
-    m_tellingRefusal = false;
-    return 0;
-}
-
-QString CVVyrGrid::OnCheckText(int, long, const QString &)
-{
-    return {};
+    return refuses(column, row, text) ? 0 : 1;
 }
 
 void CVVyrGrid::OnCellTextReplaced(int, long, const QString &) {}
 
 void CVVyrGrid::OnUserActionBegins()
 {
+    collectRefusals();
     if (!m_replaying)
         m_history.begin(GetCurrentCol(), GetCurrentRow());
 }
@@ -356,6 +339,7 @@ void CVVyrGrid::OnUserActionEnds()
 {
     if (!m_replaying)
         m_history.end();
+    tellCollectedRefusals();
 }
 
 void CVVyrGrid::OnLayoutComponents(Layout &layout)

@@ -76,6 +76,18 @@ public:
     virtual void GetRowTexts(long row, QStringList &texts);
     // The cell's text; empty outside the grid. The row comes first.
     virtual QString GetCellString(long row, int column);
+    // The first record whose text in `column` an earlier record holds as
+    // well, or -1; empty texts are not counted. Texts compare exactly.
+    long FindRepeatedText(int column);
+    // Makes `column` (-1: none, the start) hold each text once: a text
+    // typed, pasted or replaced there that another record holds already is
+    // refused, and the user told with message `messageId`, its %1 the text
+    // (for a paste or a replace-all once, after it, naming the first). Texts
+    // the records held before are left to the caller (FindRepeatedText).
+    void SetUniqueColumn(int column, unsigned messageId);
+    // Makes the cell current and gives the grid the focus, as after a
+    // check that found something wrong there.
+    void FocusCell(int column, long row);
 
     // --- Rows, with a new row only
     // Deletes the current row and every row holding a selected cell.
@@ -146,8 +158,9 @@ protected:
     // The one check every text a person gives a cell passes, however it
     // comes (typed, pasted, replaced by assistive technology): empty accepts
     // it, anything else says why the cell cannot hold it, and the grid tells
-    // the person (at once for an edit, once after a paste). The base
-    // accepts every text.
+    // the person - at once for an edit, once after a paste or a
+    // replace-all. The base refuses a repeat in the unique column
+    // (SetUniqueColumn).
     virtual QString OnCheckText(int column, long row, const QString &text);
     // A cell's text was replaced - by a person, or by undo and redo; `before`
     // is what it held. Texts that move with their rows are not replaced.
@@ -169,8 +182,6 @@ public:
     {
         long rows = 0;
         long refusedCells = 0;
-        // Why cells were refused, each reason once.
-        QStringList reasons;
     };
     PasteResult PasteText(const QString &text);
     void Paste();
@@ -281,6 +292,12 @@ private:
     void redoChanges(const GridStep &step);
     void restoreRows(long row, const StoredRows &rows);
     void restoreText(int column, long row, const QString &text);
+    // Whether the check refuses `text` for the cell; the user is told, or
+    // the reason kept to tell after a batch.
+    bool refuses(int column, long row, const QString &text);
+    // Around a paste or a replace-all: refusals are told once, at the end.
+    void collectRefusals();
+    void tellCollectedRefusals();
     // Reorders row texts and tells the subclass of every text that moved.
     void moveRowTexts(long row, const std::vector<long> &order);
     // Cells selected in one row, from `left` to `right`.
@@ -310,11 +327,14 @@ private:
     int m_colourId = -1;
     GridHistory m_history;
     bool m_replaying = false;
-    // A refused edit is being told: the editor's focus going to the
-    // message ends no edit.
-    bool m_tellingRefusal = false;
-    // Why the texts written outside the editor were refused, each once.
+    int m_uniqueColumn = -1;
+    unsigned m_repeatMessage = 0;
+    int m_collectingRefusals = 0;
+    // Why texts of the batch under way were refused, each reason once.
     QStringList m_refusals;
+    // A refusal is being told: the editor's focus going to the message
+    // ends no edit.
+    bool m_tellingRefusal = false;
 };
 
 } // namespace vyr

@@ -3,13 +3,10 @@
 // back or forward - and copying and pasting rows through the clipboard.
 #include "uikit/cvvyrgrid.h"
 
-#include "uikit/dialogutils.h"
 #include "util/tabulartext.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
-
-#include <utility>
 
 namespace vyr {
 
@@ -266,8 +263,8 @@ CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
     const long records = recordCount();
     const long lines = long(table.size());
     const long overwritten = std::clamp(records - startRow, 0L, lines);
-    m_refusals.clear();
     UndoStep step(*this);
+    collectRefusals();
     BeginBatch();
     for (long line = 0; line < overwritten; ++line) {
         result.refusedCells += writePastedRecord(startRow + line, firstColumn, table[std::size_t(line)]);
@@ -291,12 +288,8 @@ CVVyrGrid::PasteResult CVVyrGrid::PasteText(const QString &text)
     }
     EndBatch();
     RepaintAll();
-    result.reasons = std::exchange(m_refusals, {});
+    tellCollectedRefusals();
     OnPasted(result);
-    // Said once for the whole paste, however many cells each reason kept
-    // out.
-    if (!result.reasons.isEmpty())
-        ShowMessageBox(this, result.reasons.join(u'\n'), QString(), MbOk);
     return result;
 }
 

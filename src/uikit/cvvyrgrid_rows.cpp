@@ -18,6 +18,13 @@ long CVVyrGrid::recordCount() const
     return m_keepNewRow ? std::max(0L, GetRowCount() - 1) : GetRowCount();
 }
 
+void CVVyrGrid::FocusCell(int column, long row)
+{
+    CommitEdit();
+    GotoCell(column, row);
+    setFocus(Qt::OtherFocusReason);
+}
+
 long CVVyrGrid::addBlankRowAt(long row)
 {
     if (InsertRow(row) != ug::Success)

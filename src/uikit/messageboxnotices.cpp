@@ -1,8 +1,8 @@
 #include "uikit/messageboxnotices.h"
 
 #include "uikit/dialogutils.h"
+#include "uikit/narrowtext.h"
 #include "uikit/resourcelibrary.h"
-#include "util/stringconverter.h"
 
 namespace vyr {
 
@@ -10,7 +10,7 @@ void MessageBoxNotices::showNotice(unsigned messageId, const StringList &inserts
 {
     QStringList texts;
     for (const std::string &insert : inserts)
-        texts.append(QString::fromStdString(ansiToUtf8(insert)));
+        texts.append(fromNarrow(insert));
     ShowMessageBox(nullptr, formatResourceString(messageId, texts), QString(), MbOk);
 }
 

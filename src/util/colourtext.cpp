@@ -5,6 +5,8 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <string>
 
 namespace vyr {
 
@@ -25,8 +27,43 @@ std::optional<std::uint8_t> byteOf(std::string_view part)
     return static_cast<std::uint8_t>(byte < 0 ? byte + 256 : byte);
 }
 
+// `count` in units of 10^-decimals, without trailing zeros ("0.85", "1").
+std::string decimalText(std::uint64_t count, int decimals)
+{
+    std::string digits = std::to_string(count);
+    if (decimals == 0)
+        return digits;
+    if (digits.size() <= std::size_t(decimals))
+        digits.insert(0, std::size_t(decimals) + 1 - digits.size(), '0');
+    digits.insert(digits.size() - std::size_t(decimals), 1, '.');
+    while (digits.back() == '0')
+        digits.pop_back();
+    if (digits.back() == '.')
+        digits.pop_back();
+    return digits;
+}
+
+// The fewest decimals that read back as `byte`: the fractions that do lie
+// in [byte / 255, (byte + 1) / 255), and with as few digits as possible the
+// smallest of them is the first multiple of that precision at or above the
+// low end (rounding may put it one off, so its neighbours are asked too).
 void appendFraction(std::string &text, std::uint8_t byte)
 {
+    double scale = 1;
+    for (int decimals = 0; decimals <= 17; ++decimals, scale *= 10) {
+        const double first = std::ceil(byte / 255.0 * scale);
+        for (const double count : {first - 1, first, first + 1}) {
+            // The reader wraps ("2" is 254 too), so only fractions count.
+            if (count < 0 || count > scale)
+                continue;
+            const std::string candidate = decimalText(static_cast<std::uint64_t>(count), decimals);
+            if (byteOf(candidate) == byte) {
+                text += candidate;
+                return;
+            }
+        }
+    }
+    // Not reached: 17 digits tell every double apart.
     char buffer[32];
     const auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, byte / 255.0);
     text.append(buffer, error == std::errc() ? end : buffer);

@@ -26,7 +26,8 @@ struct Rgb
 // allowed; anything else has no colour.
 std::optional<Rgb> parseColourText(std::string_view text);
 
-// The fractions written shortest, so that they read back to the same bytes.
+// Each fraction written with the fewest decimals that read back as its byte
+// (216 is "0.85", 51 is "0.2"), the form formats write their colours in.
 std::string formatColourText(Rgb colour);
 
 } // namespace vyr

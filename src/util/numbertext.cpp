@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -94,6 +95,43 @@ const Pattern &bareExponent()
     return pattern;
 }
 
+bool isAsciiDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+// An optional sign, digits with at most one ".", an optional exponent; no
+// blanks, hexadecimal or words.
+bool isPlainDecimal(std::string_view text)
+{
+    std::size_t at = 0;
+    const auto sign = [&] {
+        if (at < text.size() && (text[at] == '+' || text[at] == '-'))
+            ++at;
+    };
+    const auto digits = [&] {
+        const std::size_t start = at;
+        while (at < text.size() && isAsciiDigit(text[at]))
+            ++at;
+        return at - start;
+    };
+    sign();
+    std::size_t mantissa = digits();
+    if (at < text.size() && text[at] == '.') {
+        ++at;
+        mantissa += digits();
+    }
+    if (mantissa == 0)
+        return false;
+    if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+        ++at;
+        sign();
+        if (digits() == 0)
+            return false;
+    }
+    return at == text.size();
+}
+
 } // namespace
 
 bool parseInteger(std::string_view text, std::int32_t &value)
@@ -158,6 +196,20 @@ bool parseFloat(std::string_view text, float &value)
         return false;
     value = static_cast<float>(number);
     return true;
+}
+
+std::optional<std::string> plainNumberText(std::string_view text)
+{
+    double number = 0;
+    if (!parseDouble(text, number) || !std::isfinite(number))
+        return std::nullopt;
+    if (isPlainDecimal(text))
+        return std::string(text);
+    char buffer[32];
+    const auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, number);
+    if (error != std::errc())
+        return std::nullopt;
+    return std::string(buffer, end);
 }
 
 bool parseBool(std::string_view text, bool &value)

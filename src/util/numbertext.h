@@ -9,6 +9,7 @@
 #define VYR_UTIL_NUMBERTEXT_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,14 @@ bool parseDouble(std::string_view text, double &value);
 // As parseDouble, refusing not-a-number and values beyond the largest
 // finite single-precision magnitude.
 bool parseFloat(std::string_view text, float &value);
+
+// The text of the number parseDouble reads from `text`, in the form that a
+// reader of plain C decimals takes back as that number: `text` itself when it
+// is such a decimal already (an optional sign, digits with at most one ".",
+// an optional exponent; so "2.50" stays as written), else the shortest
+// decimal of the number ("1,5" gives "1.5", " 1.5D2 " gives "150"). Nothing
+// when parseDouble refuses the text or reads no finite number.
+std::optional<std::string> plainNumberText(std::string_view text);
 
 // "t", "y" (any case) and what follows are true, "f", "n" false; otherwise
 // a number, true unless zero (not-a-number is true).

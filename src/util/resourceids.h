@@ -87,6 +87,7 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 59487, StringListLabel)                                                                                  \
     X(String, 59523, DomainCodeRequired)                                                                               \
     X(String, 59524, DomainRangeInvalid)                                                                               \
+    X(String, 59525, DomainCodeRepeated)                                                                               \
     X(String, 59526, CodeHeading)                                                                                      \
     X(String, 59527, DescriptionHeading)                                                                               \
     X(String, 59528, StringMapTitle)                                                                                   \
@@ -94,8 +95,10 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 59530, StringSetTitle)                                                                                   \
     X(String, 59531, StringSetLabel)                                                                                   \
     X(String, 59532, GridEditIncompleteNote)                                                                           \
+    X(String, 59533, DomainRangeInverted)                                                                              \
     X(String, 59690, ApplyDynamicSettings)                                                                             \
     X(String, 59534, DomainRequired)                                                                                   \
+    X(String, 59535, StringSetValueRepeated)                                                                           \
     X(String, 61256, NameHeading)                                                                                      \
     X(String, 61257, TypeHeading)                                                                                      \
     X(String, 61258, WidthHeading)                                                                                     \

@@ -52,6 +52,15 @@ private:
 std::string ansiToUtf8(std::string_view text);
 std::string utf8ToAnsi(std::string_view text);
 
+// Narrow text in the narrow code page to UTF-16 and back, for text that
+// people see and edit: wideToAnsi(ansiToWide(x)) == x for every byte string
+// x in every code page. Where the code page would give a character back as
+// other bytes than it came as (CP932 has two codes for some characters),
+// those bytes stay escaped rather than becoming the character; valid text
+// otherwise reads as its characters.
+std::u16string ansiToWide(std::string_view text);
+std::string wideToAnsi(std::u16string_view text);
+
 // Replaces every byte of `text` that is not part of a well-formed UTF-8
 // sequence by U+FFFD, for writers whose output must be UTF-8 whatever the
 // text held; whether there was any. Text that is well-formed is only read.

@@ -384,7 +384,20 @@ private slots:
         const unsigned invalid = res::DomainRangeInvalid;
         const unsigned noCode = res::DomainCodeRequired;
         QTest::newRow("range") << "range" << StringList{"r", "int", "-5", "2.5"} << false << 0u << same;
-        QTest::newRow("minimum above maximum") << "range" << StringList{"r", "int", "10", "1"} << false << 0u << same;
+        const unsigned inverted = res::DomainRangeInverted;
+        QTest::newRow("minimum above maximum") << "range" << StringList{"r", "int", "10", "1"} << false << inverted
+                                               << same;
+        QTest::newRow("above once the comma is read") << "range" << StringList{"r", "int", "1,5", "1"} << false
+                                                      << inverted << same;
+        QTest::newRow("equal bounds") << "range" << StringList{"r", "int", "3", "3.0"} << false << 0u << same;
+        // Bounds are kept in the form the number reader reads: as typed when
+        // that is a plain decimal, else as the number that was read.
+        QTest::newRow("decimal comma") << "range" << StringList{"r", "int", "1,5", "2"} << false << 0u
+                                       << StringList{"r", "int", "1.5", "2"};
+        QTest::newRow("plain decimals as typed") << "range" << StringList{"r", "int", "2.50", "+3e1"} << false << 0u
+                                                 << same;
+        QTest::newRow("other tools' forms") << "range" << StringList{"r", "int", "1.5-3", " 1.5D2 "} << false << 0u
+                                            << StringList{"r", "int", "0.0015", "150"};
         QTest::newRow("beyond single precision") << "range" << StringList{"r", "int", "1e39", "1"} << false
                                                  << invalid << same;
         QTest::newRow("not a number") << "range" << StringList{"r", "int", "0", "abc"} << false << invalid << same;

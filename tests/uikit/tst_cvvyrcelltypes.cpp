@@ -52,6 +52,8 @@ private slots:
     void dropListOpensByKeyboardAndTypingFindsEntries();
     void buttonsAnswerOnlyWhereTheyShould();
     void colourCellsPickAndShowTheirColour();
+    void colourCellsKeepTheTextOfAnUnchangedColour_data();
+    void colourCellsKeepTheTextOfAnUnchangedColour();
     void assistiveTechnologyHearsEachType();
     void gridEditDialogKeepsCompleteRowsAndEscapeEndsTheEditFirst();
     void gridEditDialogOffersUnusedChoicesAndItsButtonsWorkTheRows();
@@ -178,6 +180,42 @@ void tst_CVVyrCellTypes::colourCellsPickAndShowTheirColour()
     answerNextDialog([](QDialog *) { return false; });
     QTest::keyClick(&grid, Qt::Key_F4);
     QCOMPARE(grid.GetCellString(0, 1), QString("0,0.2,1"));
+}
+
+void tst_CVVyrCellTypes::colourCellsKeepTheTextOfAnUnchangedColour_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("parameter");
+    QTest::addColumn<QColor>("chosen");
+    QTest::addColumn<QString>("written");
+    // An invalid colour (`chosen`) leaves the dialog's own colour alone.
+    QTest::newRow("unchanged") << "0.85,0.85,0.85" << 0 << QColor() << "0.85,0.85,0.85";
+    QTest::newRow("unchanged, editable look") << " 1 , 0.5 ,0" << int(ug::ParamEditable) << QColor() << " 1 , 0.5 ,0";
+    // A new colour: each fraction the shortest that reads back as its byte.
+    QTest::newRow("changed") << "0.85,0.85,0.85" << 0 << QColor(200, 100, 50) << "0.785,0.393,0.197";
+    QTest::newRow("no colour before") << "" << 0 << QColor() << "0,0,0";
+}
+
+void tst_CVVyrCellTypes::colourCellsKeepTheTextOfAnUnchangedColour()
+{
+    QFETCH(QString, text);
+    QFETCH(int, parameter);
+    QFETCH(QColor, chosen);
+    QFETCH(QString, written);
+    ListGrid &grid = shownGrid(2, false, {"x\t" + text});
+    setCellType(grid, 1, 0, grid.ColourTypeId(), QString(), parameter);
+    grid.GotoCell(1, 0);
+    onNextModalDialog([chosen](QDialog *dialog) {
+        auto *picker = qobject_cast<QColorDialog *>(dialog);
+        QVERIFY(picker);
+        if (chosen.isValid())
+            picker->setCurrentColor(chosen);
+        QTest::keyClick(picker, Qt::Key_Return);
+    });
+    QTest::keyClick(&grid, Qt::Key_Return);
+    QVERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(grid.GetCellString(0, 1), written);
+    QCOMPARE(grid.CanUndo(), written != text);
 }
 
 void tst_CVVyrCellTypes::assistiveTechnologyHearsEachType()

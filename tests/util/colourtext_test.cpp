@@ -2,6 +2,8 @@
 
 #include "util/colourtext.h"
 
+#include <cstdlib>
+
 namespace vyr {
 namespace {
 
@@ -36,8 +38,15 @@ TEST(ColourText, everyByteReadsBackAsWritten)
     for (int byte = 0; byte < 256; ++byte) {
         const Rgb colour{std::uint8_t(byte), std::uint8_t(255 - byte), std::uint8_t(byte / 2)};
         EXPECT_EQ(parseColourText(formatColourText(colour)), colour) << formatColourText(colour);
+        // A fraction, not a number the reader would wrap into the byte.
+        const double red = std::strtod(formatColourText(colour).c_str(), nullptr);
+        EXPECT_TRUE(red >= 0 && red <= 1) << formatColourText(colour);
     }
     EXPECT_EQ(formatColourText({255, 0, 51}), "1,0,0.2");
+    // The fewest decimals that read back: the form formats write colours in.
+    EXPECT_EQ(formatColourText({216, 216, 216}), "0.85,0.85,0.85");
+    EXPECT_EQ(formatColourText({200, 100, 50}), "0.785,0.393,0.197");
+    EXPECT_EQ(formatColourText({127, 1, 254}), "0.5,0.004,0.997");
 }
 
 } // namespace

@@ -88,5 +88,21 @@ TEST(Lists, everyListSurvivesTheTrip)
     }
 }
 
+// Packing is blind to code pages: any bytes in the elements (a byte-order
+// mark, bytes no character set defines, CP932 trail bytes) come back.
+TEST(QuotedLists, anyBytesSurviveTheTrip)
+{
+    testing::RandomText random(932);
+    for (int i = 0; i < 5000; ++i) {
+        StringList list(random.number(5));
+        for (std::string &element : list)
+            element = random.bytes(6);
+        const StringList expected = list == StringList{""} ? StringList{} : list;
+        ASSERT_EQ(csvSplit(csvJoin(list, ':'), ':'), expected) << "packed: " << csvJoin(list, ':');
+    }
+    const StringList marks{"\xEF\xBB\xBF", "\x81\x8D", "\x83\x5C:\x82"};
+    EXPECT_EQ(csvSplit(csvJoin(marks, ':'), ':'), marks);
+}
+
 } // namespace
 } // namespace vyr

@@ -106,5 +106,31 @@ TEST(NumberText, readsTruthValues)
                           {"", refused}});
 }
 
+TEST(NumberText, plainTextOfWhatWasRead)
+{
+    const struct
+    {
+        const char *text;
+        std::optional<std::string> plain;
+    } cases[] = {
+        // Plain decimals are kept as written.
+        {"2.50", "2.50"}, {"-0", "-0"}, {"+3e1", "+3e1"}, {".5", ".5"}, {"5.", "5."}, {"1E-3", "1E-3"},
+        // The other forms become the number read.
+        {"1,5", "1.5"}, {" 7 ", "7"}, {"1.5D2", "150"}, {"1.5-3", "0.0015"}, {"0x10", "16"},
+        // No finite number: nothing.
+        {"", std::nullopt}, {"abc", std::nullopt}, {"1e400", std::nullopt}, {"nan", std::nullopt},
+        {"inf", std::nullopt}, {"1.", "1."}, {"e5", std::nullopt}, {"1e", std::nullopt},
+    };
+    for (const auto &c : cases) {
+        const std::optional<std::string> plain = plainNumberText(c.text);
+        EXPECT_EQ(plain, c.plain) << "text: \"" << c.text << "\"";
+        double read = 0;
+        double again = 0;
+        if (plain) {
+            EXPECT_TRUE(parseDouble(c.text, read) && parseDouble(*plain, again) && read == again) << c.text;
+        }
+    }
+}
+
 } // namespace
 } // namespace vyr
