@@ -184,7 +184,9 @@ void CAttrTypeGrid::OnCellChange(int column, long row, ug::TextSource source)
     if (!chosen || m_spreading || (column == m_typeColumn && !typeTemplate))
         return;
     m_spreading = true;
-    for (const long other : SelectedRecords()) {
+    // A typed text ends an edit, which collapsed the selection to its cell:
+    // the rows selected when it began are meant.
+    for (const long other : SelectedRecords(source == ug::TextEdited)) {
         if (other == row || !IsCellEnabled(column, other) || !TakesArgumentOf(other, column, row))
             continue;
         SetCellText(column, other, text);

@@ -338,6 +338,10 @@ protected:
     // operations give.
     CUGGridInfo &gridInfo() { return m_info; }
     const CUGGridInfo &gridInfo() const { return m_info; }
+    // The selection as it was when the edit under way began (empty outside
+    // an edit): an edit collapses the selection to its cell, but what is
+    // typed may be meant for every selected row.
+    const CUGSelection &editSelection() const { return m_editSelection; }
 
 private:
     friend class CUGSection;
@@ -437,6 +441,7 @@ private:
     int m_editColumn = -1;
     long m_editRow = -1;
     CUGCell m_editCell;
+    CUGSelection m_editSelection;
     bool m_endingEdit = false;
 
     // Mouse sizing of a column, row or heading.

@@ -21,6 +21,7 @@ int CUGCtrl::BeginEdit(int firstKey)
     if (column < 0 || row < 0)
         return ug::OutOfRange;
     m_editing = true;
+    m_editSelection = m_info.selection;
     m_info.selection.collapseTo(column, row);
 
     GetCellResolved(column, row, m_editCell);
@@ -99,6 +100,8 @@ int CUGCtrl::EndEdit(const QString &text, bool cancelled, bool continueEditing, 
     m_endingEdit = false;
     if (!cancelled)
         StoreUserText(column, row, text, ug::TextEdited);
+    // Only the edit that just ended was begun over that selection.
+    m_editSelection.clear();
 
     if (continueEditing && focusInCells && m_info.numberOfColumns > 0 && m_info.numberOfRows > 0) {
         if (nextColumn >= m_info.numberOfColumns)

@@ -212,8 +212,9 @@ public:
     bool isNewRow(long row) const;
     // The rows that are records: all but the new row.
     long recordCount() const;
-    // The records that are selected or current, top to bottom.
-    std::vector<long> SelectedRecords();
+    // The records that are selected or current, top to bottom; with
+    // `atEdit`, as they were when the edit ending now began.
+    std::vector<long> SelectedRecords(bool atEdit = false);
     int columnCount() const { return m_columnCount; }
     int fontIndex() const { return m_fontIndex; }
     int DropListTypeId() const { return m_dropListId; }
@@ -284,8 +285,9 @@ private:
     // The colours of an enabled or a disabled cell in the grid as it is
     // enabled now, and with `readOnlyToo` the grid's read-only state.
     CUGCell enabledLook(bool cellEnabled, bool readOnlyToo) const;
-    // Rows that hold a selected cell, with the current row, in order.
-    std::vector<bool> markedRows();
+    // Rows that hold a selected cell, with the current row, in order; with
+    // `atEdit`, of the selection when the edit ending now began.
+    std::vector<bool> markedRows(bool atEdit = false);
     StoredRows storedRows(long row, long count);
     void replay(const GridStep &step, bool undoing);
     void undoChanges(const GridStep &step);

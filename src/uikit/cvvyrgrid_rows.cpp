@@ -90,11 +90,12 @@ QString CVVyrGrid::GetCellString(long row, int column)
     return GetCellText(column, row);
 }
 
-std::vector<bool> CVVyrGrid::markedRows()
+std::vector<bool> CVVyrGrid::markedRows(bool atEdit)
 {
     std::vector<bool> marked(std::size_t(std::max(0L, GetRowCount())), false);
     const long rows = GetRowCount();
-    for (const CUGSelection::Block &block : gridInfo().selection.blocks()) {
+    const CUGSelection &selection = atEdit && !editSelection().isEmpty() ? editSelection() : gridInfo().selection;
+    for (const CUGSelection::Block &block : selection.blocks()) {
         for (long row = std::max(0L, block.top()); row <= std::min(rows - 1, block.bottom()); ++row)
             marked[std::size_t(row)] = true;
     }
@@ -103,9 +104,9 @@ std::vector<bool> CVVyrGrid::markedRows()
     return marked;
 }
 
-std::vector<long> CVVyrGrid::SelectedRecords()
+std::vector<long> CVVyrGrid::SelectedRecords(bool atEdit)
 {
-    const std::vector<bool> marked = markedRows();
+    const std::vector<bool> marked = markedRows(atEdit);
     std::vector<long> rows;
     for (long row = 0; row < recordCount(); ++row) {
         if (marked[std::size_t(row)])

@@ -354,6 +354,22 @@ private slots:
         QCOMPARE(rowOf(grid, 2).mid(0, 3), (QStringList{"note", "text", "40"}));
         QCOMPARE(rowOf(grid, 1).mid(0, 3), (QStringList{"storeys", "integer_in_range", "Storeys"}));
         QCOMPARE(rowOf(grid, 0).mid(0, 3), (QStringList{"class", "text_coded", "LandUseClass"}));
+
+        // Typed, as a person types: the edit takes the keyboard to one cell,
+        // the rows selected when it began take the width too.
+        open("shapefile-roads.json", "SHAPEFILE");
+        grid = attributes();
+        QVERIFY(test::showActive(*m_dialog));
+        m_dialog->tabControl()->setCurrentIndex(1);
+        grid->setFocus();
+        grid->GotoCell(grid->argumentColumn(0), 0);
+        QTest::keyClick(grid, Qt::Key_Down, Qt::ShiftModifier);
+        QTest::keyClicks(grid, QStringLiteral("1"));
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("2"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(rowOf(grid, 0).mid(0, 3), (QStringList{"ROAD_NAME", "char", "12"}));
+        QCOMPARE(rowOf(grid, 1).mid(0, 3), (QStringList{"LANES", "number", "12"}));
+        QCOMPARE(rowOf(grid, 2).mid(0, 2), (QStringList{"OPENED", "date"}));
     }
 
     // Rows pasted from a spreadsheet become attributes with legal names and
