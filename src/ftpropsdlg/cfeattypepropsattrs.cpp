@@ -139,9 +139,15 @@ QString CFeatTypePropsAttrs::TypeNote(long row)
                                 {fromNarrow(m_format->getFormatName()), fromNarrow(texts->generic)});
 }
 
+void CFeatTypePropsAttrs::ShowCell(long row, int column)
+{
+    m_dialog->ShowPage(this);
+    m_grid->FocusCell(column, row);
+}
+
 bool CFeatTypePropsAttrs::Refuse(long row, int column, const QString &message)
 {
-    m_grid->GotoCell(column, row);
+    ShowCell(row, column);
     ShowMessageBox(this, message, QString(), MbOk);
     return false;
 }
@@ -176,10 +182,10 @@ bool CFeatTypePropsAttrs::ValidatePage()
             const QString value = m_grid->GetCellString(row, column);
             // The kind's own check first: a domain says what it needs itself.
             const std::unique_ptr<AttrTypeArg> argument = m_grid->ArgumentOf(row, index);
-            if (argument && !argument->validate(toNarrow(value), toNarrow(name))) {
-                m_grid->GotoCell(column, row);
+            if (value.isEmpty())
+                ShowCell(row, column);
+            if (argument && !argument->validate(toNarrow(value), toNarrow(name)))
                 return false;
-            }
             if (value.isEmpty())
                 return Refuse(row, column,
                               formatResourceString(res::AttributeArgumentRequired,

@@ -82,6 +82,8 @@ private:
     // What the schema held (or a move made) for a row that reads as it did
     // then; nothing for a type a person gave.
     std::optional<AttributeTypeTexts> KnownTypeTexts(long row);
+    // Turns to the page with the keyboard on the cell.
+    void ShowCell(long row, int column);
     // Tells the user `message`, with the cell at fault current.
     bool Refuse(long row, int column, const QString &message);
     // A row's texts carried into `format` from the page's.

@@ -404,6 +404,13 @@ void CFeatTypePropsDlg::WritePages(FTPropsSchemaInfo &target, const ApplySelecti
         m_parameters->WriteToSchema(target, selection ? &selection->parameters : nullptr);
 }
 
+void CFeatTypePropsDlg::ShowPage(QWidget *page)
+{
+    const PageEntry *entry = entryOf(page);
+    if (entry && entry->tabShown && m_currentPage != page)
+        SelectPage(entry->page);
+}
+
 void CFeatTypePropsDlg::AttributeRenamed(const std::string &before, const std::string &after)
 {
     if (m_general)

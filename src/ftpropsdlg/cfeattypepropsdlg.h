@@ -97,6 +97,10 @@ public:
     // feature types; OK applies them. Offered only when there are others.
     void ApplyToOthers();
 
+    // Turns to `page` (when it has a tab), for a page that refuses OK and
+    // shows where.
+    void ShowPage(QWidget *page);
+
     // An attribute of the User Attributes page was renamed: the pages that
     // name attributes (fan-out, parameters) follow it.
     void AttributeRenamed(const std::string &before, const std::string &after);

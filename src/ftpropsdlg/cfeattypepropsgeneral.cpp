@@ -189,10 +189,18 @@ void CFeatTypePropsGeneral::ChangeFormat(const FTPropsFormatInfo *format)
     }
 }
 
-bool CFeatTypePropsGeneral::Refuse(unsigned messageId)
+bool CFeatTypePropsGeneral::Refuse(const QString &message, QWidget *field)
 {
-    ShowExclamationBox(loadResourceString(messageId), QString(), m_dialog, MbOk);
+    m_dialog->ShowPage(this);
+    if (field)
+        field->setFocus(Qt::OtherFocusReason);
+    ShowExclamationBox(message, QString(), m_dialog, MbOk);
     return false;
+}
+
+bool CFeatTypePropsGeneral::Refuse(unsigned messageId, QWidget *field)
+{
+    return Refuse(loadResourceString(messageId), field);
 }
 
 bool CFeatTypePropsGeneral::ValidatePage()
@@ -201,10 +209,8 @@ bool CFeatTypePropsGeneral::ValidatePage()
     // resolved here as leaving the field would have, and what OK writes is
     // what is checked.
     ResolveNameField();
-    if (m_name->text().isEmpty()) {
-        m_name->setFocus(Qt::OtherFocusReason);
-        return Refuse(res::NameRequired);
-    }
+    if (m_name->text().isEmpty())
+        return Refuse(res::NameRequired, m_name.orStandIn());
     return true;
 }
 

@@ -83,8 +83,10 @@ protected:
     void ResolveNameField();
     // The name the fields give, with the database user in front.
     std::string qualifiedName() const;
-    // Stops validation: tells the user string `messageId`.
-    bool Refuse(unsigned messageId);
+    // Stops validation: turns to the page, puts the keyboard on `field` and
+    // tells the user `message` (or string `messageId`).
+    bool Refuse(const QString &message, QWidget *field);
+    bool Refuse(unsigned messageId, QWidget *field);
     // The record the dialog holds for the target's format; the page's own
     // format when it has none.
     const FTPropsFormatInfo *FormatOf(const FTPropsSchemaInfo &target) const;

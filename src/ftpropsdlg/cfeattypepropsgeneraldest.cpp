@@ -297,27 +297,24 @@ bool CFeatTypePropsGeneralDest::ValidatePage()
     if (!CFeatTypePropsGeneral::ValidatePage())
         return false;
     if (m_dataset->currentText().isEmpty())
-        return Refuse(res::DatasetRequired);
+        return Refuse(res::DatasetRequired, m_dataset.orStandIn());
     if (m_geometry->isEnabled() && (m_geometry->currentIndex() < 0 || m_geometry->currentText().isEmpty()))
-        return Refuse(res::GeometryRequired);
+        return Refuse(res::GeometryRequired, m_geometry.orStandIn());
     if (m_fanout->isChecked() && m_fanoutAttribute->currentIndex() < 0)
-        return Refuse(res::FanoutAttributeRequired);
+        return Refuse(res::FanoutAttributeRequired, m_fanoutAttribute.orStandIn());
     if (m_fanout->isChecked() && m_fanoutAttribute->isEnabled()) {
         // An attribute deleted, or no longer exposed, since it was chosen.
         const std::string chosen = toNarrow(m_fanoutAttribute->currentText());
         const StringList names = m_dialog->PageAttributeNames();
         if (std::find(names.begin(), names.end(), chosen) == names.end()
-            && std::find(m_extraFanoutNames.begin(), m_extraFanoutNames.end(), chosen) == m_extraFanoutNames.end()) {
-            m_fanoutAttribute->setFocus(Qt::OtherFocusReason);
-            ShowExclamationBox(formatResourceString(res::FanoutAttributeGone, {fromNarrow(chosen)}), QString(),
-                               m_dialog, MbOk);
-            return false;
-        }
+            && std::find(m_extraFanoutNames.begin(), m_extraFanoutNames.end(), chosen) == m_extraFanoutNames.end())
+            return Refuse(formatResourceString(res::FanoutAttributeGone, {fromNarrow(chosen)}),
+                          m_fanoutAttribute.orStandIn());
     }
     if (m_dynamic->isChecked() && !m_dialog->additionalFormats().empty() && m_schemaSourcesDisplay->text().isEmpty())
-        return Refuse(res::SchemaSourceRequired);
+        return Refuse(res::SchemaSourceRequired, m_chooseSchemaSources.orStandIn());
     if (m_dynamic->isChecked() && m_dialog->additionalFormats().empty())
-        return Refuse(res::NoSchemaSourceFormats);
+        return Refuse(res::NoSchemaSourceFormats, m_dynamic.orStandIn());
     return true;
 }
 

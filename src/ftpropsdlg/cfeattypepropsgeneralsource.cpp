@@ -52,9 +52,9 @@ bool CFeatTypePropsGeneralSource::ValidatePage()
     if (!CFeatTypePropsGeneral::ValidatePage())
         return false;
     if (m_merge->isChecked() && m_mergeFilter->isEnabled() && m_mergeFilter->text().isEmpty())
-        return Refuse(res::MergeFilterRequired);
+        return Refuse(res::MergeFilterRequired, m_mergeFilter.orStandIn());
     if (m_merge->isChecked() && m_mergeKind->isEnabled() && m_mergeKind->currentIndex() < 0)
-        return Refuse(res::MergeKindRequired);
+        return Refuse(res::MergeKindRequired, m_mergeKind.orStandIn());
     return true;
 }
 

@@ -166,11 +166,13 @@ std::map<std::string, std::string> CFeatTypePropsParms::ParameterValues()
 
 bool CFeatTypePropsParms::Refuse(const std::string &name, const QString &message)
 {
+    if (m_dialog)
+        m_dialog->ShowPage(this);
     if (m_grid && m_grid->RowOf(name) < 0)
         SetFilter(QString());
     if (m_grid) {
         if (const long row = m_grid->RowOf(name); row >= 0)
-            m_grid->GotoCell(CDefParmsGrid::kValueColumn, row);
+            m_grid->FocusCell(CDefParmsGrid::kValueColumn, row);
     }
     ShowMessageBox(this, message, QString(), MbOk);
     return false;
