@@ -249,7 +249,7 @@ void CAttrGrid::OnCellTextReplaced(int column, long row, const QString &before)
     if (column != kNameColumn)
         return;
     const QString after = GetCellString(row, kNameColumn);
-    if (!before.isEmpty() && !after.isEmpty() && before != after)
+    if (!after.isEmpty() && before != after)
         emit nameReplaced(before, after);
 }
 

@@ -75,8 +75,9 @@ public:
     QString OnCellDescription(int column, long row) override;
 
 signals:
-    // An attribute's name changed from `before` to `after` (typed, pasted,
-    // undone or redone): whatever names the attribute goes with it.
+    // An attribute's name changed from `before` (empty for a new one) to
+    // `after` (typed, pasted, undone or redone): whatever names the
+    // attribute goes with it.
     void nameReplaced(const QString &before, const QString &after);
 
 protected:

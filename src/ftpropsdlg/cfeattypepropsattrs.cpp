@@ -102,6 +102,8 @@ void CFeatTypePropsAttrs::LoadRows()
     connect(grid, &CAttrGrid::nameReplaced, this, [this](const QString &before, const QString &after) {
         m_dialog->AttributeRenamed(toNarrow(before), toNarrow(after));
     });
+    for (const LoadedAttribute &attribute : loaded)
+        m_dialog->AttributeRenamed({}, attribute.name);
 }
 
 StringList CFeatTypePropsAttrs::GetAttributeNames() const

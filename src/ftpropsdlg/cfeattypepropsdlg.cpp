@@ -413,6 +413,9 @@ void CFeatTypePropsDlg::ShowPage(QWidget *page)
 
 void CFeatTypePropsDlg::AttributeRenamed(const std::string &before, const std::string &after)
 {
+    m_attributesSeen.insert(after);
+    if (before.empty())
+        return;
     if (m_general)
         m_general->RenameAttribute(before, after);
     if (m_parameters)

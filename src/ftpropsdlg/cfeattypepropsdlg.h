@@ -101,9 +101,14 @@ public:
     // shows where.
     void ShowPage(QWidget *page);
 
-    // An attribute of the User Attributes page was renamed: the pages that
-    // name attributes (fan-out, parameters) follow it.
+    // An attribute of the User Attributes page was renamed (or, from an
+    // empty name, added): the pages that name attributes (fan-out,
+    // parameters) follow it.
     void AttributeRenamed(const std::string &before, const std::string &after);
+    // Whether the User Attributes page had an attribute of this name at some
+    // time: a parameter naming one the page no longer has names a deleted
+    // attribute.
+    bool WasAttribute(const std::string &name) const { return m_attributesSeen.contains(name); }
 
     void OnOK() override;
     // Cancel, Escape and the close box: the feature type is left as the
@@ -174,6 +179,7 @@ private:
     bool m_initialised = false;
     QSize m_minimumSize;
     ApplySelection m_apply;
+    StringSet m_attributesSeen;
 };
 
 } // namespace vyr

@@ -51,8 +51,6 @@ bool CFeatTypePropsParms::OnInitDialog()
     std::map<std::string, std::string> values = m_schema->getParameters(m_format->getDeflineParmNames());
     deriveSwitches(*m_format, values);
     fillRows(m_format, values);
-    m_openValues = m_values;
-    m_openAttributes = m_schema->getAttributeNames(true, false);
     m_initialised = true;
     return true;
 }
@@ -229,8 +227,8 @@ bool CFeatTypePropsParms::ValidatePage()
                                                                CDefParmsGrid::LocalizedPrompt(enabled)}));
         }
     }
-    // A parameter naming an attribute the pages no longer have; one that
-    // named none already when the dialog opened, and was left so, stays.
+    // A parameter naming an attribute the page had but no longer has; a
+    // name that was never one of its attributes is left as it is.
     const CFeatTypePropsAttrs *attributes = m_dialog ? m_dialog->attributesPage() : nullptr;
     if (!attributes || !m_dialog->hasUserAttributes())
         return true;
@@ -239,11 +237,8 @@ bool CFeatTypePropsParms::ValidatePage()
         const GuiParameterLine line = ParseParameterLine(m_format->getDeflineParm(name));
         if (!namesAttributes(line))
             continue;
-        const std::string &value = values.at(name);
-        const auto opened = m_openValues.find(name);
-        const bool untouched = opened != m_openValues.end() && opened->second == value;
-        for (const std::string &attribute : attributesIn(value)) {
-            if (contains(present, attribute) || (untouched && !contains(m_openAttributes, attribute)))
+        for (const std::string &attribute : attributesIn(values.at(name))) {
+            if (contains(present, attribute) || !m_dialog->WasAttribute(attribute))
                 continue;
             return Refuse(name, formatResourceString(res::ParameterAttributeGone,
                                                      {CDefParmsGrid::LocalizedPrompt(line), fromNarrow(attribute)}));

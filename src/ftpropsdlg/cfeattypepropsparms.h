@@ -94,9 +94,6 @@ private:
     StringList m_names;
     // Every parameter's stored value; the shown rows' are newer.
     std::map<std::string, std::string> m_values;
-    // The values when the dialog opened, and the user attributes then.
-    std::map<std::string, std::string> m_openValues;
-    StringList m_openAttributes;
     // The values the page held for each format it showed, by format id.
     std::map<std::string, std::map<std::string, std::string>> m_valuesByFormat;
     QString m_filterText;

@@ -24,6 +24,7 @@
 
 #include <algorithm>
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -453,6 +454,55 @@ private slots:
         QCOMPARE(m_schema->getAttributeNames(false, true),
                  (StringList{"gpx_time", "gpx_link{0}.href", "gpx_link{}.href", "other{7}", "gpx_desc",
                              "gpx_link{1}.href"}));
+    }
+
+    // A list is exposed by its elements: the ones the schema holds tick it
+    // with their count, Check All exposes one of a list without any, and
+    // both buttons are one step of the history each.
+    void shouldExposeListsByTheirElementsAndUndoTheButtons()
+    {
+        open("gpx-waypoints.json", "GPX");
+        CFormatAttrGrid *grid = formatAttributes();
+        QCOMPARE(rowOf(grid, 2), (QStringList{"1", "gpx_link{}.href", "2"}));
+        const auto press = [this](unsigned id) {
+            qobject_cast<QAbstractButton *>(m_dialog->formatAttributesPage()->GetDlgItem(id))->click();
+        };
+        grid->StoreUserText(CFormatAttrGrid::kExposedColumn, 2, QStringLiteral("0"), ug::TextEdited);
+        QCOMPARE(rowOf(grid, 2), (QStringList{"0", "gpx_link{}.href", "0"}));
+        press(CFeatTypePropsExposableAttrs::kIdCheckAll);
+        QCOMPARE(rowOf(grid, 2), (QStringList{"1", "gpx_link{}.href", "1"}));
+        press(CFeatTypePropsExposableAttrs::kIdClearAll);
+        QCOMPARE(grid->GetExposedNames(), StringList{});
+        grid->Undo();
+        QCOMPARE(grid->GetExposedNames().size(), 5u);
+        grid->Undo();
+        grid->Undo();
+        QCOMPARE(rowOf(grid, 2), (QStringList{"1", "gpx_link{}.href", "2"}));
+        QVERIFY(grid->CanRedo());
+
+        press(CFeatTypePropsExposableAttrs::kIdClearAll);
+        QVERIFY(pressOK());
+        QCOMPARE(m_schema->getAttributeNames(false, true), StringList{});
+    }
+
+    // A type's suffix is its domain: the domains the schema's types carry
+    // are offered, shown in their rows and written back.
+    void shouldShowAndKeepTheDomainsOfTheSchemasTypes()
+    {
+        open("shapefile-roads.json", "SHAPEFILE", [](IVYRFeature &feature) {
+            feature.setAttribute("*OPENED", "date,local");
+            feature.setAttribute("*TOLL", "logical,strict");
+        });
+        CAttrGrid *grid = attributes();
+        QVERIFY(grid->hasDomains());
+        QCOMPARE(rowOf(grid, 2), (QStringList{"OPENED", "date", "", "", "local"}));
+        QCOMPARE(grid->GetCellString(0, grid->domainColumn()), QStringLiteral("none"));
+        grid->StoreUserText(grid->domainColumn(), 3, QStringLiteral("none"), ug::TextChosen);
+        grid->StoreUserText(grid->domainColumn(), 0, QStringLiteral("local"), ug::TextChosen);
+        QVERIFY(pressOK());
+        QCOMPARE(m_schema->getAttributeType("OPENED"), std::string("date,local"));
+        QCOMPARE(m_schema->getAttributeType("TOLL"), std::string("logical"));
+        QCOMPARE(m_schema->getAttributeType("ROAD_NAME"), std::string("char(40),local"));
     }
 
     // A list exposing more elements than the count cell lets a person type

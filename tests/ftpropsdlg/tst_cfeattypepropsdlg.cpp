@@ -642,6 +642,18 @@ private slots:
     // The keyboard starts on the first field and goes through the page
     // before the frame's buttons, the tabs last; turning the page with
     // Control+Tab takes it to the new page's first field.
+    // Apply to Others with nothing to apply to says why instead of doing
+    // nothing.
+    void shouldOfferApplyToOthersOnlyWithOtherFeatureTypes()
+    {
+        auto alone = open(record("roads", "SHP"));
+        QWidget *apply = alone->GetDlgItem(CFeatTypePropsDlg::kIdApplyToOthers);
+        QVERIFY(!apply->isEnabled());
+        QCOMPARE(apply->toolTip(), loadResourceString(res::ApplyNoOthers));
+        addOther("rivers", "SHP");
+        QVERIFY(open(record("roads", "SHP"))->GetDlgItem(CFeatTypePropsDlg::kIdApplyToOthers)->isEnabled());
+    }
+
     void shouldStartOnTheFirstFieldAndTabThroughThePageFirst_data()
     {
         QTest::addColumn<QString>("format");

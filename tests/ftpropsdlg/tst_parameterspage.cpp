@@ -8,7 +8,9 @@
 #include "support/modalanswers.h"
 
 #include "ftprops/vyrobjftpropsformatinfo.h"
+#include "ftpropsdlg/cattrgrid.h"
 #include "ftpropsdlg/cdefparmsgrid.h"
+#include "ftpropsdlg/cfeattypepropsattrs.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "ftpropsdlg/cfeattypepropsparms.h"
 #include "grid/cugstandardtypes.h"
@@ -423,6 +425,43 @@ private slots:
         dialog->OnOK();
         QCOMPARE(schema.parameters,
                  (std::map<std::string, std::string>{{"ONLY_ON", "o"}, {"WIDTH", "8"}}));
+    }
+
+    // Parameters that name attributes follow a rename on the User Attributes
+    // page (undo included); one that names a deleted attribute stops OK on
+    // its row, while a name that was no attribute already when the dialog
+    // opened is left as it was.
+    void shouldFollowRenamedAttributesAndRefuseDeletedOnes()
+    {
+        RecordingSchema &schema = record("inventory", "SHEET");
+        schema.parameters["SORT_BY"] = "Item";
+        schema.parameters["HIDDEN"] = "Count,Item,Gone";
+        auto dialog = open(schema);
+        CAttrGrid *attributes = dialog->attributesPage()->grid();
+        attributes->StoreUserText(CAttrGrid::kNameColumn, 0, QStringLiteral("Article"), ug::TextEdited);
+        QCOMPARE(valueOf(*dialog, "SORT_BY"), QStringLiteral("Article"));
+        QCOMPARE(valueOf(*dialog, "HIDDEN"), QStringLiteral("Count,Article,Gone"));
+        attributes->Undo();
+        QCOMPARE(valueOf(*dialog, "SORT_BY"), QStringLiteral("Item"));
+        attributes->Redo();
+        QCOMPARE(valueOf(*dialog, "SORT_BY"), QStringLiteral("Article"));
+
+        attributes->GotoCell(CAttrGrid::kNameColumn, 1);
+        attributes->DeleteSelectedRows();
+        vyr::test::ShownMessage refusal;
+        answerNextMessageBox(&refusal);
+        dialog->OnOK();
+        QCOMPARE(dialog->result(), int(QDialog::Rejected));
+        QVERIFY(refusal.text.contains(QStringLiteral("Count")));
+        QVERIFY(refusal.text.contains(shown("Hidden Columns")));
+        QCOMPARE(dialog->currentPage(), static_cast<QWidget *>(dialog->parametersPage()));
+        QCOMPARE(gridOf(*dialog)->GetCurrentRow(), rowOf(*dialog, "HIDDEN"));
+
+        type(*dialog, "HIDDEN", QStringLiteral("Article,Gone"));
+        dialog->OnOK();
+        QCOMPARE(dialog->result(), int(QDialog::Accepted));
+        QCOMPARE(schema.parameters.at("SORT_BY"), std::string("Article"));
+        QCOMPARE(schema.parameters.at("HIDDEN"), std::string("Article,Gone"));
     }
 
     void shouldOfferAttributeNamesInListsAndSelectionBoxes()
