@@ -111,12 +111,48 @@ void refuseKeysGivenTwice(const Json &document, const char *member, const char *
         throw FeatureFileError({std::string(member), *twice}, std::string(kind) + " \"" + *twice + "\" is given twice");
 }
 
+// A list on one line, as people write them: a changed name or element
+// changes one line of a file kept under version control, not a screenful.
+std::string inlineArray(const nlohmann::ordered_json &array)
+{
+    std::string text = "[";
+    for (std::size_t i = 0; i < array.size(); ++i)
+        text += (i ? ", " : "") + array[i].dump();
+    return text + "]";
+}
+
+// The members of an object, one a line, `indent` deep; arrays inline.
+std::string objectText(const nlohmann::ordered_json &object, const std::string &indent)
+{
+    if (object.empty())
+        return "{}";
+    std::string text = "{\n";
+    bool first = true;
+    for (const auto &[key, value] : object.items()) {
+        text += (first ? "" : ",\n") + indent + "  " + nlohmann::ordered_json(key).dump() + ": ";
+        if (value.is_object())
+            text += objectText(value, indent + "  ");
+        else if (value.is_array())
+            text += inlineArray(value);
+        else
+            text += value.dump();
+        first = false;
+    }
+    return text + "\n" + indent + "}";
+}
+
 // The feature's text as a feature file; nothing, with the reason in
-// `error`, when two of its names would be written alike.
+// `error`, when two of its names would be written alike. Members that
+// would be empty are left out, as the layout allows.
 std::optional<std::string> jsonText(const vyr::engine::VYRFeature &feature, std::string &error)
 {
     try {
-        return feature.toJson().dump(2) + '\n';
+        nlohmann::ordered_json document = feature.toJson();
+        for (const char *member : {"attribute_order", "lists"}) {
+            if (document.contains(member) && document[member].empty())
+                document.erase(member);
+        }
+        return objectText(document, "") + '\n';
     } catch (const std::exception &failure) {
         error = failure.what();
         return std::nullopt;

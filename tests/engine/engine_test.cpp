@@ -12,6 +12,8 @@
 
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 
 namespace {
@@ -186,6 +188,21 @@ TEST_F(EngineTest, FeatureFilesRoundTrip)
 
     savedAndRead(copy, dir.path() + "/again.json");
     EXPECT_EQ(dir.read("feature.json"), dir.read("again.json"));
+}
+
+// Files written the way people write them come back as they were: a save
+// changes only the lines of what changed.
+TEST_F(EngineTest, TheExampleFeatureFilesAreWrittenAsTheyAre)
+{
+    for (const auto &entry : std::filesystem::directory_iterator(std::string(VYR_TEST_EXAMPLES_DIR) + "/schemas")) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+        IVYRFeature &feature = newFeature();
+        ASSERT_TRUE(VYR_FeatureReadJson(&feature, text.data(), text.size(), "example", nullptr)) << entry.path();
+        VYRRWStringImp written;
+        ASSERT_TRUE(VYR_FeatureWriteJson(&feature, &written));
+        EXPECT_EQ(written.view(), text) << entry.path();
+    }
 }
 
 // A byte that is no UTF-8 in a UTF-8 code page came from a stranger's
