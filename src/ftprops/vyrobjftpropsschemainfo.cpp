@@ -272,9 +272,9 @@ void VYRObjFTPropsSchemaInfo::writeUserAttribute(const UserAttributeTypes &attri
     std::string stored;
     const bool exists = readAttribute(name, stored);
     const auto place = [&](const std::string &generic) {
-        if (last)
+        if (last || !exists)
             m_feature.setOrderedAttribute(name.c_str(), generic.c_str());
-        else if (!exists || generic != stored)
+        else if (generic != stored)
             m_feature.setAttribute(name.c_str(), generic.c_str());
     };
     if (exists && (attribute.generic.empty() || attribute.generic == stored) && getAttributeType(name) == attribute.type) {

@@ -55,6 +55,11 @@ bool ruleOnFor(const std::string &storedOrShown)
 
 } // namespace
 
+bool TurnedOnBySwitch(const GuiParameterLine &parameter)
+{
+    return parameter.disabledOnly && parameter.type != "DISABLE";
+}
+
 bool ParameterEnabledByRule(const GuiParameterLine &parameter, bool ruleOn)
 {
     if (parameter.alwaysEnabled)
@@ -161,6 +166,15 @@ long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &
     return row;
 }
 
+void CDefParmsGrid::ShowRow(long row, bool shown)
+{
+    if (IsRowShown(row) == shown)
+        return;
+    if (!shown && row == GetCurrentRow())
+        CommitEdit();
+    SetRowHeight(row, shown ? gridInfo().defaultRowHeight : 0);
+}
+
 std::string CDefParmsGrid::ParameterNameOf(long row) const
 {
     return row >= 0 && std::size_t(row) < m_rowNames.size() ? m_rowNames[std::size_t(row)] : std::string();
@@ -194,8 +208,6 @@ std::optional<bool> CDefParmsGrid::disableRuleOn()
 {
     if (m_disableRow != kNoDisableRow)
         return ruleOnFor(toNarrow(GetCellString(m_disableRow, kValueColumn)));
-    if (m_outsideDisableValue)
-        return ruleOnFor(*m_outsideDisableValue);
     return std::nullopt;
 }
 
@@ -219,10 +231,21 @@ void CDefParmsGrid::ApplyDisableRule()
     RepaintAll();
 }
 
-void CDefParmsGrid::OnCellChange(int column, long row, ug::TextSource)
+void CDefParmsGrid::OnCellChange(int column, long row, ug::TextSource source)
 {
-    if (column == kValueColumn && row == m_disableRow)
-        ApplyDisableRule();
+    if (column != kValueColumn || row != m_disableRow)
+        return;
+    // A switch is not stored: the rows it turns on say where it stands. Off,
+    // they are emptied, in the same step, or it would read back as on. Undo
+    // and redo put those rows back themselves.
+    if (source != ug::TextRestored && disableRuleOn() == false) {
+        for (long other = 0; other < GetRowCount(); ++other) {
+            const GuiParameterLine *parameter = ParameterOf(ParameterNameOf(other));
+            if (parameter && TurnedOnBySwitch(*parameter) && !GetCellString(other, kValueColumn).isEmpty())
+                SetCellText(kValueColumn, other, QString());
+        }
+    }
+    ApplyDisableRule();
 }
 
 QString CDefParmsGrid::OnCheckText(int column, long row, const QString &text)

@@ -21,8 +21,9 @@
 // The disable rule: while the DISABLE parameter says No (in either
 // language) every other value is enabled; otherwise they are disabled,
 // except that DISABLED_ONLY parameters take the opposite state and
-// ALWAYS_ENABLED ones stay enabled. The value of a DISABLE parameter whose
-// row is not shown (SetOutsideDisableValue) rules in its place.
+// ALWAYS_ENABLED ones stay enabled, whether the DISABLE row is shown or
+// hidden by a filter. Turning the switch off empties the DISABLED_ONLY
+// rows, whose values are what shows it on when the page opens again.
 #ifndef VYR_FTPROPSDLG_CDEFPARMSGRID_H
 #define VYR_FTPROPSDLG_CDEFPARMSGRID_H
 
@@ -43,6 +44,9 @@ class CFeatTypePropsDlg;
 // Whether a parameter's value may be edited, by the disable rule: `ruleOn`
 // is whether the DISABLE parameter's value says anything but No.
 bool ParameterEnabledByRule(const GuiParameterLine &parameter, bool ruleOn);
+// Whether a parameter is one a DISABLE switch turns on (DISABLED_ONLY):
+// its value is what tells, when the page opens, where the switch stood.
+bool TurnedOnBySwitch(const GuiParameterLine &parameter);
 
 class CDefParmsGrid : public CVVyrGrid, public CellActionHandler
 {
@@ -81,9 +85,9 @@ public:
     const GuiParameterLine *ParameterOf(const std::string &name) const;
     long disableRow() const { return m_disableRow; }
 
-    // The stored value of a DISABLE parameter that has no row; nothing when
-    // there is none.
-    void SetOutsideDisableValue(std::optional<std::string> value) { m_outsideDisableValue = std::move(value); }
+    // Shows or hides a row (a filter); a hidden row keeps its value.
+    void ShowRow(long row, bool shown);
+    bool IsRowShown(long row) const { return row >= 0 && GetRowHeight(row) != 0; }
     // Enables and disables the value cells by the disable rule.
     void ApplyDisableRule();
 
@@ -126,7 +130,6 @@ private:
     std::unordered_map<std::string, std::map<QString, std::string>> m_storedChoices;
     std::vector<std::string> m_rowNames;
     long m_disableRow = kNoDisableRow;
-    std::optional<std::string> m_outsideDisableValue;
     // What the longest prompt shown since the format was set needs, in
     // pixels.
     int m_promptWidth = 0;

@@ -363,6 +363,10 @@ void CFeatTypePropsDlg::SetFormat(const FTPropsFormatInfo *format)
 {
     if (!format || (m_currentFormat && format->getId() == m_currentFormat->getId()))
         return;
+    // Names the move makes legal reach the other pages once every page is
+    // in the new format: a page keeps what it showed in the old format as
+    // it was there.
+    m_movingRenames.emplace();
     if (m_general)
         m_general->ChangeFormat(format);
     if (m_attributes)
@@ -377,6 +381,10 @@ void CFeatTypePropsDlg::SetFormat(const FTPropsFormatInfo *format)
         if (entry.rule != TabRule::Always)
             ShowPageTab(entry.page, tabWanted(entry.rule));
     }
+    const std::vector<std::pair<std::string, std::string>> renames = std::move(*m_movingRenames);
+    m_movingRenames.reset();
+    for (const auto &[before, after] : renames)
+        AttributeRenamed(before, after);
 }
 
 bool CFeatTypePropsDlg::ValidatePages()
@@ -416,6 +424,10 @@ void CFeatTypePropsDlg::AttributeRenamed(const std::string &before, const std::s
     m_attributesSeen.insert(after);
     if (before.empty())
         return;
+    if (m_movingRenames) {
+        m_movingRenames->emplace_back(before, after);
+        return;
+    }
     if (m_general)
         m_general->RenameAttribute(before, after);
     if (m_parameters)

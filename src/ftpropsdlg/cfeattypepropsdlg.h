@@ -24,6 +24,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -180,6 +181,8 @@ private:
     QSize m_minimumSize;
     ApplySelection m_apply;
     StringSet m_attributesSeen;
+    // While the pages change format: the renames to pass on after.
+    std::optional<std::vector<std::pair<std::string, std::string>>> m_movingRenames;
 };
 
 } // namespace vyr

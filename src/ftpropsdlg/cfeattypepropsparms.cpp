@@ -63,8 +63,7 @@ void CFeatTypePropsParms::deriveSwitches(const FTPropsFormatInfo &format, std::m
     bool enablesAny = false;
     bool valueGiven = false;
     for (const std::string &name : names) {
-        const GuiParameterLine line = ParseParameterLine(format.getDeflineParm(name));
-        if (line.disabledOnly && line.type != "DISABLE") {
+        if (TurnedOnBySwitch(ParseParameterLine(format.getDeflineParm(name)))) {
             enablesAny = true;
             valueGiven = valueGiven || !values[name].empty();
         }
@@ -99,23 +98,20 @@ bool CFeatTypePropsParms::eventFilter(QObject *watched, QEvent *event)
     return CVyrDialog::eventFilter(watched, event);
 }
 
-void CFeatTypePropsParms::collectShownValues()
-{
-    if (!m_grid)
-        return;
-    m_grid->CommitEdit();
-    for (long row = 0; row < m_grid->GetRowCount(); ++row)
-        m_values[m_grid->ParameterNameOf(row)] = m_grid->GetParameterValue(row);
-}
-
 void CFeatTypePropsParms::fillRows(const FTPropsFormatInfo *format, const std::map<std::string, std::string> &values)
 {
     m_names = format->getDeflineParmNames();
-    m_values.clear();
+    if (!m_grid)
+        return;
+    m_grid->BeginBatch();
+    m_grid->RemoveAllRows();
     for (const std::string &name : m_names) {
         const auto found = values.find(name);
-        m_values[name] = found != values.end() ? found->second : format->getDeflineParmDefault(name);
+        m_grid->AddParameterRow(format->getDeflineParm(name),
+                                found != values.end() ? found->second : format->getDeflineParmDefault(name));
     }
+    m_grid->ApplyDisableRule();
+    m_grid->EndBatch();
     showRows();
 }
 
@@ -123,22 +119,25 @@ void CFeatTypePropsParms::showRows()
 {
     if (!m_grid)
         return;
-    m_grid->BeginBatch();
-    m_grid->RemoveAllRows();
-    m_grid->SetOutsideDisableValue(std::nullopt);
+    // The filter hides rows rather than making the rows anew: the values,
+    // the switch's rule and the grid's undo history stay whatever it shows.
     const QString filter = m_filterText.trimmed();
-    for (const std::string &name : m_names) {
-        const std::string line = m_format->getDeflineParm(name);
-        const GuiParameterLine parameter = ParseParameterLine(line);
-        if (!filter.isEmpty() && !CDefParmsGrid::LocalizedPrompt(parameter).contains(filter, Qt::CaseInsensitive)) {
-            // A hidden DISABLE parameter still rules over the rows shown.
-            if (parameter.type == "DISABLE")
-                m_grid->SetOutsideDisableValue(m_values[name]);
-            continue;
-        }
-        m_grid->AddParameterRow(line, m_values[name]);
+    m_grid->BeginBatch();
+    for (long row = 0; row < m_grid->GetRowCount(); ++row) {
+        const GuiParameterLine *parameter = m_grid->ParameterOf(m_grid->ParameterNameOf(row));
+        const bool shown = filter.isEmpty() || !parameter
+            || CDefParmsGrid::LocalizedPrompt(*parameter).contains(filter, Qt::CaseInsensitive);
+        m_grid->ShowRow(row, shown);
     }
-    m_grid->ApplyDisableRule();
+    // The keyboard stays on a row the filter shows.
+    if (!m_grid->IsRowShown(m_grid->GetCurrentRow())) {
+        for (long row = 0; row < m_grid->GetRowCount(); ++row) {
+            if (m_grid->IsRowShown(row)) {
+                m_grid->GotoCell(std::max(0, m_grid->GetCurrentCol()), row);
+                break;
+            }
+        }
+    }
     m_grid->EndBatch();
     m_grid->RepaintAll();
 }
@@ -147,7 +146,8 @@ void CFeatTypePropsParms::SetFilter(const QString &text)
 {
     if (text == m_filterText)
         return;
-    collectShownValues();
+    if (m_grid)
+        m_grid->CommitEdit();
     m_filterText = text;
     showRows();
     if (m_filter && m_filter->text() != text) {
@@ -158,15 +158,20 @@ void CFeatTypePropsParms::SetFilter(const QString &text)
 
 std::map<std::string, std::string> CFeatTypePropsParms::ParameterValues()
 {
-    collectShownValues();
-    return m_values;
+    std::map<std::string, std::string> values;
+    if (!m_grid)
+        return values;
+    m_grid->CommitEdit();
+    for (long row = 0; row < m_grid->GetRowCount(); ++row)
+        values[m_grid->ParameterNameOf(row)] = m_grid->GetParameterValue(row);
+    return values;
 }
 
 bool CFeatTypePropsParms::Refuse(const std::string &name, const QString &message)
 {
     if (m_dialog)
         m_dialog->ShowPage(this);
-    if (m_grid && m_grid->RowOf(name) < 0)
+    if (m_grid && !m_grid->IsRowShown(m_grid->RowOf(name)))
         SetFilter(QString());
     if (m_grid) {
         if (const long row = m_grid->RowOf(name); row >= 0)
@@ -213,8 +218,7 @@ bool CFeatTypePropsParms::ValidatePage()
         std::optional<std::string> firstEnabled;
         bool given = false;
         for (const std::string &other : m_names) {
-            const GuiParameterLine otherLine = ParseParameterLine(m_format->getDeflineParm(other));
-            if (!otherLine.disabledOnly || otherLine.type == "DISABLE")
+            if (!TurnedOnBySwitch(ParseParameterLine(m_format->getDeflineParm(other))))
                 continue;
             if (!firstEnabled)
                 firstEnabled = other;
@@ -249,12 +253,14 @@ bool CFeatTypePropsParms::ValidatePage()
 
 void CFeatTypePropsParms::RenameAttribute(const std::string &before, const std::string &after)
 {
-    collectShownValues();
-    for (const std::string &name : m_names) {
-        const GuiParameterLine line = ParseParameterLine(m_format->getDeflineParm(name));
-        if (!namesAttributes(line))
+    if (!m_grid)
+        return;
+    m_grid->CommitEdit();
+    for (long row = 0; row < m_grid->GetRowCount(); ++row) {
+        const GuiParameterLine *line = m_grid->ParameterOf(m_grid->ParameterNameOf(row));
+        if (!line || !namesAttributes(*line))
             continue;
-        StringList pieces = splitList(m_values[name], ',');
+        StringList pieces = splitList(m_grid->GetParameterValue(row), ',');
         bool renamed = false;
         for (std::string &piece : pieces) {
             if (piece == before) {
@@ -264,13 +270,10 @@ void CFeatTypePropsParms::RenameAttribute(const std::string &before, const std::
         }
         if (!renamed)
             continue;
-        m_values[name] = joinList(pieces, ',');
-        if (const long row = m_grid ? m_grid->RowOf(name) : -1; row >= 0) {
-            // One step of the grid's history, so that its undo list is kept.
-            CVVyrGrid::UndoStep step(*m_grid);
-            m_grid->SetCellText(CDefParmsGrid::kValueColumn, row, fromNarrow(m_values[name]));
-            m_grid->RepaintCell(CDefParmsGrid::kValueColumn, row);
-        }
+        // One step of the grid's history, so that its undo list is kept.
+        CVVyrGrid::UndoStep step(*m_grid);
+        m_grid->SetCellText(CDefParmsGrid::kValueColumn, row, fromNarrow(joinList(pieces, ',')));
+        m_grid->RepaintCell(CDefParmsGrid::kValueColumn, row);
     }
 }
 

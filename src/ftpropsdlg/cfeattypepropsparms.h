@@ -2,8 +2,9 @@
 // dialog - the format's per-feature-type parameters in a CDefParmsGrid,
 // read from the schema record's values (a parameter without one shows the
 // format's default), and a filter field above the grid: typing narrows the
-// rows to the prompts that contain the text, Escape clears it. The values of
-// rows the filter hides are kept and written like the others.
+// rows to the prompts that contain the text, Escape clears it. Rows the
+// filter hides keep their values, are written like the others and still
+// take part in the disable rule and the undo history.
 //
 // The page is shown for formats with parameters. OK writes the parameters
 // whose values differ from what the feature type has (a value left as it
@@ -74,9 +75,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    // Takes the values of the shown rows into m_values.
-    void collectShownValues();
-    // The rows again, from the format's parameters and m_values.
+    // Shows the rows the filter lets through, hides the others.
     void showRows();
     // The format's parameters with `values`, a missing one at its default.
     void fillRows(const FTPropsFormatInfo *format, const std::map<std::string, std::string> &values);
@@ -92,8 +91,6 @@ private:
     CDefParmsGrid *m_grid = nullptr;
     QLineEdit *m_filter = nullptr;
     StringList m_names;
-    // Every parameter's stored value; the shown rows' are newer.
-    std::map<std::string, std::string> m_values;
     // The values the page held for each format it showed, by format id.
     std::map<std::string, std::map<std::string, std::string>> m_valuesByFormat;
     QString m_filterText;

@@ -92,7 +92,7 @@ public:
             state.readOnly = cell.isReadOnly();
         }
         QRect cell;
-        state.invisible = m_grid->GetCellRect(m_column, m_row, cell) != ug::Success;
+        state.invisible = m_grid->GetCellRect(m_column, m_row, cell) != ug::Success || cell.isEmpty();
         return state;
     }
     void *interface_cast(QAccessible::InterfaceType type) override

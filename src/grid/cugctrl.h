@@ -120,6 +120,7 @@ public:
     int SetColumnWidth(int column, int width);
     int GetColumnWidth(int column) const;
     int SetDefColumnWidth(int width);
+    // A row of height 0 is hidden: never drawn, never current.
     int SetRowHeight(long row, int height);
     int GetRowHeight(long row) const;
     int SetDefRowHeight(int height);
@@ -358,6 +359,9 @@ private:
     // After every move of the current cell or of the view.
     void afterPositionChange(DragMode mode);
     int moveCurrentTo(int column, long row, DragMode mode);
+    // The first row from `row` on, `step` by `step`, that has a height; -1
+    // when none has.
+    long shownRowFrom(long row, long step) const;
     bool scrollToShow(int column, long row);
     // After the rows or columns shrank: the current cell moves inside,
     // whether or not the hooks allow the move.

@@ -422,10 +422,24 @@ int CUGCtrl::GotoCell(int column, long row)
     return moveCurrentTo(column, row, DragMode::None);
 }
 
+long CUGCtrl::shownRowFrom(long row, long step) const
+{
+    while (row >= 0 && row < m_info.numberOfRows && GetRowHeight(row) == 0)
+        row += step;
+    return row >= 0 && row < m_info.numberOfRows ? row : -1;
+}
+
 int CUGCtrl::moveCurrentTo(int column, long row, DragMode mode)
 {
     if (column < 0 || column >= m_info.numberOfColumns || row < 0 || row >= m_info.numberOfRows)
         return ug::OutOfRange;
+    // A row of no height is hidden (a filter left it out): it is never
+    // current, and a move onto it goes on the same way to a shown one.
+    if (!m_info.rowHeights.empty() && GetRowHeight(row) == 0) {
+        row = shownRowFrom(row, row >= m_info.currentRow ? 1 : -1);
+        if (row < 0)
+            return ug::Refused;
+    }
     if (column == m_info.currentColumn && row == m_info.currentRow)
         return ug::Success;
     if (!m_info.dataSource->OnCanMove(m_info.currentColumn, m_info.currentRow, column, row))

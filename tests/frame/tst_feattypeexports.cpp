@@ -311,7 +311,7 @@ private slots:
             key(Qt::Key_Down);
             typeIn("99");              // Column Width, turned off: refused
             key(Qt::Key_Home, Qt::ControlModifier);
-            pick(Qt::Key_N);           // back to No
+            pick(Qt::Key_N);           // back to No: Template Sheet empty again
             key(Qt::Key_Down);
             key(Qt::Key_Down);
             key(Qt::Key_Down);
@@ -355,7 +355,7 @@ private slots:
         QCOMPARE(list("*vyr_parameter_name"), (QStringList{"TEMPLATE_SHEET", "WRITE_HEADER", "HEADER_COLOR",
                                                            "COLUMN_WIDTH", "HIDDEN_COLUMNS", "SORT_BY"}));
         QCOMPARE(list("*vyr_parameter_value"),
-                 (QStringList{"Styles", "No", "1,0,0", "20", "Item,Count", "Count"}));
+                 (QStringList{"", "No", "1,0,0", "20", "Item,Count", "Count"}));
         m_session->destroyFeature(feature);
     }
 

@@ -152,9 +152,15 @@ TEST_F(SchemaInfoTest, WritingBackWhatWasReadChangesNothing)
 TEST_F(SchemaInfoTest, AStoredUserAttributeComesLastUnlessItWasThere)
 {
     m_schema->setAttributes({"a", "logical", "b", "logical"});
+    m_feature->setAttribute("loose", "vyr_boolean");
     m_schema->storeUserAttribute({"new", "char(4)", ""});
     m_schema->storeUserAttribute({"a", "char(2)", "vyr_char(2)"});
-    EXPECT_EQ(m_schema->getAttributeNames(true, false), (StringList{"a", "b", "new"}));
+    m_schema->storeUserAttribute({"loose", "logical", ""});
+    VYRRWStringArrayImp ordered;
+    m_feature->getOrderedAttributeNames(ordered);
+    EXPECT_EQ(ordered.entries(), 3u);
+    EXPECT_EQ(std::string(ordered.elementAt(2)), "new") << "a new attribute takes its place in the order";
+    EXPECT_EQ(m_schema->getAttributeNames(true, false), (StringList{"a", "b", "new", "loose"}));
     EXPECT_EQ(attribute("new"), "vyr_char(4)");
     EXPECT_EQ(attribute("*new"), "char(4)");
     EXPECT_EQ(attribute("*a"), "char(2)");

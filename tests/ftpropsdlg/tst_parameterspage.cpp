@@ -393,8 +393,15 @@ private slots:
         const QString word = shown("Column Width").section(QLatin1Char(' '), -1).right(5).toLower();
         CDefParmsGrid *grid = gridOf(*dialog);
         const int promptWidth = grid->GetColumnWidth(CDefParmsGrid::kPromptColumn);
+        const auto shownRows = [grid] {
+            long shown = 0;
+            for (long row = 0; row < grid->GetRowCount(); ++row)
+                shown += grid->IsRowShown(row) ? 1 : 0;
+            return shown;
+        };
         QTest::keyClicks(filter, word);
-        QCOMPARE(grid->GetRowCount(), 1L);
+        QCOMPARE(shownRows(), 1L);
+        QCOMPARE(grid->GetCurrentRow(), rowOf(*dialog, "WIDTH"));
         QCOMPARE(grid->GetColumnWidth(CDefParmsGrid::kPromptColumn), promptWidth);
         QCOMPARE(valueOf(*dialog, "WIDTH"), QStringLiteral("7"));
         // The hidden DISABLE row still rules.
@@ -417,14 +424,41 @@ private slots:
         QTest::keyClick(filter, Qt::Key_Escape);
         QVERIFY(dialog->isVisible());
         QCOMPARE(filter->text(), QString());
-        QCOMPARE(grid->GetRowCount(), 11L);
-        QCOMPARE(valueOf(*dialog, "USE_TEMPLATE"), shown("Yes"));
+        QCOMPARE(shownRows(), 11L);
+        QCOMPARE(grid->GetParameterValue(rowOf(*dialog, "USE_TEMPLATE")), std::string("Yes"));
+        // Filtering is no edit: what was typed before it can still be
+        // undone, and done again.
+        grid->Undo();
+        QCOMPARE(valueOf(*dialog, "ONLY_ON"), QString());
+        grid->Redo();
+        QCOMPARE(valueOf(*dialog, "ONLY_ON"), QStringLiteral("o"));
 
         // Filtered out or not, every changed value is written.
         QTest::keyClicks(filter, word);
         dialog->OnOK();
         QCOMPARE(schema.parameters,
                  (std::map<std::string, std::string>{{"ONLY_ON", "o"}, {"WIDTH", "8"}}));
+    }
+
+    // The switch is never stored: the values of the rows it turns on show
+    // where it stood, and turning it off empties them, so that it reads
+    // back as it was left.
+    void shouldShowASwitchAsTheRowsItTurnsOnTellAndKeepItSo()
+    {
+        RecordingSchema &schema = record("inventory", "SHEET");
+        schema.parameters["ONLY_ON"] = "Layout";
+        auto dialog = open(schema);
+        QCOMPARE(valueOf(*dialog, "USE_TEMPLATE"), shown("Yes"));
+        type(*dialog, "USE_TEMPLATE", shown("No"));
+        QCOMPARE(valueOf(*dialog, "ONLY_ON"), QString());
+        QCOMPARE(valueOf(*dialog, "BOTH"), QString());
+        gridOf(*dialog)->Undo();
+        QCOMPARE(valueOf(*dialog, "USE_TEMPLATE"), shown("Yes"));
+        QCOMPARE(valueOf(*dialog, "ONLY_ON"), QStringLiteral("Layout"));
+        gridOf(*dialog)->Redo();
+        dialog->OnOK();
+        QCOMPARE(schema.parameters.at("ONLY_ON"), std::string());
+        QVERIFY(!schema.parameters.contains("USE_TEMPLATE"));
     }
 
     // Parameters that name attributes follow a rename on the User Attributes
