@@ -46,11 +46,8 @@ bool CCodedDomainDlg::CheckDefinition()
     m_codes->CommitEdit();
     // A code stands for one description: the second of two equal codes is
     // where the user decides which to change.
-    if (const long repeated = m_codes->FindRepeatedText(0); repeated >= 0) {
-        const QString code = m_codes->GetCellString(repeated, 0);
-        m_codes->FocusCell(0, repeated);
-        return Refuse(formatResourceString(res::DomainCodeRepeated, {code}));
-    }
+    if (m_codes->RefuseRepeatedText(0, res::DomainCodeRepeated))
+        return false;
     for (long row = 0; row < m_codes->GetRowCount(); ++row) {
         if (!m_codes->GetCellString(row, 0).isEmpty())
             return true;

@@ -83,4 +83,11 @@ int ListElements::countIn(const StringList &names) const
     return static_cast<int>(std::min<long long>(count, 1LL << 30));
 }
 
+bool IsFormatAttribute(const StringList &formatAttributes, std::string_view name)
+{
+    return std::any_of(formatAttributes.begin(), formatAttributes.end(), [name](const std::string &candidate) {
+        return candidate == name || (ListElements::isList(candidate) && ListElements(candidate).isElement(name));
+    });
+}
+
 } // namespace vyr

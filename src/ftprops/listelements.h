@@ -39,6 +39,11 @@ private:
     std::string m_suffix;
 };
 
+// Whether `name` is one of `formatAttributes` (a format's own attribute
+// names), or an element ("part{3}.x") of one of its list attributes
+// ("part{}.x").
+bool IsFormatAttribute(const StringList &formatAttributes, std::string_view name);
+
 } // namespace vyr
 
 #endif // VYR_FTPROPS_LISTELEMENTS_H

@@ -2,9 +2,7 @@
 
 #include "attrtypes/datatypemappings.h"
 #include "attrtypes/typestring.h"
-#include "ftprops/listelements.h"
 
-#include <algorithm>
 
 namespace vyr {
 
@@ -36,14 +34,20 @@ std::optional<AttributeTypeTexts> MoveAttributeType(const DataTypeMappings &from
     return AttributeTypeTexts{generic, generic};
 }
 
-bool IsFormatAttributeOf(const FTPropsFormatInfo &format, const std::string &name)
+UserAttributeTypes MoveUserAttribute(const FTPropsFormatInfo &from, const FTPropsFormatInfo &to,
+                                     const UserAttributeTypes &attribute, const NameTakenTest &isTaken)
 {
-    const StringList names = format.getFormatAttrNames();
-    if (std::find(names.begin(), names.end(), name) != names.end())
-        return true;
-    return std::any_of(names.begin(), names.end(), [&](const std::string &candidate) {
-        return ListElements::isList(candidate) && ListElements(candidate).isElement(name);
-    });
+    UserAttributeTypes moved = attribute;
+    moved.name = LegaliseAttributeNameSteps(to, attribute.name, isTaken).unique;
+    const DataTypeMappings *source = from.getDataTypeMappings();
+    const DataTypeMappings *target = to.getDataTypeMappings();
+    if (source && target) {
+        if (auto texts = MoveAttributeType(*source, *target, attribute.type, attribute.generic, to.getTypeListMode())) {
+            moved.type = std::move(texts->type);
+            moved.generic = std::move(texts->generic);
+        }
+    }
+    return moved;
 }
 
 } // namespace vyr

@@ -5,6 +5,8 @@
 #define VYR_FTPROPS_SCHEMAMOVE_H
 
 #include "ftprops/ftpropsformatinfo.h"
+#include "ftprops/ftpropsschemainfo.h"
+#include "ftprops/namerules.h"
 
 #include <optional>
 #include <string>
@@ -33,9 +35,12 @@ std::optional<AttributeTypeTexts> MoveAttributeType(const DataTypeMappings &from
                                                     std::string_view type, std::string_view knownGeneric,
                                                     int listMode);
 
-// Whether `name` is one of the format's own attributes, or an element
-// ("part{3}.x") of one of its list attributes ("part{}.x").
-bool IsFormatAttributeOf(const FTPropsFormatInfo &format, const std::string &name);
+// A user attribute carried from the format `from` to the format `to`: its
+// name made legal there and not one `isTaken` says is taken, its type
+// carried as MoveAttributeType carries it in `to`'s list mode (kept as it is
+// when neither format knows anything of it).
+UserAttributeTypes MoveUserAttribute(const FTPropsFormatInfo &from, const FTPropsFormatInfo &to,
+                                     const UserAttributeTypes &attribute, const NameTakenTest &isTaken);
 
 } // namespace vyr
 

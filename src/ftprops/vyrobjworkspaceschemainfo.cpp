@@ -2,7 +2,7 @@
 
 #include "attrtypes/datatypemappings.h"
 #include "ftprops/geometrytranslation.h"
-#include "ftprops/namerules.h"
+#include "ftprops/listelements.h"
 #include "ftprops/schemamove.h"
 #include "ftprops/sessionobjects.h"
 #include "util/numbertext.h"
@@ -108,36 +108,34 @@ void VYRObjWorkspaceSchemaInfo::moveSchema(const FTPropsFormatInfo &from, const 
     const std::string fanoutAttribute = getFanoutAttribute();
     std::vector<UserAttributeTypes> moved;
     if (to.hasDeflineAttrs()) {
-        const DataTypeMappings *source = from.getDataTypeMappings();
-        const DataTypeMappings *target = to.getDataTypeMappings();
         const StringList formatNames = to.getFormatAttrNames();
         StringSet taken(formatNames.begin(), formatNames.end());
-        for (UserAttributeTypes &attribute : attributes) {
-            const std::string name = LegaliseAttributeName(to, attribute.name, taken);
-            taken.insert(name);
-            if (source && target) {
-                if (auto texts = MoveAttributeType(*source, *target, attribute.type, attribute.generic,
-                                                   to.getTypeListMode())) {
-                    attribute.type = std::move(texts->type);
-                    attribute.generic = std::move(texts->generic);
-                }
-            }
-            if (name != attribute.name) {
+        for (const UserAttributeTypes &attribute : attributes) {
+            UserAttributeTypes carried
+                = MoveUserAttribute(from, to, attribute, [&taken](const std::string &name) { return taken.contains(name); });
+            taken.insert(carried.name);
+            if (carried.name != attribute.name) {
                 if (fanoutAttribute == attribute.name)
-                    setFanoutAttribute(name);
+                    setFanoutAttribute(carried.name);
                 // Carried under its new name: nothing of the old one stays.
                 feature().removeAttribute(("*" + attribute.name).c_str());
-                attribute.name = name;
             }
-            moved.push_back(std::move(attribute));
+            moved.push_back(std::move(carried));
         }
     } else {
         // A format without user attributes keeps none.
         for (const UserAttributeTypes &attribute : attributes)
             feature().removeAttribute(("*" + attribute.name).c_str());
     }
+    // Fan-out is for formats that write one feature type per value.
+    if (!to.supportsFeatTypeFanout()) {
+        setFanout(false);
+        setFanoutAttribute({});
+    }
     setUserAttributes(moved);
-    retainPairs(PairKind::FormatAttributes, [&to](const std::string &name) { return IsFormatAttributeOf(to, name); });
+    const StringList formatAttributes = to.getFormatAttrNames();
+    retainPairs(PairKind::FormatAttributes,
+                [&formatAttributes](const std::string &name) { return IsFormatAttribute(formatAttributes, name); });
     retainPairs(PairKind::Parameters, [&to](const std::string &name) { return !to.getDeflineParm(name).empty(); });
 }
 

@@ -15,18 +15,6 @@
 
 namespace vyr {
 
-namespace {
-
-// A user attribute as the schema holds it.
-struct LoadedAttribute
-{
-    std::string name;
-    std::string type;
-    std::string generic;
-};
-
-} // namespace
-
 CFeatTypePropsAttrs::CFeatTypePropsAttrs(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format,
                                          CFeatTypePropsDlg *dialog)
     : CVyrDialog(kTemplateId, 0, false, std::string(), dialog, DialogMode::ModeModal)
@@ -64,7 +52,7 @@ bool CFeatTypePropsAttrs::OnInitDialog()
 void CFeatTypePropsAttrs::LoadRows()
 {
     const int listMode = m_format->getTypeListMode();
-    std::vector<LoadedAttribute> loaded;
+    std::vector<UserAttributeTypes> loaded;
     // A type's suffix is its domain: the domains the schema uses are the
     // ones the domain column offers, so that each is shown and kept.
     StringList domains;
@@ -82,19 +70,14 @@ void CFeatTypePropsAttrs::LoadRows()
         return;
     }
     m_grid = grid;
-    QHash<QString, AttributeTypeTexts> &known = m_knownTypes[m_format->getId()];
     const DataTypeMappings &registry = registryOf(*m_format);
-    for (const LoadedAttribute &attribute : loaded) {
+    for (const UserAttributeTypes &attribute : loaded) {
         const std::unique_ptr<AttrType> type = registry.createType(attribute.type, listMode);
         const long row = grid->AppendLoadedRow(fromNarrow(attribute.name), type.get(), fromNarrow(attribute.type));
         if (row < 0)
             break;
-        // Of two attributes shown alike, the first one's texts are written
-        // for both: the record keeps the second's own, which answer the
-        // same type.
-        const QString key = grid->TypeKey(row);
-        if (!known.contains(key))
-            known.insert(key, {attribute.type, attribute.generic});
+        m_knownTypes.remember(m_format->getId(), fromNarrow(attribute.name), grid->TypeKey(row),
+                              {attribute.type, attribute.generic});
     }
     grid->SetTypeNote([this](long row) { return TypeNote(row); });
     grid->EnableGrid(editable());
@@ -102,7 +85,7 @@ void CFeatTypePropsAttrs::LoadRows()
     connect(grid, &CAttrGrid::nameReplaced, this, [this](const QString &before, const QString &after) {
         m_dialog->AttributeRenamed(toNarrow(before), toNarrow(after));
     });
-    for (const LoadedAttribute &attribute : loaded)
+    for (const UserAttributeTypes &attribute : loaded)
         m_dialog->AttributeRenamed({}, attribute.name);
 }
 
@@ -113,23 +96,27 @@ StringList CFeatTypePropsAttrs::GetAttributeNames() const
 
 std::optional<AttributeTypeTexts> CFeatTypePropsAttrs::KnownTypeTexts(long row)
 {
-    const auto known = m_knownTypes.find(m_format->getId());
-    if (known == m_knownTypes.end())
-        return std::nullopt;
-    const auto found = known->second.constFind(m_grid->TypeKey(row));
-    return found != known->second.constEnd() ? std::optional(*found) : std::nullopt;
+    const QString key = m_grid->TypeKey(row);
+    const QString name = m_grid->GetCellString(row, CAttrGrid::kNameColumn);
+    const AttributeTypeTexts *known = m_knownTypes.ofName(m_format->getId(), name, key);
+    if (!known)
+        known = m_knownTypes.ofKey(m_format->getId(), key);
+    return known ? std::optional(*known) : std::nullopt;
 }
 
 std::optional<AttributeTypeTexts> CFeatTypePropsAttrs::RowTypeTexts(long row)
 {
-    if (auto known = KnownTypeTexts(row))
-        return known;
-    const std::unique_ptr<AttrType> type = m_grid->GetRowType(row);
-    if (!type)
-        return std::nullopt;
-    const std::unique_ptr<AttrType> generic = registryOf(*m_format).toGeneric(*type);
-    return AttributeTypeTexts{formatType(*type, m_format->getTypeListMode()),
-                              generic ? formatType(*generic, kDialogListMode) : std::string()};
+    // The attribute's own texts first; a type the format reads is written
+    // in its own words rather than in another attribute's spelling of it.
+    if (const AttributeTypeTexts *own = m_knownTypes.ofName(
+            m_format->getId(), m_grid->GetCellString(row, CAttrGrid::kNameColumn), m_grid->TypeKey(row)))
+        return *own;
+    if (const std::unique_ptr<AttrType> type = m_grid->GetRowType(row)) {
+        const std::unique_ptr<AttrType> generic = registryOf(*m_format).toGeneric(*type);
+        return AttributeTypeTexts{formatType(*type, m_format->getTypeListMode()),
+                                  generic ? formatType(*generic, kDialogListMode) : std::string()};
+    }
+    return KnownTypeTexts(row);
 }
 
 QString CFeatTypePropsAttrs::TypeNote(long row)
@@ -194,6 +181,13 @@ bool CFeatTypePropsAttrs::ValidatePage()
                                                    {name, m_grid->GetCellText(column, -1), typeName}));
         }
     }
+    // Names a writer's rules did not make distinct (a reader's, which are
+    // taken as typed): two rows of one name would be written as one.
+    if (m_grid->FindRepeatedText(CAttrGrid::kNameColumn) >= 0) {
+        m_dialog->ShowPage(this);
+        m_grid->RefuseRepeatedText(CAttrGrid::kNameColumn, res::AttributeNameRepeated);
+        return false;
+    }
     return true;
 }
 
@@ -206,27 +200,33 @@ void CFeatTypePropsAttrs::WriteToSchema(FTPropsSchemaInfo &target, const StringL
         targetFormat = m_format;
     const bool formatChanged = targetFormat->getFormatName() != m_format->getFormatName();
     StringSet taken;
+    StringList targetAttributes;
     if (formatChanged) {
         for (const std::string &name : target.getAttributeNames(true, true))
             taken.insert(name);
+        targetAttributes = target.getAttributeNames(true, false);
     }
 
     // Each row as (its name on the page, what is written).
     std::vector<std::pair<std::string, UserAttributeTypes>> rows;
     for (long row = 0; row < m_grid->attributeRowCount(); ++row) {
         const std::string pageName = toNarrow(m_grid->GetCellString(row, CAttrGrid::kNameColumn));
-        std::optional<AttributeTypeTexts> texts = RowTypeTexts(row);
+        const std::optional<AttributeTypeTexts> texts = RowTypeTexts(row);
         // Validation refused both before OK got here.
         if (pageName.empty() || !texts)
             continue;
-        std::string name = pageName;
+        UserAttributeTypes attribute{pageName, texts->type, texts->generic};
         if (formatChanged) {
-            name = LegaliseAttributeName(*targetFormat, name, taken);
-            if (auto moved = MoveAttributeType(registryOf(*m_format), registryOf(*targetFormat), texts->type,
-                                               texts->generic, targetFormat->getTypeListMode()))
-                texts = std::move(moved);
+            // The attribute another feature type has under the name this one
+            // takes in its format is this one again: updated, not numbered.
+            const std::string own = LegaliseAttributeName(*targetFormat, pageName, {});
+            const bool had = std::find(targetAttributes.begin(), targetAttributes.end(), own) != targetAttributes.end();
+            attribute = MoveUserAttribute(*m_format, *targetFormat, attribute, [&](const std::string &name) {
+                return taken.contains(name) && !(had && name == own);
+            });
+            taken.insert(attribute.name);
         }
-        rows.emplace_back(pageName, UserAttributeTypes{name, texts->type, texts->generic});
+        rows.emplace_back(pageName, std::move(attribute));
     }
 
     if (!apply && !remove) {
@@ -252,18 +252,21 @@ void CFeatTypePropsAttrs::WriteToSchema(FTPropsSchemaInfo &target, const StringL
     }
 }
 
-QStringList CFeatTypePropsAttrs::MovedRow(long row, const QStringList &texts, const FTPropsFormatInfo &format)
+void CFeatTypePropsAttrs::ShowMovedRow(long row, const UserAttributeTypes &moved, bool known)
 {
-    const QString name = texts.value(CAttrGrid::kNameColumn);
-    if (!name.isEmpty()) {
-        const StringSet formatNames = CAttrGrid::FormatAttrNames(format);
-        const QString legal = fromNarrow(
-            LegaliseAttributeNameSteps(format, toNarrow(name), m_grid->TakenBy(row, formatNames)).unique);
-        m_grid->SetRowTexts(row, texts);
-        if (legal != name)
-            m_grid->SetCellText(CAttrGrid::kNameColumn, row, legal);
-    }
-    return m_grid->RowTexts(row);
+    const int listMode = m_format->getTypeListMode();
+    m_grid->SetCellText(CAttrGrid::kNameColumn, row, fromNarrow(moved.name));
+    if (!known)
+        return;
+    // A generic type standing for one the format has no word for is shown
+    // as it is written.
+    const std::unique_ptr<AttrType> read
+        = moved.type != moved.generic ? registryOf(*m_format).createType(moved.type, listMode) : nullptr;
+    if (read && m_grid->TemplateOf(fromNarrow(read->name())))
+        m_grid->SetRowType(row, *read);
+    else
+        m_grid->SetTypeText(row, fromNarrow(moved.type));
+    m_knownTypes.remember(m_format->getId(), fromNarrow(moved.name), m_grid->TypeKey(row), {moved.type, moved.generic});
 }
 
 void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
@@ -283,43 +286,26 @@ void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
         oldTexts.push_back(m_grid->RowTexts(row));
         oldTypes.push_back(RowTypeTexts(row));
     }
-    const DataTypeMappings &source = registryOf(*old);
-    const DataTypeMappings &destination = registryOf(*format);
     m_format = format;
     m_grid->SetFormat(format);
-    m_grid->SetRegistry(destination);
-    QHash<QString, AttributeTypeTexts> &known = m_knownTypes[format->getId()];
-    const int listMode = format->getTypeListMode();
+    m_grid->SetRegistry(registryOf(*format));
+    const StringSet formatNames = CAttrGrid::FormatAttrNames(*format);
 
     for (long row = 0; row < rows; ++row) {
         const QStringList &before = oldTexts[std::size_t(row)];
         const std::optional<AttributeTypeTexts> &type = oldTypes[std::size_t(row)];
+        const QString name = before.value(CAttrGrid::kNameColumn);
         const QStringList form
             = m_rowForms.move(old->getId(), format->getId(), before, [&](const QStringList &texts) {
-                  QStringList moved = texts;
-                  const auto carried
-                      = type ? MoveAttributeType(source, destination, type->type, type->generic, listMode)
-                             : std::nullopt;
-                  if (carried) {
-                      // Its cells as the new format shows the type.
-                      m_grid->SetRowTexts(row, texts);
-                      if (const auto read = carried->type != carried->generic
-                                                ? destination.createType(carried->type, listMode)
-                                                : nullptr)
-                          m_grid->SetRowType(row, *read);
-                      else
-                          m_grid->SetTypeText(row, fromNarrow(carried->type));
-                      known.insert(m_grid->TypeKey(row), *carried);
-                      moved = m_grid->RowTexts(row);
-                  } else if (type) {
-                      // Nothing known of it anywhere: it keeps its form.
-                      m_grid->SetRowTexts(row, texts);
-                      known.insert(m_grid->TypeKey(row), *type);
-                  }
-                  return MovedRow(row, moved, *format);
+                  m_grid->SetRowTexts(row, texts);
+                  UserAttributeTypes moved{toNarrow(name), type ? type->type : toNarrow(texts.value(m_grid->typeColumn())),
+                                           type ? type->generic : std::string()};
+                  if (!name.isEmpty())
+                      moved = MoveUserAttribute(*old, *format, moved, m_grid->TakenBy(row, formatNames));
+                  ShowMovedRow(row, moved, type.has_value());
+                  return m_grid->RowTexts(row);
               });
         m_grid->SetRowTexts(row, form);
-        const QString name = before.value(CAttrGrid::kNameColumn);
         const QString shown = m_grid->GetCellString(row, CAttrGrid::kNameColumn);
         if (!name.isEmpty() && !shown.isEmpty() && name != shown)
             m_dialog->AttributeRenamed(toNarrow(name), toNarrow(shown));

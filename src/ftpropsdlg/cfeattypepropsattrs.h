@@ -16,14 +16,12 @@
 #include "ftprops/ftpropsschemainfo.h"
 #include "ftprops/schemamove.h"
 #include "ftpropsdlg/formatforms.h"
+#include "ftpropsdlg/knownrowtypes.h"
 #include "uikit/cvyrdialog.h"
 #include "uikit/gridrowbuttons.h"
 
-#include <QHash>
-
 #include <memory>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 namespace vyr {
@@ -86,8 +84,9 @@ private:
     void ShowCell(long row, int column);
     // Tells the user `message`, with the cell at fault current.
     bool Refuse(long row, int column, const QString &message);
-    // A row's texts carried into `format` from the page's.
-    QStringList MovedRow(long row, const QStringList &texts, const FTPropsFormatInfo &format);
+    // Shows a row as a move carried it into the page's format; with `known`
+    // its type is known, as the move carried it, for writing back.
+    void ShowMovedRow(long row, const UserAttributeTypes &moved, bool known);
     // The tip of a type cell that stands for a type the format has no word
     // for.
     QString TypeNote(long row);
@@ -96,10 +95,7 @@ private:
     const FTPropsFormatInfo *m_format;
     CFeatTypePropsDlg *m_dialog;
     CAttrGrid *m_grid = nullptr;
-    // Per format id, the types rows were given without a person choosing
-    // them (loaded, or carried by a move), by what the row's type columns
-    // show: their texts to write back.
-    std::unordered_map<std::string, QHash<QString, AttributeTypeTexts>> m_knownTypes;
+    KnownRowTypes m_knownTypes;
     FormatForms m_rowForms;
     // Stands in for the registry of a format that has no type mappings.
     std::unique_ptr<DataTypeMappings> m_emptyRegistry;

@@ -1,5 +1,6 @@
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 
+#include "ftprops/listelements.h"
 #include "ftpropsdlg/cfeattypepropsattrs.h"
 #include "ftpropsdlg/cfeattypepropsexposableattrs.h"
 #include "ftpropsdlg/cfeattypepropsgeneraldest.h"
@@ -68,12 +69,12 @@ void CFeatTypePropsDlg::updateFormatFlags()
     m_hasUserAttributes = m_currentFormat && m_currentFormat->hasDeflineAttrs();
 }
 
-StringSet CFeatTypePropsDlg::namesTakenIn(const FTPropsFormatInfo &format) const
+StringSet CFeatTypePropsDlg::namesTakenIn(const FTPropsFormatInfo &format, const FTPropsSchemaInfo *except) const
 {
     StringSet taken;
     const std::string id = format.getId();
     for (const FTPropsSchemaInfo *other : m_others) {
-        if (other->getFormatId() == id)
+        if (other != except && other->getFormatId() == id)
             taken.insert(other->getName());
     }
     return taken;
@@ -492,7 +493,12 @@ void CFeatTypePropsDlg::ApplyToOthers()
     }
     if (m_formatAttributes) {
         input.pageFormatAttributes = m_formatAttributes->GetExposedNames();
-        input.recordFormatAttributes = m_schema->getAttributeNames(false, true);
+        // The elements of a list the page exposes go with the list: they are
+        // not offered for deletion.
+        for (std::string &name : m_schema->getAttributeNames(false, true)) {
+            if (!IsFormatAttribute(input.pageFormatAttributes, name) || ListElements::isList(name))
+                input.recordFormatAttributes.push_back(std::move(name));
+        }
     }
     input.hasParameters = m_hasParameters && m_parameters;
     input.localisePrompt = [](const std::string &prompt) { return LocalizeText(prompt); };

@@ -71,9 +71,9 @@ public:
     const FormatDictionary &formats() const { return m_formats; }
     const FormatDictionary &additionalFormats() const { return m_additionalFormats; }
     const FormatDictionary &formatsByLongName() const { return m_formatsByLongName; }
-    // The names the other feature types of `format` have: the names a new
-    // name for this feature type must not take.
-    StringSet namesTakenIn(const FTPropsFormatInfo &format) const;
+    // The names the other feature types of `format` have (but `except`):
+    // the names a new name for a feature type must not take.
+    StringSet namesTakenIn(const FTPropsFormatInfo &format, const FTPropsSchemaInfo *except = nullptr) const;
     bool hasParameters() const { return m_hasParameters; }
     bool hasUserAttributes() const { return m_hasUserAttributes; }
 

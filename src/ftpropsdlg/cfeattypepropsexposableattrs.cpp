@@ -86,7 +86,10 @@ void CFeatTypePropsExposableAttrs::WriteToSchema(FTPropsSchemaInfo &target, cons
         const bool toRemove = everything || (remove && contains(*remove, read->name));
         if (ListElements::isList(read->name)) {
             if (read->checked && toApply) {
-                target.expandListAttribute(read->name, read->count);
+                // Elements exposed apart (0 and 3) stay so while the count
+                // they show is kept.
+                if (ListElements(read->name).countIn(exposed) != read->count)
+                    target.expandListAttribute(read->name, read->count);
             } else if (!read->checked && toRemove) {
                 const ListElements elements(read->name);
                 if (std::any_of(exposed.begin(), exposed.end(),

@@ -96,9 +96,10 @@ std::string CFeatTypePropsGeneral::nameText() const
     return toNarrow(m_name->text());
 }
 
-std::string CFeatTypePropsGeneral::ResolveName(const std::string &text, const FTPropsFormatInfo &format) const
+std::string CFeatTypePropsGeneral::ResolveName(const std::string &text, const FTPropsFormatInfo &format,
+                                               const FTPropsSchemaInfo *named) const
 {
-    return ResolveFeatureTypeName(format, text, m_dialog->namesTakenIn(format), m_dialog->session());
+    return ResolveFeatureTypeName(format, text, m_dialog->namesTakenIn(format, named), m_dialog->session());
 }
 
 void CFeatTypePropsGeneral::ResolveNameField()
@@ -222,10 +223,12 @@ const FTPropsFormatInfo *CFeatTypePropsGeneral::FormatOf(const FTPropsSchemaInfo
 
 void CFeatTypePropsGeneral::WriteToSchema(FTPropsSchemaInfo &target, unsigned mask)
 {
+    const std::string formatBefore = target.getFormatId();
     if ((mask & general::Dataset) && !isSource()) {
         if (const FTPropsFormatInfo *dataset = m_datasets.find(toNarrow(m_dataset->currentText())))
             target.setFormatId(dataset->getId());
     }
+    const bool moved = target.getFormatId() != formatBefore;
     std::string text = nameText();
     const std::string current = target.getName();
     std::string base = current;
@@ -241,8 +244,15 @@ void CFeatTypePropsGeneral::WriteToSchema(FTPropsSchemaInfo &target, unsigned ma
             text = user.empty() ? base : user + "." + base;
         }
     }
-    if ((mask & general::Name) || (databaseUser && text != current))
+    if ((mask & general::Name) || (databaseUser && text != current)) {
         target.setName(ResolveName(text, *FormatOf(target)));
+    } else if (moved) {
+        // Another feature type moved to this dataset keeps its own name,
+        // as far as its new format allows it.
+        const std::string resolved = ResolveName(current, *FormatOf(target), &target);
+        if (resolved != current)
+            target.setName(resolved);
+    }
 }
 
 } // namespace vyr

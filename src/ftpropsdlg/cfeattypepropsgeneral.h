@@ -75,8 +75,9 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     // The name `text` takes under `format`'s rules among the workspace's
-    // other feature types of that format.
-    std::string ResolveName(const std::string &text, const FTPropsFormatInfo &format) const;
+    // other feature types of that format (but `named`, whose name it is).
+    std::string ResolveName(const std::string &text, const FTPropsFormatInfo &format,
+                            const FTPropsSchemaInfo *named = nullptr) const;
     // Shows the name (and for a database format the database user, the
     // name's owner part) as the format's rules make them, both resolved as
     // one "user.name".

@@ -81,6 +81,7 @@ bool CFeatTypePropsGeneralDest::OnInitDialog()
     FillFanoutChoices(m_schema->getAttributeNames(true, true));
     m_fanoutAttribute->setCurrentIndex(-1);
     m_fanout->setChecked(m_schema->isFanout());
+    m_fanoutWanted = m_schema->isFanout();
     SelectComboItem(m_fanoutAttribute.orStandIn(), fromNarrow(m_schema->getFanoutAttribute()));
 
     m_schemaSources = m_schema->getSchemaSources();
@@ -99,7 +100,10 @@ bool CFeatTypePropsGeneralDest::OnInitDialog()
     FillGeometry(m_format, m_schema->getGeometry());
     m_initialSchemaSources = m_schemaSources;
 
-    connect(m_fanout.orStandIn(), &QCheckBox::clicked, this, [this] { UpdateFanoutControls(m_format); });
+    connect(m_fanout.orStandIn(), &QCheckBox::clicked, this, [this] {
+        m_fanoutWanted = m_fanout->isChecked();
+        UpdateFanoutControls(m_format);
+    });
     connect(m_dynamic.orStandIn(), &QCheckBox::clicked, this, [this] { OnDynamicToggled(); });
     connect(m_chooseSchemaSources.orStandIn(), &QPushButton::clicked, this, [this] { ChooseSchemaSources(); });
     connect(m_dynamicSettingsButton.orStandIn(), &QPushButton::clicked, this, [this] { EditDynamicSettings(); });
@@ -195,6 +199,9 @@ void CFeatTypePropsGeneralDest::RenameAttribute(const std::string &before, const
 void CFeatTypePropsGeneralDest::ChangeFormat(const FTPropsFormatInfo *format)
 {
     CFeatTypePropsGeneral::ChangeFormat(format);
+    // A format that writes no feature type per value shows fan-out off, as
+    // it is saved; one that does shows what the person chose.
+    m_fanout->setChecked(m_fanoutWanted && format->supportsFeatTypeFanout());
     UpdateFanoutControls(format);
 }
 
@@ -231,7 +238,8 @@ void CFeatTypePropsGeneralDest::OnDynamicToggled()
         m_schemaSources.clear();
         ShowSchemaSources({});
     }
-    FillGeometry(m_format, m_schema->getGeometry());
+    // The geometry the page holds, chosen or carried by a move.
+    FillGeometry(m_format, geometryValue());
 }
 
 void CFeatTypePropsGeneralDest::ChooseSchemaSources()
@@ -324,9 +332,16 @@ void CFeatTypePropsGeneralDest::WriteToSchema(FTPropsSchemaInfo &target, unsigne
     const FTPropsFormatInfo *targetFormat = FormatOf(target);
     const bool formatChanged = m_format->getFormatName() != targetFormat->getFormatName();
     if (mask & general::Fanout) {
-        target.setFanout(m_fanout->isChecked());
-        if (m_fanoutAttribute->currentIndex() >= 0)
-            target.setFanoutAttribute(toNarrow(m_fanoutAttribute->currentText()));
+        target.setFanout(m_fanout->isChecked() && targetFormat->supportsFeatTypeFanout());
+        if (m_fanoutAttribute->currentIndex() >= 0) {
+            // Off, fan-out may name an attribute that is gone; it is cleared
+            // rather than left naming nothing.
+            const std::string chosen = toNarrow(m_fanoutAttribute->currentText());
+            const StringList names = m_dialog->PageAttributeNames();
+            const bool present = std::find(names.begin(), names.end(), chosen) != names.end()
+                || std::find(m_extraFanoutNames.begin(), m_extraFanoutNames.end(), chosen) != m_extraFanoutNames.end();
+            target.setFanoutAttribute(present ? chosen : std::string());
+        }
     }
     if ((mask & general::Geometry) && !m_dynamic->isChecked()) {
         std::string geometry = geometryValue();

@@ -73,6 +73,8 @@ private:
     DialogControl<QLineEdit> m_dynamicSummary;
     DialogControl<QPushButton> m_dynamicSettingsButton;
 
+    // Fan-out as the person chose it, whatever the format allows.
+    bool m_fanoutWanted = false;
     StringList m_schemaSources;
     StringList m_initialSchemaSources;
     bool m_schemaSourcesHandedOver = false;

@@ -296,11 +296,21 @@ void CFeatTypePropsParms::WriteToSchema(FTPropsSchemaInfo &target, const std::se
     // Only what differs from what the feature type has: a value left as it
     // was, a default above all, stays as it is stored (or unstored).
     const std::map<std::string, std::string> current = target.getParameters(considered);
+    // Applied to another feature type, a value naming an attribute it does
+    // not have would name nothing there: such a parameter is left alone.
+    const StringList targetAttributes = names ? target.getAttributeNames(true, true) : StringList();
     std::vector<std::pair<std::string, std::string>> written;
     for (const std::string &name : considered) {
         const std::string &value = values.at(name);
-        if (current.at(name) != value)
-            written.emplace_back(name, value);
+        if (current.at(name) == value)
+            continue;
+        if (names && namesAttributes(ParseParameterLine(targetFormat->getDeflineParm(name)))) {
+            const StringList named = attributesIn(value);
+            if (!std::all_of(named.begin(), named.end(),
+                             [&](const std::string &attribute) { return contains(targetAttributes, attribute); }))
+                continue;
+        }
+        written.emplace_back(name, value);
     }
     if (!written.empty())
         target.setParameters(written);

@@ -96,12 +96,8 @@ void CGridEditDlg::OnOK()
         m_grid->CommitEdit();
         if (m_grid->IsEditing())
             return;
-        if (const long repeated = m_uniqueMessage ? m_grid->FindRepeatedText(0) : -1; repeated >= 0) {
-            const QString text = m_grid->GetCellString(repeated, 0);
-            m_grid->FocusCell(0, repeated);
-            ShowExclamationBox(formatResourceString(m_uniqueMessage, {text}), QString(), this, MbOk);
+        if (m_uniqueMessage && m_grid->RefuseRepeatedText(0, m_uniqueMessage))
             return;
-        }
         m_result.clear();
         for (long row = 0; row < m_grid->GetRowCount(); ++row) {
             QStringList texts;

@@ -79,6 +79,10 @@ public:
     // The first record whose text in `column` an earlier record holds as
     // well, or -1; empty texts are not counted. Texts compare exactly.
     long FindRepeatedText(int column);
+    // When a text of `column` repeats an earlier record's, puts the keyboard
+    // on the repeat and tells the user message `messageId` (its %1 the
+    // text); whether it did.
+    bool RefuseRepeatedText(int column, unsigned messageId);
     // Makes `column` (-1: none, the start) hold each text once: a text
     // typed, pasted or replaced there that another record holds already is
     // refused, and the user told with message `messageId`, its %1 the text

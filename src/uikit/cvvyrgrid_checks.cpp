@@ -34,6 +34,17 @@ long CVVyrGrid::FindRepeatedText(int column)
     return -1;
 }
 
+bool CVVyrGrid::RefuseRepeatedText(int column, unsigned messageId)
+{
+    const long repeated = FindRepeatedText(column);
+    if (repeated < 0)
+        return false;
+    const QString text = GetCellString(repeated, column);
+    FocusCell(column, repeated);
+    ShowExclamationBox(formatResourceString(messageId, {text}), QString(), this, MbOk);
+    return true;
+}
+
 QString CVVyrGrid::OnCheckText(int column, long row, const QString &text)
 {
     // The text a cell holds already is no new repeat, even where the list

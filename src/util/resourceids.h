@@ -127,7 +127,8 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61287, SwitchNeedsValue)                                                                                 \
     X(String, 61288, ApplyNoOthers)                                                                                    \
     X(String, 61289, TypeKeptAsGeneric)                                                                                \
-    X(String, 61290, WholeNumberOrEmptyRequired)
+    X(String, 61290, WholeNumberOrEmptyRequired)                                                                       \
+    X(String, 61291, AttributeNameRepeated)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;

@@ -250,11 +250,12 @@ private slots:
         QCOMPARE(datasets, (QStringList{"SHAPEFILE", "GEOPACKAGE"}));
         QCOMPARE(sourcesShown, QStringLiteral("CSV"));
         QCOMPARE(attributeOf(roads, "vyr_format"), std::string("GEOPACKAGE"));
-        // The geometry in the new format's words; fan-out is gone with a
-        // format that has none, but the choice is kept.
+        // The geometry in the new format's words; fan-out is off with a
+        // format that has none, as the page showed it, but the attribute
+        // chosen is kept.
         QCOMPARE(attributeOf(roads, "*vyr_geometry{0}"), std::string("gpkg_linestring"));
         QCOMPARE(attributeOf(roads, "vyr_geometry{0}"), std::string("vyr_line"));
-        QCOMPARE(attributeOf(roads, "vyr_fanout"), std::string("yes"));
+        QCOMPARE(attributeOf(roads, "vyr_fanout"), std::string("(absent)"));
         QVERIFY(attributeOf(roads, "vyr_fanout_attribute") != "(absent)");
         QCOMPARE(attributeOf(roads, "vyr_dynamic"), std::string("(absent)"));
         for (IVYRFeature *feature : {roads, wells, landUse})

@@ -27,7 +27,8 @@ const char kFile[] = "FORMAT,FILE,HAS_DEFLINE_ATTRS,yes,SUPPORTS_MULTI_GEOM,no,A
                      "GEOM_TYPE_MAPPINGS,\"dot,vyr_point,arc,vyr_line,patch,vyr_area\","
                      "FORMAT_ATTRS,\"file_type,char(20),file_part{}.x,char(5)\","
                      "DEFLINE_PARMS,\"GUI TEXT ENCODING Encoding,UTF-8,GUI TEXT COORDS Coordinates,\"";
-const char kBase[] = "FORMAT,BASE,HAS_DEFLINE_ATTRS,yes,SUPPORTS_MULTI_GEOM,yes,ATTR_CASE,LOWER,"
+const char kBase[] = "FORMAT,BASE,HAS_DEFLINE_ATTRS,yes,SUPPORTS_MULTI_GEOM,yes,SUPPORTS_FEAT_TYPE_FANOUT,yes,"
+                     "ATTR_CASE,LOWER,"
                      "DATA_TYPE_MAPPINGS,\"varchar(width),vyr_varchar,char(width),vyr_char,"
                      "\"\"numeric(width,decimal)\"\",vyr_decimal,bigint,vyr_int64,boolean,vyr_boolean\","
                      "GEOM_TYPE_MAPPINGS,\"point,vyr_point,linestring,vyr_line,polygon,vyr_area,"
@@ -97,7 +98,7 @@ const char kRoads[] = R"json({"feature_type": "ROADS",
                  "ROAD_NAME": "vyr_char(40)", "*ROAD_NAME": "char(40)",
                  "LANES": "vyr_decimal(2,0)", "*LANES": "number(2,0)",
                  "KIND": "vyr_char(10)", "*KIND": "enum(a,b)",
-                 "vyr_fanout_attribute": "ROAD_NAME"},
+                 "vyr_fanout": "yes", "vyr_fanout_attribute": "ROAD_NAME"},
   "attribute_order": ["ROAD_NAME", "LANES", "KIND"],
   "lists": {"*vyr_format_attr_name": ["file_type", "file_part{0}.x"],
             "*vyr_format_attr_type": ["char(20)", "char(5)"],
@@ -156,6 +157,8 @@ TEST_F(SchemaMoveTest, AFormatWithoutUserAttributesKeepsNone)
         EXPECT_EQ(attribute(gone), "(absent)") << gone;
     EXPECT_EQ(m_schema->getGeometry(), "trail");
     EXPECT_TRUE(list("*vyr_parameter_name").empty());
+    EXPECT_FALSE(m_schema->isFanout()) << "a format that fans nothing out";
+    EXPECT_EQ(m_schema->getFanoutAttribute(), "");
 }
 
 TEST(MoveAttributeTypeTest, CounterpartOrGenericType)

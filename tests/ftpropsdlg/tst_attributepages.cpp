@@ -11,8 +11,11 @@
 #include "ftpropsdlg/cfeattypepropsattrs.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "ftpropsdlg/cfeattypepropsexposableattrs.h"
+#include "ftpropsdlg/applyselection.h"
 #include "ftpropsdlg/cfeattypepropsgeneral.h"
+#include "ftpropsdlg/cfeattypepropsgeneraldest.h"
 #include "ftpropsdlg/cformatattrgrid.h"
+#include "stringobjects/vyrrwstringarrayimp.h"
 #include "stringobjects/vyrrwstringimp.h"
 #include "uikit/application.h"
 #include "util/capabilityfile.h"
@@ -483,6 +486,86 @@ private slots:
         press(CFeatTypePropsExposableAttrs::kIdClearAll);
         QVERIFY(pressOK());
         QCOMPARE(m_schema->getAttributeNames(false, true), StringList{});
+    }
+
+    // What OK writes when nothing visible changed: the feature as it was,
+    // byte for byte - after a move to another dataset and back, with two
+    // attributes whose types show alike but were stored apart, with list
+    // elements exposed apart.
+    void shouldLeaveTheFeatureAsItWasWithoutAVisibleChange()
+    {
+        const auto unchanged = [this](const char *what) {
+            VYRRWStringImp before;
+            VYR_FeatureWriteJson(m_feature, &before);
+            if (!pressOK())
+                return QStringLiteral("%1: OK was refused").arg(QLatin1String(what));
+            VYRRWStringImp after;
+            VYR_FeatureWriteJson(m_feature, &after);
+            return after.view() == before.view() ? QString()
+                                                   : QStringLiteral("%1: changed to %2").arg(what, after.c_str());
+        };
+        open("postgres-parcels.json", "POSTGRES");
+        m_dialog->SetFormat(m_formats.at("SHAPEFILE").get());
+        m_dialog->SetFormat(m_formats.at("POSTGRES").get());
+        QCOMPARE(unchanged("a move there and back"), QString());
+
+        open("shapefile-roads.json", "SHAPEFILE", [](IVYRFeature &feature) {
+            feature.setOrderedAttribute("KIND", "vyr_char(10)");
+            feature.setAttribute("*KIND", "enum(a,b)");
+            feature.setOrderedAttribute("SORT", "vyr_char(20)");
+            feature.setAttribute("*SORT", "enum(a,b)");
+        });
+        QCOMPARE(unchanged("types shown alike"), QString());
+
+        open("gpx-tracks.json", "GPX", [](IVYRFeature &feature) {
+            VYRRWStringArrayImp names, types;
+            for (const char *name : {"gpx_link{0}.href", "gpx_link{3}.href"}) {
+                names.append(name);
+                types.append("string");
+            }
+            feature.setListAttribute("*vyr_format_attr_name", names);
+            feature.setListAttribute("*vyr_format_attr_type", types);
+        });
+        QCOMPARE(unchanged("elements exposed apart"), QString());
+    }
+
+    // The General page in a new format: turning dynamic schema on and off
+    // keeps the geometry the move gave it, and another feature type moved
+    // there by Apply to Others takes a name its new format allows.
+    void shouldKeepTheGeneralPageInTheNewFormat()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        auto *general = static_cast<CFeatTypePropsGeneralDest *>(m_dialog->generalPage());
+        auto *dataset = qobject_cast<QComboBox *>(general->GetDlgItem(CFeatTypePropsGeneral::kIdDataset));
+        dataset->setCurrentIndex(dataset->findText(QStringLiteral("GPX")));
+        emit dataset->activated(dataset->currentIndex());
+        auto *geometry = qobject_cast<QComboBox *>(general->GetDlgItem(CFeatTypePropsGeneral::kIdGeometry));
+        auto *dynamic = qobject_cast<QAbstractButton *>(general->GetDlgItem(CFeatTypePropsGeneralDest::kIdDynamic));
+        QCOMPARE(geometry->currentText(), QStringLiteral("gpx_line"));
+        dynamic->click();
+        dynamic->click();
+        QCOMPARE(geometry->currentText(), QStringLiteral("gpx_line"));
+
+        IVYRFeature *wells = m_session->createFeature();
+        QVERIFY(VYR_FeatureLoadJson(wells, examplePath("schemas/shapefile-wells.json").c_str(), nullptr));
+        VYRObjWorkspaceSchemaInfo record(*m_session, *wells, *m_formats.at("SHAPEFILE"),
+                                         [this](const std::string &id) { return m_formats.at(id).get(); });
+        general->WriteToSchema(record, general::Dataset);
+        QCOMPARE(QString::fromStdString(record.getFormatId()), QStringLiteral("GPX"));
+        QCOMPARE(QString::fromStdString(record.getName()), QStringLiteral("waypoints"));
+        m_session->destroyFeature(wells);
+    }
+
+    // Two rows of one name would be written as one attribute: OK names it.
+    void shouldRefuseTwoAttributesOfOneName()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        attributes()->SetCellText(CAttrGrid::kNameColumn, 3, QStringLiteral("LANES"));
+        ShownMessage shown;
+        answerNextMessageBox(&shown);
+        QVERIFY(!pressOK());
+        QCOMPARE(shown.text, formatResourceString(res::AttributeNameRepeated, {QStringLiteral("LANES")}));
+        QCOMPARE(attributes()->GetCurrentRow(), 3L);
     }
 
     // A type's suffix is its domain: the domains the schema's types carry
