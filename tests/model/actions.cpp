@@ -36,6 +36,10 @@ std::string Action::describe() const
     switch (kind) {
     case ActionKind::RenameFeatureType:
         return "General: type the name " + quoted(text) + variant;
+    case ActionKind::TypeNameAndStay:
+        return "General: type the name " + quoted(text) + " and stay in the field" + variant;
+    case ActionKind::Custom:
+        return text + variant;
     case ActionKind::TypeDatabaseUser:
         return "General: type the database user " + quoted(text) + variant;
     case ActionKind::ChooseGeometry:
@@ -197,6 +201,13 @@ void change(SchemaModel &model, const Action &action)
     switch (action.kind) {
     case ActionKind::RenameFeatureType:
         model.typeName(action.text);
+        break;
+    case ActionKind::TypeNameAndStay:
+        model.typeNameAndStay(action.text);
+        break;
+    case ActionKind::Custom:
+        if (action.customModel)
+            action.customModel(model);
         break;
     case ActionKind::TypeDatabaseUser:
         model.typeDatabaseUser(action.text);

@@ -7,6 +7,7 @@
 #include "model/schemamodel.h"
 
 #include <cstdint>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -17,6 +18,7 @@ class DialogDriver;
 
 enum class ActionKind {
     RenameFeatureType, // General page: the name typed, the field left by Tab
+    TypeNameAndStay,   // the name typed, the keyboard left in the field
     TypeDatabaseUser,
     ChooseGeometry,
     TurnFanoutOn,      // with an attribute chosen
@@ -41,6 +43,7 @@ enum class ActionKind {
     Undo,
     Redo,
     ApplyToOthers,
+    Custom,            // a named case's own step (see Action::custom)
 };
 
 struct Action
@@ -56,6 +59,13 @@ struct Action
     Grid grid = Grid::Attributes;
     std::vector<Strings> lines; // pasted rows
     ApplySelection apply;
+    // A named case's own step: what it does in the dialog (reporting what
+    // it finds through DialogDriver::finding) and how it changes the model.
+    std::function<void(DialogDriver &)> custom;
+    std::function<void(SchemaModel &)> customModel;
+    // The step changes the screen in ways the model does not follow; the
+    // screen is no longer compared and only Cancel may end the session.
+    bool unmodelled = false;
 
     std::string describe() const;
 };

@@ -33,6 +33,11 @@ public:
     // not get where it should); empty while all is well.
     const QStringList &problems() const { return m_problems; }
     void problem(const QString &what);
+    // What a named case's own step found wrong with the dialog; the
+    // sequence goes on.
+    const QStringList &findings() const { return m_findings; }
+    void finding(const QString &what) { m_findings.append(what); }
+    void clearFindings() { m_findings.clear(); }
 
     // A visible control of the dialog by object name (the shown page's
     // when several pages have one of that name); null when none is shown.
@@ -90,6 +95,7 @@ private:
     QPointer<QDialog> m_dialog;
     ModalWatcher &m_watcher;
     QStringList m_problems;
+    QStringList m_findings;
     std::function<QString(const QString &)> m_localiser;
 };
 

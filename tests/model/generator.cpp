@@ -355,6 +355,7 @@ std::optional<Action> applyToOthers(const SchemaModel &model, Random &random)
         return std::nullopt;
     Action action;
     action.kind = ActionKind::ApplyToOthers;
+    action.how = uniform(random, 0, 1);
     ApplySelection &apply = action.apply;
     const bool attributes = model.format().hasUserAttributes() && chance(random, 0.6);
     if (attributes) {

@@ -167,9 +167,15 @@ void setParameter(DialogDriver &d, const SchemaModel &model, const Action &actio
 void applyToOthers(DialogDriver &d, const SchemaModel &model, const Action &action)
 {
     QWidget *button = d.control("applyButton");
+    const auto press = [&] {
+        if (action.how == 0)
+            d.mnemonic(button);
+        else
+            d.click(button);
+    };
     if (!model.refusals().empty()) {
         // The pages refuse first, with a message of their own.
-        d.click(button);
+        press();
         return;
     }
     const ApplySelection apply = action.apply;
@@ -213,7 +219,7 @@ void applyToOthers(DialogDriver &d, const SchemaModel &model, const Action &acti
         }
         acceptWindow(d, form);
     });
-    d.click(button);
+    press();
 }
 
 void chooseDomain(DialogDriver &d, const Action &action)
@@ -253,6 +259,15 @@ void perform(DialogDriver &d, const SchemaModel &model, const Action &action)
         d.mnemonic(d.control("nameLabel"));
         retype(d, action.text);
         d.key(Qt::Key_Tab, action.how == 1 ? Qt::ShiftModifier : Qt::NoModifier);
+        break;
+    case ActionKind::TypeNameAndStay:
+        d.showPageOf(d.control("nameEdit"));
+        d.mnemonic(d.control("nameLabel"));
+        retype(d, action.text);
+        break;
+    case ActionKind::Custom:
+        if (action.custom)
+            action.custom(d);
         break;
     case ActionKind::TypeDatabaseUser:
         d.showPageOf(d.control("userEdit"));

@@ -200,7 +200,8 @@ private:
 
     void nameAndFormat(Expectation &e, bool moved) const
     {
-        e.feature.featureType = page.user.empty() ? page.name : page.user + "." + page.name;
+        const auto [name, user] = m.resolvedName();
+        e.feature.featureType = user.empty() ? name : user + "." + name;
         if (moved)
             e.feature.attributes["vyr_format"] = page.format;
     }

@@ -9,6 +9,7 @@
 #include "model/formatmodel.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -61,6 +62,9 @@ struct SessionResult
     std::string transcript;
     bool refused = false;
     bool saved = false;
+    QStringList refusalMessages; // what a refused OK said
+    std::string savedJson;       // the edited feature afterwards
+    std::string nameLabel;       // the name field's label, as the resources gave it
 };
 
 class Runner

@@ -191,17 +191,22 @@ PageState SchemaModel::opened(const FeatureData &feature, const FormatModel &for
             row.name = row.origin = name;
             row.storedNative = feature.attribute("*" + name);
             row.storedGeneric = feature.attribute(name);
+            // The stored texts are in the stored form; what the grid shows
+            // is the shown form.
             std::string text;
+            ListMode mode = ListMode::Stored;
             if (row.storedNative) {
                 text = *row.storedNative;
             } else {
                 text = row.storedGeneric.value_or("");
                 if (const auto generic = format.types().create(text, ListMode::Stored)) {
-                    if (const auto native = format.types().toNative(*generic))
+                    if (const auto native = format.types().toNative(*generic)) {
                         text = formatType(*native, ListMode::Shown);
+                        mode = ListMode::Shown;
+                    }
                 }
             }
-            if (const auto type = format.types().create(text, ListMode::Shown))
+            if (const auto type = format.types().create(text, mode))
                 row.cells = cellsOf(*type);
             else
                 row.cells.type = text;
@@ -293,6 +298,7 @@ Strings SchemaModel::attributeNames() const
 
 void SchemaModel::typeName(const std::string &typed)
 {
+    m_page.namePending = false;
     const FormatModel &current = format();
     if (current.isDatabase()) {
         const std::string whole = m_page.user.empty() ? typed : m_page.user + "." + typed;
@@ -308,6 +314,21 @@ void SchemaModel::typeName(const std::string &typed)
         return;
     }
     m_page.name = resolveFeatureTypeName(current, typed, takenFeatureTypeNames(current));
+}
+
+void SchemaModel::typeNameAndStay(const std::string &typed)
+{
+    m_page.name = typed;
+    m_page.namePending = true;
+}
+
+std::pair<std::string, std::string> SchemaModel::resolvedName() const
+{
+    if (!m_page.namePending)
+        return {m_page.name, m_page.user};
+    SchemaModel copy = *this;
+    copy.typeName(m_page.name);
+    return {copy.m_page.name, copy.m_page.user};
 }
 
 void SchemaModel::typeDatabaseUser(const std::string &typed)
@@ -694,6 +715,8 @@ bool SchemaModel::isParameterEnabled(const std::string &name) const
 void SchemaModel::undo(Grid grid)
 {
     History &history = m_history[grid];
+    if (history.undo.empty())
+        return;
     Step step = history.undo.back();
     history.undo.pop_back();
     history.redo.push_back({m_page, step.carriedReferences});
@@ -713,6 +736,8 @@ void SchemaModel::undo(Grid grid)
 void SchemaModel::redo(Grid grid)
 {
     History &history = m_history[grid];
+    if (history.redo.empty())
+        return;
     Step step = history.redo.back();
     history.redo.pop_back();
     history.undo.push_back({m_page, step.carriedReferences});
@@ -755,7 +780,7 @@ std::vector<Refusal> SchemaModel::refusals() const
 {
     std::vector<Refusal> reasons;
     const FormatModel &current = format();
-    if (m_page.name.empty())
+    if (resolvedName().first.empty())
         reasons.push_back({"the feature type has no name", {}});
     if (isWriter() && !current.supportsMultiGeom() && current.hasGeometryMappings() && m_page.geometry.empty())
         reasons.push_back({"no geometry is chosen", {}});

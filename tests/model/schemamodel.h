@@ -59,6 +59,7 @@ struct PageState
 {
     std::string format;
     std::string name, user, geometry;
+    bool namePending = false; // typed, the field not yet left
     bool fanout = false;
     std::string fanoutAttribute;
     std::vector<AttributeRow> attributes;
@@ -129,6 +130,8 @@ public:
 
     // General page.
     void typeName(const std::string &typed);
+    // Typed without leaving the field: shown as typed, resolved by OK.
+    void typeNameAndStay(const std::string &typed);
     void typeDatabaseUser(const std::string &typed);
     void chooseGeometry(const std::string &native);
     void setFanout(bool on);
@@ -188,6 +191,8 @@ public:
     std::vector<Refusal> refusals() const;
 
     Prediction predict() const;
+    // The page's name and user as OK resolves them.
+    std::pair<std::string, std::string> resolvedName() const;
 
 private:
     struct Step
