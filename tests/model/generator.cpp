@@ -61,6 +61,16 @@ std::string featureTypeName(const SchemaModel &model, Random &random)
 std::string attributeName(const SchemaModel &model, Random &random)
 {
     const Strings names = model.attributeNames();
+    if (model.format().isSource()) {
+        // A reader's names are left as typed, so a name typed twice would
+        // be two rows of one name, which no file can hold and the rules do
+        // not settle: such names are not typed.
+        for (;;) {
+            const std::string name = word(random, kLetters, kLetters + "0123456789_", 12);
+            if (std::find(names.begin(), names.end(), name) == names.end())
+                return name;
+        }
+    }
     if (!names.empty() && chance(random, 0.1))
         return pick(random, names);
     if (chance(random, 0.05)) {
@@ -144,6 +154,9 @@ std::vector<Strings> pastedLines(const SchemaModel &model, Random &random)
     const int count = uniform(random, 1, 3);
     for (int i = 0; i < count; ++i) {
         Strings line{attributeName(model, random)};
+        const auto same = [&line](const Strings &other) { return other.front() == line.front(); };
+        if (model.format().isSource() && std::any_of(lines.begin(), lines.end(), same))
+            continue;
         if (chance(random, 0.05) || offered.empty()) {
             line.push_back("jsonb"); // no format has it: kept as pasted and named
         } else {
@@ -351,7 +364,8 @@ std::optional<Action> fromHistory(const SchemaModel &model, Random &random)
 
 std::optional<Action> applyToOthers(const SchemaModel &model, Random &random)
 {
-    if (!model.isWriter() || model.others().empty())
+    // Pages that may or may not refuse leave the prompt uncertain.
+    if (!model.isWriter() || model.others().empty() || !model.possibleRefusals().empty())
         return std::nullopt;
     Action action;
     action.kind = ActionKind::ApplyToOthers;

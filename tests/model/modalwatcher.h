@@ -45,12 +45,15 @@ public:
     // Other modal windows nobody expected (their class names); rejected.
     const QStringList &strays() const { return m_strays; }
 
+    // Records a message box as unexpected ones are and presses its escape
+    // or default button; rejects any other window.
+    void dismiss(QWidget *modal);
+
     // Makes `window` active and waits for it (bounded).
     static bool activate(QWidget *window);
 
 private:
     void look();
-    void dismiss(QWidget *modal);
 
     QPointer<QWidget> m_main;
     QTimer m_timer;

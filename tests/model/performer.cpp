@@ -410,6 +410,11 @@ void performEnding(DialogDriver &d, const SchemaModel &model, const Ending &endi
         d.watcher().expect([&d, confirm](QWidget *window) {
             auto *box = qobject_cast<QMessageBox *>(window);
             QAbstractButton *answer = box ? box->button(confirm ? QMessageBox::Yes : QMessageBox::No) : nullptr;
+            if (box && !box->button(QMessageBox::Yes)) {
+                // Not the question but OK refusing: a message like any other.
+                d.watcher().dismiss(box);
+                return;
+            }
             if (!answer)
                 return d.problem(QStringLiteral("OK asked no Yes/No question before applying to others"));
             QTest::mouseClick(answer, Qt::LeftButton);

@@ -183,18 +183,10 @@ private:
     void danglingReferences(Prediction &prediction) const
     {
         const Strings names = m.attributeNames();
-        for (const Parameter &parameter : format.parameters()) {
-            if (parameter.type != "ATTR" && parameter.type != "ATTRLIST" && parameter.type != "ATTRLIST_COMMAS")
-                continue;
-            for (const std::string &name : splitList(page.parameters.at(parameter.name), ',')) {
-                if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
-                    prediction.mayRefuse.push_back({"the parameter " + parameter.name + " names " + name
-                                                        + ", which is gone",
-                                                    name});
-                    prediction.references[parameter.name] = std::set<std::string>(names.begin(), names.end());
-                    prediction.edited.anyParameter.insert(parameter.name);
-                }
-            }
+        prediction.mayRefuse = m.possibleRefusals();
+        for (const Refusal &reason : prediction.mayRefuse) {
+            prediction.references[reason.parameter] = std::set<std::string>(names.begin(), names.end());
+            prediction.edited.anyParameter.insert(reason.parameter);
         }
     }
 
@@ -256,10 +248,14 @@ private:
             if (std::find(after.begin(), after.end(), name) != after.end())
                 continue;
             e.feature.attributes.erase(name);
-            // The engine keeps the "*" companion of a removed attribute.
+            // The engine keeps the "*" companion of a removed attribute; a
+            // move may also put it into the new format's words.
             if (const auto companion = m.m_original.attribute("*" + name)) {
                 e.feature.attributes.erase("*" + name);
-                e.ifPresent["*" + name] = *companion;
+                if (page.format != m.m_opened.format)
+                    e.anyAttribute.insert("*" + name);
+                else
+                    e.ifPresent["*" + name] = *companion;
             }
         }
         for (const AttributeRow &row : page.attributes) {

@@ -318,6 +318,7 @@ SessionResult Runner::run(const Session &session)
             for (const ShownAttribute &row : shown.attributes)
                 cells.push_back(row.cells);
             model.adoptShownArguments(cells);
+            model.adoptShownGeometry(shown.geometry);
             for (const std::string &line : differencesFromModel(shown, model, driver))
                 failures.push_back("[screen] " + line + after);
             if (!failures.empty())

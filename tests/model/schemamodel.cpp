@@ -14,56 +14,6 @@ bool isReferenceKind(const std::string &type)
     return type == "ATTR" || type == "ATTRLIST" || type == "ATTRLIST_COMMAS";
 }
 
-TypeCells cellsOf(const TypeText &type)
-{
-    TypeCells cells;
-    cells.type = type.name;
-    if (!type.values.empty())
-        cells.first = type.values[0];
-    if (type.values.size() > 1)
-        cells.second = type.values[1];
-    cells.domain = type.suffix;
-    return cells;
-}
-
-// The numbers between the braces of `name` where it fits a list
-// attribute's pattern (the placeholder "{}" standing for "{digits}", every
-// "." for any character), found anywhere in the name.
-std::optional<int> listElement(const std::string &placeholderName, const std::string &name)
-{
-    const std::size_t braces = placeholderName.find("{}");
-    const std::string head = placeholderName.substr(0, braces);
-    const std::string tail = placeholderName.substr(braces + 2);
-    const auto fits = [](const std::string &pattern, const std::string &text, std::size_t at) {
-        if (at + pattern.size() > text.size())
-            return false;
-        for (std::size_t i = 0; i < pattern.size(); ++i) {
-            if (pattern[i] != '.' && pattern[i] != text[at + i])
-                return false;
-        }
-        return true;
-    };
-    for (std::size_t start = 0; start < name.size(); ++start) {
-        if (!fits(head, name, start) || start + head.size() >= name.size() || name[start + head.size()] != '{')
-            continue;
-        std::size_t at = start + head.size() + 1;
-        const std::size_t digits = at;
-        while (at < name.size() && std::isdigit(static_cast<unsigned char>(name[at])))
-            ++at;
-        if (at == digits || at >= name.size() || name[at] != '}' || !fits(tail, name, at + 1))
-            continue;
-        // The count reads the first "{digits}" of the whole name.
-        const std::size_t open = name.find('{');
-        std::size_t end = open + 1;
-        while (end < name.size() && std::isdigit(static_cast<unsigned char>(name[end])))
-            ++end;
-        if (end == open + 1 || end >= name.size() || name[end] != '}')
-            return std::nullopt;
-        return std::stoi(name.substr(open + 1, end - open - 1));
-    }
-    return std::nullopt;
-}
-
 int lowerByte(char c)
 {
     return std::tolower(static_cast<unsigned char>(c));
@@ -78,73 +28,6 @@ bool beforeIgnoringCase(const std::string &a, const std::string &b)
 }
 
 } // namespace
-
-Strings userAttributeNames(const FeatureData &feature)
-{
-    Strings names;
-    const auto add = [&names](const std::string &name) {
-        if (name.rfind("vyr_", 0) == 0 || name.rfind('*', 0) == 0)
-            return;
-        if (std::find(names.begin(), names.end(), name) == names.end())
-            names.push_back(name);
-    };
-    for (const std::string &name : feature.order)
-        add(name);
-    for (const auto &[name, value] : feature.attributes)
-        add(name);
-    return names;
-}
-
-std::string geometryOf(const FeatureData &feature, const FormatModel &format)
-{
-    Strings names;
-    for (int i = 0;; ++i) {
-        const auto value = feature.attribute("*vyr_geometry{" + std::to_string(i) + "}");
-        if (!value)
-            break;
-        names.push_back(*value);
-    }
-    for (int i = 0;; ++i) {
-        const auto value = feature.attribute("vyr_geometry{" + std::to_string(i) + "}");
-        if (!value)
-            break;
-        const std::string native = format.geometryToNative(*value);
-        if (std::find(names.begin(), names.end(), native) == names.end())
-            names.push_back(native);
-    }
-    if (!format.supportsMultiGeom() && !names.empty())
-        return names.front();
-    return joined(names, " ");
-}
-
-std::string translatedGeometry(const std::string &geometry, const FormatModel &from, const FormatModel &to)
-{
-    Strings names;
-    std::size_t at = 0;
-    while (at < geometry.size()) {
-        const std::size_t end = std::min(geometry.find(' ', at), geometry.size());
-        if (end > at)
-            names.push_back(geometry.substr(at, end - at));
-        at = end + 1;
-    }
-    if (names.empty())
-        return {};
-    if (!from.supportsMultiGeom())
-        return to.geometryToNative(from.geometryToGeneric(names.front()));
-    Strings translated;
-    for (const std::string &name : names)
-        translated.push_back(to.geometryToNative(from.geometryToGeneric(name)));
-    if (!to.supportsMultiGeom())
-        return translated.front();
-    // Each name once, in order; the format of several geometries shows
-    // them all.
-    Strings unique;
-    for (const std::string &name : translated) {
-        if (!name.empty() && std::find(unique.begin(), unique.end(), name) == unique.end())
-            unique.push_back(name);
-    }
-    return joined(unique, " ");
-}
 
 std::string composedType(const TypeCells &cells)
 {
@@ -168,97 +51,6 @@ SchemaModel::SchemaModel(const FeatureData &feature, const FormatModel &format,
     m_formats[format.name()] = &format;
     m_opened = opened(feature, format);
     m_page = m_opened;
-}
-
-PageState SchemaModel::opened(const FeatureData &feature, const FormatModel &format) const
-{
-    PageState page;
-    page.format = format.name();
-    page.name = feature.featureType;
-    if (format.isDatabase()) {
-        const std::size_t dot = page.name.find('.');
-        if (dot != std::string::npos) {
-            page.user = page.name.substr(0, dot);
-            page.name = page.name.substr(dot + 1);
-        }
-    }
-    page.geometry = geometryOf(feature, format);
-    page.fanout = feature.attribute("vyr_fanout").value_or("") == "yes";
-    page.fanoutAttribute = feature.attribute("vyr_fanout_attribute").value_or("");
-    if (format.hasUserAttributes()) {
-        for (const std::string &name : userAttributeNames(feature)) {
-            AttributeRow row;
-            row.name = row.origin = name;
-            row.storedNative = feature.attribute("*" + name);
-            row.storedGeneric = feature.attribute(name);
-            // The stored texts are in the stored form; what the grid shows
-            // is the shown form.
-            std::string text;
-            ListMode mode = ListMode::Stored;
-            if (row.storedNative) {
-                text = *row.storedNative;
-            } else {
-                text = row.storedGeneric.value_or("");
-                if (const auto generic = format.types().create(text, ListMode::Stored)) {
-                    if (const auto native = format.types().toNative(*generic)) {
-                        text = formatType(*native, ListMode::Shown);
-                        mode = ListMode::Shown;
-                    }
-                }
-            }
-            if (const auto type = format.types().create(text, mode))
-                row.cells = cellsOf(*type);
-            else
-                row.cells.type = text;
-            row.originCells = row.cells;
-            page.attributes.push_back(row);
-        }
-    }
-    Strings exposed = feature.list("*vyr_format_attr_name");
-    Strings everything = userAttributeNames(feature);
-    everything.insert(everything.end(), exposed.begin(), exposed.end());
-    Strings names = format.formatAttributeNames();
-    std::sort(names.begin(), names.end());
-    names.erase(std::unique(names.begin(), names.end()), names.end());
-    for (const std::string &name : names) {
-        FormatAttributeRow row;
-        row.name = name;
-        row.ticked = std::find(exposed.begin(), exposed.end(), name) != exposed.end();
-        if (row.isList()) {
-            for (const std::string &candidate : everything) {
-                if (const auto element = listElement(name, candidate))
-                    row.count = std::max(row.count, *element + 1);
-            }
-            // Exposed elements are what a list row shows ticked.
-            row.ticked = row.ticked || row.count > 0;
-        }
-        page.formatAttributes.push_back(row);
-    }
-    const Strings parameterNames = feature.list("*vyr_parameter_name");
-    const Strings parameterValues = feature.list("*vyr_parameter_value");
-    for (const Parameter &parameter : format.parameters()) {
-        std::string value = parameter.defaultValue;
-        if (parameterNames.size() == parameterValues.size()) {
-            for (std::size_t i = 0; i < parameterNames.size(); ++i) {
-                if (parameterNames[i] == parameter.name)
-                    value = parameterValues[i];
-            }
-        }
-        page.parameters[parameter.name] = value;
-    }
-    // A switch that turns rows on is not stored: it is on when one of its
-    // rows holds a value.
-    for (const Parameter &parameter : format.parameters()) {
-        if (parameter.type != "DISABLE")
-            continue;
-        bool on = false;
-        for (const Parameter &row : format.parameters()) {
-            if (row.disabledOnly && !page.parameters[row.name].empty())
-                on = true;
-        }
-        page.parameters[parameter.name] = on ? "Yes" : "No";
-    }
-    return page;
 }
 
 bool SchemaModel::attributesEditable() const
@@ -353,87 +145,6 @@ void SchemaModel::chooseFanoutAttribute(const std::string &name)
     m_page.fanoutAttribute = name;
 }
 
-PageState SchemaModel::converted(const PageState &from, const FormatModel &target) const
-{
-    const FormatModel &source = *m_formats.at(from.format);
-    PageState page = opened(m_original, target);
-    page.fanout = from.fanout;
-    page.fanoutAttribute = from.fanoutAttribute;
-    // The database user folds into the name or out of it, then the new
-    // rules resolve the whole.
-    std::string whole = from.user.empty() ? from.name : from.user + "." + from.name;
-    const std::string resolved = resolveFeatureTypeName(target, whole, takenFeatureTypeNames(target));
-    page.user.clear();
-    page.name = resolved;
-    if (target.isDatabase()) {
-        const std::size_t dot = resolved.find('.');
-        if (dot != std::string::npos) {
-            page.user = resolved.substr(0, dot);
-            page.name = resolved.substr(dot + 1);
-        }
-    }
-    if (source.hasGeometryMappings() && target.hasGeometryMappings())
-        page.geometry = translatedGeometry(from.geometry, source, target);
-    else
-        page.geometry = from.geometry;
-
-    page.attributes.clear();
-    if (target.hasUserAttributes()) {
-        for (std::size_t i = 0; i < from.attributes.size(); ++i) {
-            AttributeRow row = from.attributes[i];
-            std::optional<TypeText> type;
-            if (row.genericOnly) {
-                type = target.types().toNative(parseType(composedType(row.cells), ListMode::Shown));
-            } else if (const auto own = source.types().create(composedType(row.cells), ListMode::Shown)) {
-                type = target.types().convertFrom(source.types(), *own);
-                if (!type) {
-                    // No counterpart: the type stays in the generic words.
-                    if (const auto generic = source.types().toGeneric(*own)) {
-                        row.cells = cellsOf(*generic);
-                        row.genericOnly = true;
-                    }
-                }
-            }
-            if (type) {
-                row.cells = cellsOf(*type);
-                row.genericOnly = false;
-            }
-            if (!row.name.empty()) {
-                NameSet taken;
-                for (const AttributeRow &done : page.attributes)
-                    taken.insert(done.name);
-                for (std::size_t j = i + 1; j < from.attributes.size(); ++j)
-                    taken.insert(from.attributes[j].name);
-                for (const std::string &name : target.formatAttributeNames())
-                    taken.insert(name);
-                taken.erase("");
-                row.name = legalAttributeName(target, row.name, taken);
-            }
-            page.attributes.push_back(row);
-        }
-    }
-    // Parameters of the same name keep their values; the others start at
-    // their defaults.
-    for (const Parameter &parameter : target.parameters()) {
-        const auto kept = from.parameters.find(parameter.name);
-        page.parameters[parameter.name] = kept != from.parameters.end() ? kept->second : parameter.defaultValue;
-    }
-    return page;
-}
-
-void SchemaModel::moveTo(const std::string &formatName)
-{
-    if (formatName == m_page.format)
-        return;
-    m_visited[m_page.format] = m_page;
-    const auto visited = m_visited.find(formatName);
-    if (visited != m_visited.end())
-        m_page = visited->second;
-    else
-        m_page = converted(m_page, *m_formats.at(formatName));
-    m_history.clear();
-}
-
 NameSet SchemaModel::takenAttributeNames(std::size_t exceptRow) const
 {
     NameSet taken;
@@ -482,6 +193,9 @@ void SchemaModel::renameReferences(const std::string &from, const std::string &t
         if (changed) {
             value = joined(names, ",");
             carried = true;
+            // Whether the parameters' history counts this as a step of its
+            // own is the dialog's; what lies below it is not taken back.
+            forgetHistory(Grid::Parameters);
         }
     }
     if (carried && !m_history[Grid::Attributes].undo.empty())
@@ -676,6 +390,12 @@ void SchemaModel::adoptShownCounts(const std::map<std::string, int> &shown)
     }
 }
 
+void SchemaModel::adoptShownGeometry(const std::string &shown)
+{
+    if (m_page.geometry == kAsShown)
+        m_page.geometry = shown;
+}
+
 void SchemaModel::adoptShownArguments(const std::vector<TypeCells> &shown)
 {
     for (std::size_t i = 0; i < m_page.attributes.size() && i < shown.size(); ++i) {
@@ -776,6 +496,22 @@ std::size_t SchemaModel::redoSteps(Grid grid) const
     return steps;
 }
 
+std::vector<Refusal> SchemaModel::possibleRefusals() const
+{
+    std::vector<Refusal> reasons;
+    const Strings names = attributeNames();
+    for (const Parameter &parameter : format().parameters()) {
+        if (!isReferenceKind(parameter.type))
+            continue;
+        for (const std::string &name : splitList(m_page.parameters.at(parameter.name), ',')) {
+            if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end())
+                reasons.push_back(
+                    {"the parameter " + parameter.name + " names " + name + ", which is gone", name, parameter.name});
+        }
+    }
+    return reasons;
+}
+
 std::vector<Refusal> SchemaModel::refusals() const
 {
     std::vector<Refusal> reasons;
@@ -793,7 +529,7 @@ std::vector<Refusal> SchemaModel::refusals() const
         if (m_page.fanoutAttribute.empty())
             reasons.push_back({"fan-out has no attribute", {}});
         else if (std::find(names.begin(), names.end(), m_page.fanoutAttribute) == names.end())
-            reasons.push_back({"the fan-out attribute " + m_page.fanoutAttribute + " is gone", m_page.fanoutAttribute});
+            reasons.push_back({"the fan-out attribute " + m_page.fanoutAttribute + " is gone", m_page.fanoutAttribute, {}});
     }
     if (attributesEditable()) {
         for (const AttributeRow &row : m_page.attributes) {
@@ -807,7 +543,7 @@ std::vector<Refusal> SchemaModel::refusals() const
             if (!type) {
                 if (!(row.fromFile() && row.cells.type == row.originCells.type))
                     reasons.push_back({"the type " + row.cells.type + " of " + row.name + " is not the format's",
-                                       row.name});
+                                       row.name, {}});
                 continue;
             }
             for (std::size_t i = 0; i < type->args.size() && i < 2; ++i) {
@@ -816,7 +552,7 @@ std::vector<Refusal> SchemaModel::refusals() const
                     continue;
                 reasons.push_back({isDomainKind(type->args[i].kind) ? row.name + " has no domain"
                                                                    : row.name + " has an empty width or decimals",
-                                   row.name});
+                                   row.name, {}});
             }
         }
     }

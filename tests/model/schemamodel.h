@@ -91,8 +91,15 @@ struct ApplySelection
 // names; empty when the message need not name one).
 struct Refusal
 {
+    Refusal(std::string why, std::string word = {}, std::string about = {})
+        : reason(std::move(why))
+        , mention(std::move(word))
+        , parameter(std::move(about))
+    {}
+
     std::string reason;
     std::string mention;
+    std::string parameter; // the parameter at fault, when one is
 };
 
 // What OK must do.
@@ -167,6 +174,9 @@ public:
     // several rows: whether they keep their values or take the type's
     // defaults is the dialog's.
     void adoptShownArguments(const std::vector<TypeCells> &shown);
+    // And the geometry a move leaves when the new format has no counterpart
+    // for the old one.
+    void adoptShownGeometry(const std::string &shown);
     static const std::string kAsShown;
 
     // Parameters page.
@@ -189,6 +199,9 @@ public:
     const ApplySelection &applySelection() const { return m_apply; }
     // Why the pages refuse OK (or the apply prompt) now.
     std::vector<Refusal> refusals() const;
+    // Why they may refuse it: a parameter naming an attribute that is gone,
+    // which the rules let OK clear or refuse.
+    std::vector<Refusal> possibleRefusals() const;
 
     Prediction predict() const;
     // The page's name and user as OK resolves them.
@@ -229,6 +242,8 @@ private:
 std::string geometryOf(const FeatureData &feature, const FormatModel &format);
 // A geometry moved from one format to another through its generic name.
 std::string translatedGeometry(const std::string &geometry, const FormatModel &from, const FormatModel &to);
+// The cells a type fills.
+TypeCells cellsOf(const TypeText &type);
 // The type a row's cells compose, in the shown words.
 std::string composedType(const TypeCells &cells);
 // The user attributes of a feature, in the order the page lists them.

@@ -255,6 +255,9 @@ private slots:
                       if (!d.gotoCell(grid, d.rowCount(grid) - 1, 0))
                           return;
                       d.key(Qt::Key_V, Qt::ControlModifier);
+                      // Refusing the paste with a message is as good as
+                      // cleaning the name.
+                      d.watcher().clearMessages();
                       for (int row = 0; row < d.rowCount(grid); ++row) {
                           QString name = d.cell(grid, row, 0);
                           if (std::none_of(name.begin(), name.end(), [](QChar c) { return c.unicode() < 32; }))
