@@ -88,6 +88,8 @@ std::string Action::describe() const
         return "Parameters: " + name + " = " + quoted(text) + variant;
     case ActionKind::OpenColourUnchanged:
         return "Parameters: open the colour of " + name + " and confirm it unchanged" + variant;
+    case ActionKind::CancelIconPicker:
+        return "Parameters: open the icon picker of " + name + " and cancel it" + variant;
     case ActionKind::Undo:
         return std::string("Undo on ") + gridName(grid) + variant;
     case ActionKind::Redo:
@@ -149,6 +151,7 @@ std::optional<Grid> gridOf(ActionKind kind)
         return Grid::FormatAttributes;
     case ActionKind::SetParameter:
     case ActionKind::OpenColourUnchanged:
+    case ActionKind::CancelIconPicker:
         return Grid::Parameters;
     default:
         return std::nullopt;
@@ -275,6 +278,7 @@ void change(SchemaModel &model, const Action &action)
         model.setParameter(action.name, action.text);
         break;
     case ActionKind::OpenColourUnchanged:
+    case ActionKind::CancelIconPicker:
         break;
     case ActionKind::Undo:
         model.undo(action.grid);

@@ -40,6 +40,7 @@ enum class ActionKind {
     ClearAll,
     SetParameter,      // Parameters page
     OpenColourUnchanged,
+    CancelIconPicker,  // the icon picker opened and cancelled
     Undo,
     Redo,
     ApplyToOthers,

@@ -239,6 +239,17 @@ std::optional<TypeText> TypeMappings::convertFrom(const TypeMappings &from, cons
     return generic ? toNative(*generic) : std::nullopt;
 }
 
+std::optional<TypeText> TypeMappings::defaultType() const
+{
+    if (m_pairs.empty())
+        return std::nullopt;
+    for (const auto &pair : m_pairs) {
+        if (pair.first.args.empty())
+            return pair.first.build({}, {});
+    }
+    return m_pairs.front().first.build({}, {});
+}
+
 const TypeTemplate *TypeMappings::nativeTemplate(std::string_view name) const
 {
     for (const auto &pair : m_pairs) {

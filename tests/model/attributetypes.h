@@ -82,6 +82,9 @@ public:
     std::optional<TypeText> toNative(const TypeText &generic) const;
     // A type of `from` in this format's words.
     std::optional<TypeText> convertFrom(const TypeMappings &from, const TypeText &type) const;
+    // The type a new attribute falls back to: the first native template
+    // without arguments, else the first one with its arguments' defaults.
+    std::optional<TypeText> defaultType() const;
     // The first native template named `name`.
     const TypeTemplate *nativeTemplate(std::string_view name) const;
     // The names the type list offers, ascending, each once.

@@ -140,9 +140,10 @@ bool DialogDriver::mnemonic(QWidget *widget)
     }
     key(keyOfLetter(letter), Qt::AltModifier);
     // A button's letter presses it the way a click animates: released a
-    // moment later.
-    if (qobject_cast<QAbstractButton *>(widget)) {
-        QTest::qWait(130);
+    // moment later, and only then clicked.
+    if (auto *button = qobject_cast<QAbstractButton *>(widget)) {
+        if (!QTest::qWaitFor([button] { return !button->isDown(); }, 3000))
+            problem(QStringLiteral("the letter of %1 left it pressed").arg(button->objectName()));
         settle();
     }
     return true;
@@ -197,6 +198,12 @@ bool DialogDriver::gotoCell(QWidget *grid, int row, int column)
     // is disabled refuses the move.
     key(Qt::Key_Home);
     key(Qt::Key_Home, Qt::ControlModifier);
+    // A move to the cell that is already current keeps an old selection;
+    // a step away and back leaves only the current cell selected.
+    if (rowCount(grid) > 1) {
+        key(Qt::Key_Down);
+        key(Qt::Key_Up);
+    }
     for (int i = 0; i < row; ++i)
         key(Qt::Key_Down);
     for (int i = 0; i < column; ++i)
@@ -212,6 +219,21 @@ bool DialogDriver::gotoCell(QWidget *grid, int row, int column)
         return false;
     }
     return true;
+}
+
+QList<int> DialogDriver::selectedRows(QWidget *grid) const
+{
+    QList<int> rows;
+    if (QAccessibleTableInterface *table = tableOf(grid)) {
+        for (QAccessibleInterface *cell : table->selectedCells()) {
+            if (QAccessibleTableCellInterface *place = cell ? cell->tableCellInterface() : nullptr) {
+                if (!rows.contains(place->rowIndex()))
+                    rows.append(place->rowIndex());
+            }
+        }
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
 }
 
 std::pair<int, int> DialogDriver::currentCell(QWidget *grid) const

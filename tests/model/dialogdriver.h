@@ -65,6 +65,8 @@ public:
     // The grid's current cell as its accessibility interface tells it
     // (-1, -1 when it tells none).
     std::pair<int, int> currentCell(QWidget *grid) const;
+    // The rows that hold a selected cell, as accessibility tells them.
+    QList<int> selectedRows(QWidget *grid) const;
     // Opens the current cell's drop list (F4) and picks the entry whose
     // text is `text` (Home and Down, then Enter). False when not listed.
     bool pickFromList(const QString &text);

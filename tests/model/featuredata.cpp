@@ -97,10 +97,21 @@ Strings Expectation::differences(const FeatureData &actual) const
         names.insert(name);
     for (const auto &[name, value] : ifPresent)
         names.insert(name);
+    for (const auto &[name, values] : oneOf)
+        names.insert(name);
     for (const std::string &name : names) {
         if (anyAttribute.count(name))
             continue;
         const std::optional<std::string> got = actual.attribute(name);
+        const auto choices = oneOf.find(name);
+        if (choices != oneOf.end()) {
+            if (!got || !choices->second.count(*got)) {
+                Strings values(choices->second.begin(), choices->second.end());
+                lines.push_back("attribute " + name + " is " + quoted(got) + ", expected one of \"" + joined(values, "\", \"")
+                                + "\"");
+            }
+            continue;
+        }
         const auto loose = ifPresent.find(name);
         if (loose != ifPresent.end()) {
             if (got && *got != loose->second)

@@ -39,6 +39,8 @@ struct Expectation
     std::set<std::string> anyAttribute;
     // Attributes that, when present, hold the given value.
     std::map<std::string, std::string> ifPresent;
+    // Attributes that must hold one of several values.
+    std::map<std::string, std::set<std::string>> oneOf;
     // Lists compared as name -> value pairs (the parameter lists): order
     // free, but each name once.
     std::string pairNames, pairValues;

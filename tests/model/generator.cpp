@@ -210,11 +210,15 @@ std::optional<Action> fromAttributes(const SchemaModel &model, Random &random, i
                                : std::size_t(uniform(random, 0, int(rows - action.count) - 1));
         return action;
     }
-    case 4:
-        if (rows < 2)
+    case 4: {
+        // Where a row without a name sorts is not settled (first or last).
+        const auto unnamed = [](const AttributeRow &row) { return row.name.empty(); };
+        const auto &all = model.page().attributes;
+        if (rows < 2 || std::any_of(all.begin(), all.end(), unnamed))
             return std::nullopt;
         action.kind = ActionKind::SortAttributes;
         return action;
+    }
     case 5:
         action.kind = ActionKind::PasteAttributes;
         action.lines = pastedLines(model, random);
@@ -238,8 +242,11 @@ std::optional<Action> fromAttributes(const SchemaModel &model, Random &random, i
         }
         if (candidates.empty())
             return std::nullopt;
-        action.row = pick(random, candidates);
-        action.count = std::size_t(uniform(random, 1, int(std::min<std::size_t>(2, rows - action.row))));
+        // The keyboard ends on the last selected row, where the digits are
+        // typed: it must take them.
+        const std::size_t last = pick(random, candidates);
+        action.count = last > 0 && chance(random, 0.5) ? 2 : 1;
+        action.row = last + 1 - action.count;
         action.text = chance(random, 0.05) ? std::string() : digits(random, 3);
         return action;
     }
@@ -298,7 +305,7 @@ std::optional<Action> fromParameters(const SchemaModel &model, Random &random)
 {
     std::vector<const Parameter *> candidates;
     for (const Parameter &parameter : model.format().parameters()) {
-        if (parameter.type != "ICONPICK" && model.isParameterEnabled(parameter.name))
+        if (model.isParameterEnabled(parameter.name))
             candidates.push_back(&parameter);
     }
     if (candidates.empty())
@@ -311,6 +318,12 @@ std::optional<Action> fromParameters(const SchemaModel &model, Random &random)
     action.how = uniform(random, 0, 1);
     const bool empty = parameter.optional && chance(random, 0.15);
     const std::string &type = parameter.type;
+    if (type == "ICONPICK") {
+        // The picker's own choices are the prompter's; cancelling it must
+        // leave the value as it was.
+        action.kind = ActionKind::CancelIconPicker;
+        return action;
+    }
     if (type == "CHOICE") {
         action.text = empty ? std::string() : pick(random, parameter.choices);
     } else if (type == "DISABLE") {
@@ -323,6 +336,8 @@ std::optional<Action> fromParameters(const SchemaModel &model, Random &random)
             return std::nullopt;
         action.text = empty || names.empty() ? std::string() : pick(random, names);
     } else if (type == "ATTRLIST" || type == "ATTRLIST_COMMAS") {
+        if (model.attributeNames().empty())
+            return std::nullopt; // a selection of nothing may not open at all
         Strings chosen;
         for (const std::string &name : model.attributeNames()) {
             if (chance(random, 0.4) && std::find(chosen.begin(), chosen.end(), name) == chosen.end())

@@ -34,10 +34,24 @@ QWidget *attributeGrid(DialogDriver &d)
     return d.control("attributeGrid");
 }
 
-void selectDown(DialogDriver &d, std::size_t count)
+// Extends the selection from the current row over `count` rows with
+// Shift+Down, and makes sure they are what is selected.
+void selectDown(DialogDriver &d, QWidget *grid, std::size_t count)
 {
+    const int first = d.currentCell(grid).first;
     for (std::size_t i = 1; i < count; ++i)
         d.key(Qt::Key_Down, Qt::ShiftModifier);
+    QList<int> expected;
+    for (int row = first; row < first + int(count); ++row)
+        expected.append(row);
+    const QList<int> selected = d.selectedRows(grid);
+    if (selected != expected) {
+        QStringList rows;
+        for (int row : selected)
+            rows.append(QString::number(row));
+        d.problem(QStringLiteral("Shift+Down selected the rows [%1] from row %2").arg(rows.join(QLatin1Char(',')))
+                      .arg(first));
+    }
 }
 
 // Replaces the text of the field that has the focus.
@@ -314,7 +328,7 @@ void perform(DialogDriver &d, const SchemaModel &model, const Action &action)
         break;
     case ActionKind::DeleteAttributes:
         if (d.gotoCell(attributeGrid(d), int(action.row), 0)) {
-            selectDown(d, action.count);
+            selectDown(d, attributeGrid(d), action.count);
             if (action.how == 0)
                 d.key(Qt::Key_Delete);
             else
@@ -323,7 +337,7 @@ void perform(DialogDriver &d, const SchemaModel &model, const Action &action)
         break;
     case ActionKind::MoveAttributes:
         if (d.gotoCell(attributeGrid(d), int(action.row), 0)) {
-            selectDown(d, action.count);
+            selectDown(d, attributeGrid(d), action.count);
             pressButton(d, attributeGrid(d), action.up ? "moveUpButton" : "moveDownButton", action.how);
         }
         break;
@@ -346,13 +360,18 @@ void perform(DialogDriver &d, const SchemaModel &model, const Action &action)
     }
     case ActionKind::ChooseType:
         if (d.gotoCell(attributeGrid(d), int(action.row), 1)) {
-            selectDown(d, action.count);
+            selectDown(d, attributeGrid(d), action.count);
             d.pickFromList(qs(action.text));
         }
         break;
     case ActionKind::TypeArgument:
-        if (d.gotoCell(attributeGrid(d), int(action.row), 2 + action.which)) {
-            selectDown(d, action.count);
+        // The rows are selected by their names, then the selection grows
+        // right to the argument of the last one, which takes it; a row whose
+        // argument cell is disabled could not be reached on its own.
+        if (d.gotoCell(attributeGrid(d), int(action.row), 0)) {
+            selectDown(d, attributeGrid(d), action.count);
+            for (int column = 0; column < 2 + action.which; ++column)
+                d.key(Qt::Key_Right, Qt::ShiftModifier);
             typeInCell(d, action.text, action.how);
         }
         break;
@@ -382,6 +401,24 @@ void perform(DialogDriver &d, const SchemaModel &model, const Action &action)
         unchanged.kind = ActionKind::SetParameter;
         unchanged.text.clear();
         setParameter(d, model, unchanged);
+        break;
+    }
+    case ActionKind::CancelIconPicker: {
+        QWidget *grid = d.control("parameterGrid");
+        const Parameter *parameter = model.format().parameter(action.name);
+        const int row = parameter ? parameterRow(d, grid, *parameter) : -1;
+        if (row < 0 || !d.gotoCell(grid, row, 1))
+            break;
+        bool opened = false;
+        d.watcher().expect([&opened](QWidget *picker) {
+            opened = true;
+            QTest::keyClick(picker, Qt::Key_Escape);
+        });
+        d.key(Qt::Key_F4);
+        if (!opened) {
+            d.watcher().forgetExpected();
+            d.problem(QStringLiteral("the icon cell opened no picker"));
+        }
         break;
     }
     case ActionKind::Undo:

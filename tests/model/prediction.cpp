@@ -399,11 +399,13 @@ private:
             std::map<std::string, std::string> stored = had;
             for (const std::string &name : apply.parameters) {
                 const Parameter *parameter = target.parameter(name);
-                if (!parameter || parameter->type == "DISABLE")
+                const auto shown = page.parameters.find(name);
+                // What the page no longer lists (after a move) reaches nobody.
+                if (!parameter || parameter->type == "DISABLE" || shown == page.parameters.end())
                     continue;
                 const auto found = had.find(name);
                 const std::string before = found != had.end() ? found->second : parameter->defaultValue;
-                const std::string &now = page.parameters.at(name);
+                const std::string &now = shown->second;
                 if (now != before)
                     stored[name] = now;
                 else
@@ -435,15 +437,23 @@ private:
         }
         const RowTypes types = typesOf(*row);
         std::optional<std::string> native;
+        std::optional<std::string> targetGeneric;
         if (target.name() == format.name()) {
             native = types.native;
         } else if (!row->genericOnly) {
             if (const auto own = format.types().create(composedType(row->cells), ListMode::Shown)) {
-                if (const auto converted = target.types().convertFrom(format.types(), *own))
+                if (const auto converted = target.types().convertFrom(format.types(), *own)) {
                     native = formatType(*converted, ListMode::Stored);
+                    if (const auto generic = target.types().toGeneric(*converted))
+                        targetGeneric = formatType(*generic, ListMode::Shown);
+                }
             }
         }
         e.feature.attributes[legal] = types.generic.value_or("");
+        // "Its generic type": the attribute's own, or that of its type in the
+        // target's words; the rules do not choose.
+        if (targetGeneric && targetGeneric != types.generic)
+            e.oneOf[legal] = {types.generic.value_or(""), *targetGeneric};
         if (native) {
             e.feature.attributes["*" + legal] = *native;
         } else if (const auto companion = other.feature.attribute("*" + legal)) {

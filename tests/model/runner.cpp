@@ -246,7 +246,7 @@ SessionResult Runner::run(const Session &session)
     bool scriptDone = false;
     QPointer<QDialog> dialog;
 
-    QTimer::singleShot(0, qApp, [&] {
+    const auto script = [&] {
         QTRY_VERIFY_WITH_TIMEOUT(qobject_cast<QDialog *>(QApplication::activeModalWidget()), 5000);
         dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
         ModalWatcher watcher(dialog);
@@ -271,6 +271,7 @@ SessionResult Runner::run(const Session &session)
             return abort("[screen] the screen differs from the model at opening");
         for (std::size_t i = 0; i < session.actions.size(); ++i) {
             const Action &action = session.actions[i];
+            const SchemaModel before = model;
             const std::size_t expected = messagesExpected(model, action);
             perform(driver, model, action);
             applyToModel(model, action);
@@ -290,8 +291,16 @@ SessionResult Runner::run(const Session &session)
                     failures.push_back("[message] unexpected: \"" + message.text.toStdString() + "\"" + after);
                 return abort("[message] the sequence stopped");
             }
-            if (messages.size() < expected)
+            if (messages.size() < expected) {
+                if (action.kind == ActionKind::ApplyToOthers) {
+                    const std::string went = watcher.strays().isEmpty()
+                        ? "said nothing"
+                        : "opened " + watcher.strays().join(QStringLiteral(", ")).toStdString();
+                    return abort("[refusal] Apply to Others " + went + " though " + describeReasons(before.refusals())
+                                 + after);
+                }
                 return abort("[message] no message was shown" + after);
+            }
             for (const ShownMessage &message : messages) {
                 if (message.text.trimmed().isEmpty())
                     failures.push_back("[message] an empty message" + after);
@@ -365,9 +374,27 @@ SessionResult Runner::run(const Session &session)
         if (driver.isOpen())
             dialog->reject();
         scriptDone = true;
+    };
+    // Nothing may leave an event handler by an exception: a fault of the
+    // harness is reported as such, and the dialog is closed.
+    // Both timers belong to this call: none of them outlives the session.
+    QTimer start;
+    start.setSingleShot(true);
+    QObject::connect(&start, &QTimer::timeout, qApp, [&] {
+        try {
+            script();
+        } catch (const std::exception &error) {
+            failures.push_back(std::string("[harness] ") + error.what());
+            if (dialog && dialog->isVisible())
+                dialog->reject();
+            scriptDone = true;
+        }
     });
+    start.start(0);
     // Nothing waits for a person: a session that runs too long is ended.
-    QTimer::singleShot(120000, qApp, [&] {
+    QTimer deadline;
+    deadline.setSingleShot(true);
+    QObject::connect(&deadline, &QTimer::timeout, qApp, [&] {
         if (scriptDone)
             return;
         failures.push_back("[driver] the session did not end within two minutes");
@@ -379,6 +406,7 @@ SessionResult Runner::run(const Session &session)
             QCoreApplication::processEvents();
         }
     });
+    deadline.start(120000);
 
     const char *sources[] = {m_workspace.schemaSource().c_str()};
     const bool ok = session.alone

@@ -90,6 +90,7 @@ Strings SchemaModel::attributeNames() const
 
 void SchemaModel::typeName(const std::string &typed)
 {
+    changed();
     m_page.namePending = false;
     const FormatModel &current = format();
     if (current.isDatabase()) {
@@ -110,6 +111,7 @@ void SchemaModel::typeName(const std::string &typed)
 
 void SchemaModel::typeNameAndStay(const std::string &typed)
 {
+    changed();
     m_page.name = typed;
     m_page.namePending = true;
 }
@@ -132,16 +134,19 @@ void SchemaModel::typeDatabaseUser(const std::string &typed)
 
 void SchemaModel::chooseGeometry(const std::string &native)
 {
+    changed();
     m_page.geometry = native;
 }
 
 void SchemaModel::setFanout(bool on)
 {
+    changed();
     m_page.fanout = on;
 }
 
 void SchemaModel::chooseFanoutAttribute(const std::string &name)
 {
+    changed();
     m_page.fanoutAttribute = name;
 }
 
@@ -164,8 +169,16 @@ std::string SchemaModel::legalTypedName(const std::string &typed, std::size_t ex
     return legalAttributeName(format(), typed, takenAttributeNames(exceptRow));
 }
 
+void SchemaModel::changed()
+{
+    // A page left and changed since shows what was changed since; the model
+    // then converts afresh instead of restoring what was kept.
+    m_visited.clear();
+}
+
 void SchemaModel::record(Grid grid)
 {
+    changed();
     History &history = m_history[grid];
     history.undo.push_back({m_page, false});
     history.redo.clear();
@@ -228,6 +241,8 @@ void SchemaModel::addRow(const std::string &typed)
             if (const auto text = types.create("vyr_int32", ListMode::Shown))
                 type = types.toNative(*text);
         }
+        if (!type)
+            type = types.defaultType();
         if (type)
             row.cells = cellsOf(*type);
     } else {
@@ -437,6 +452,7 @@ void SchemaModel::undo(Grid grid)
     History &history = m_history[grid];
     if (history.undo.empty())
         return;
+    changed();
     Step step = history.undo.back();
     history.undo.pop_back();
     history.redo.push_back({m_page, step.carriedReferences});
@@ -458,6 +474,7 @@ void SchemaModel::redo(Grid grid)
     History &history = m_history[grid];
     if (history.redo.empty())
         return;
+    changed();
     Step step = history.redo.back();
     history.redo.pop_back();
     history.undo.push_back({m_page, step.carriedReferences});

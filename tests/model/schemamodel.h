@@ -218,6 +218,7 @@ private:
         std::vector<Step> undo, redo;
     };
     void record(Grid grid);
+    void changed();
     void renameReferences(const std::string &from, const std::string &to);
     NameSet takenAttributeNames(std::size_t exceptRow) const;
     std::string legalTypedName(const std::string &typed, std::size_t exceptRow) const;
