@@ -149,6 +149,18 @@ bool DialogDriver::mnemonic(QWidget *widget)
     return true;
 }
 
+bool DialogDriver::reach(QWidget *label, QWidget *field)
+{
+    mnemonic(label);
+    if (field && QApplication::focusWidget() == field)
+        return true;
+    problem(QStringLiteral("the letter of %1 did not reach %2%3")
+                .arg(label ? label->objectName() : QStringLiteral("(none)"),
+                     field ? field->objectName() : QStringLiteral("(none)"),
+                     field && !field->isEnabled() ? QStringLiteral(", which is disabled") : QString()));
+    return false;
+}
+
 void DialogDriver::click(QWidget *widget)
 {
     if (!widget) {
@@ -166,8 +178,11 @@ bool DialogDriver::showPageOf(QWidget *widget)
     for (int turn = 0; turn <= turns && widget && !widget->isVisible(); ++turn)
         key(Qt::Key_PageDown, Qt::ControlModifier);
     if (!widget || !widget->isVisible()) {
-        problem(QStringLiteral("Control+Page Down did not reach the page of ")
-                + (widget ? widget->objectName() : QStringLiteral("(none)")));
+        QWidget *focus = QApplication::focusWidget();
+        problem(QStringLiteral("Control+Page Down did not reach the page of %1 (the keyboard is on %2 %3)")
+                    .arg(widget ? widget->objectName() : QStringLiteral("(none)"),
+                         QString::fromLatin1(focus ? focus->metaObject()->className() : "nothing"),
+                         focus ? focus->objectName() : QString()));
         return false;
     }
     return true;

@@ -52,6 +52,9 @@ public:
     // Alt and the underlined letter of a label's or button's text.
     bool mnemonic(QWidget *labelOrButton);
     void click(QWidget *widget);
+    // Alt and a label's letter, which must put the keyboard on `field`
+    // (a disabled field does not take it: nothing is typed then).
+    bool reach(QWidget *label, QWidget *field);
     // Lets events run and gives the dialog back its activation when no other
     // modal window is up.
     void settle();

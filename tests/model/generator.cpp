@@ -94,7 +94,8 @@ std::optional<Action> fromGeneral(const SchemaModel &model, Random &random, int 
     action.how = uniform(random, 0, 1);
     switch (choice) {
     case 0:
-        if (model.isWriter() && page.fanout && format.supportsFanout())
+        // Fan-out disables the name; a format without fan-out leaves it so.
+        if (model.isWriter() && page.fanout)
             return std::nullopt;
         if (!model.isWriter())
             return std::nullopt; // a reader's name is read-only unless the setting says otherwise
@@ -446,7 +447,7 @@ Ending randomEnding(const SchemaModel &model, Random &random)
 {
     Ending ending;
     const int roll = uniform(random, 0, 99);
-    const bool nameEditable = model.isWriter() && !(model.page().fanout && model.format().supportsFanout());
+    const bool nameEditable = model.isWriter() && !model.page().fanout;
     if (roll < 45)
         ending.kind = EndingKind::OkButton;
     else if (roll < 60)

@@ -259,8 +259,8 @@ void chooseDomain(DialogDriver &d, const Action &action)
 void moveDataset(DialogDriver &d, const std::string &format)
 {
     d.showPageOf(d.control("nameEdit"));
-    d.mnemonic(d.control("datasetLabel"));
-    d.chooseInCombo(qobject_cast<QComboBox *>(d.control("datasetCombo")), qs(format));
+    if (d.reach(d.control("datasetLabel"), d.control("datasetCombo")))
+        d.chooseInCombo(qobject_cast<QComboBox *>(d.control("datasetCombo")), qs(format));
 }
 
 } // namespace
@@ -270,14 +270,15 @@ void perform(DialogDriver &d, const SchemaModel &model, const Action &action)
     switch (action.kind) {
     case ActionKind::RenameFeatureType:
         d.showPageOf(d.control("nameEdit"));
-        d.mnemonic(d.control("nameLabel"));
-        retype(d, action.text);
-        d.key(Qt::Key_Tab, action.how == 1 ? Qt::ShiftModifier : Qt::NoModifier);
+        if (d.reach(d.control("nameLabel"), d.control("nameEdit"))) {
+            retype(d, action.text);
+            d.key(Qt::Key_Tab, action.how == 1 ? Qt::ShiftModifier : Qt::NoModifier);
+        }
         break;
     case ActionKind::TypeNameAndStay:
         d.showPageOf(d.control("nameEdit"));
-        d.mnemonic(d.control("nameLabel"));
-        retype(d, action.text);
+        if (d.reach(d.control("nameLabel"), d.control("nameEdit")))
+            retype(d, action.text);
         break;
     case ActionKind::Custom:
         if (action.custom)
@@ -285,20 +286,21 @@ void perform(DialogDriver &d, const SchemaModel &model, const Action &action)
         break;
     case ActionKind::TypeDatabaseUser:
         d.showPageOf(d.control("userEdit"));
-        d.mnemonic(d.control("userLabel"));
-        retype(d, action.text);
-        d.key(Qt::Key_Tab);
+        if (d.reach(d.control("userLabel"), d.control("userEdit"))) {
+            retype(d, action.text);
+            d.key(Qt::Key_Tab);
+        }
         break;
     case ActionKind::ChooseGeometry:
         d.showPageOf(d.control("geometryCombo"));
-        d.mnemonic(d.control("geometryLabel"));
-        d.chooseInCombo(qobject_cast<QComboBox *>(d.control("geometryCombo")), qs(action.text));
+        if (d.reach(d.control("geometryLabel"), d.control("geometryCombo")))
+            d.chooseInCombo(qobject_cast<QComboBox *>(d.control("geometryCombo")), qs(action.text));
         break;
     case ActionKind::TurnFanoutOn:
         d.showPageOf(d.control("fanoutCheck"));
         d.mnemonic(d.control("fanoutCheck"));
-        d.mnemonic(d.control("fanoutLabel"));
-        d.chooseInCombo(qobject_cast<QComboBox *>(d.control("fanoutCombo")), qs(action.text));
+        if (d.reach(d.control("fanoutLabel"), d.control("fanoutCombo")))
+            d.chooseInCombo(qobject_cast<QComboBox *>(d.control("fanoutCombo")), qs(action.text));
         break;
     case ActionKind::TurnFanoutOff:
         d.showPageOf(d.control("fanoutCheck"));
@@ -473,8 +475,8 @@ void performEnding(DialogDriver &d, const SchemaModel &model, const Ending &endi
         break;
     case EndingKind::EnterInName:
         d.showPageOf(d.control("nameEdit"));
-        d.mnemonic(d.control("nameLabel"));
-        d.key(Qt::Key_Return);
+        if (d.reach(d.control("nameLabel"), d.control("nameEdit")))
+            d.key(Qt::Key_Return);
         break;
     case EndingKind::Cancel:
         d.click(d.control("cancelButton"));
