@@ -50,9 +50,14 @@ std::string featureTypeName(const SchemaModel &model, Random &random)
         return pick(random, allowed);
     if (chance(random, 0.1)) {
         // Another feature type's name, which the format must make unique.
+        // A database's names hold their owner before a full stop, which in
+        // the name field alone the rules leave open: those are not typed.
         const auto taken = model.takenFeatureTypeNames(format);
-        if (!taken.empty())
-            return *std::next(taken.begin(), uniform(random, 0, int(taken.size()) - 1));
+        if (!taken.empty()) {
+            const std::string name = *std::next(taken.begin(), uniform(random, 0, int(taken.size()) - 1));
+            if (!format.isDatabase() || name.find('.') == std::string::npos)
+                return name;
+        }
     }
     std::string extra = format.isDatabase() ? " -" : " -:*?/[]'";
     return word(random, kLetters, kLetters + "0123456789_" + extra, 14);

@@ -265,9 +265,10 @@ SessionResult Runner::run(const Session &session)
             result.nameLabel = label->text().toStdString();
         // What the pages show at opening is the first thing the rules fix.
         shown = readScreen(driver);
-        for (const std::string &line : differencesFromModel(shown, model, driver))
+        const Strings differences = differencesFromModel(shown, model, driver);
+        for (const std::string &line : differences)
             failures.push_back("[screen] " + line + " (at opening)");
-        if (!failures.empty())
+        if (!differences.empty())
             return abort("[screen] the screen differs from the model at opening");
         for (std::size_t i = 0; i < session.actions.size(); ++i) {
             const Action &action = session.actions[i];
@@ -328,9 +329,10 @@ SessionResult Runner::run(const Session &session)
                 cells.push_back(row.cells);
             model.adoptShownArguments(cells);
             model.adoptShownGeometry(shown.geometry);
-            for (const std::string &line : differencesFromModel(shown, model, driver))
+            const Strings differences = differencesFromModel(shown, model, driver);
+            for (const std::string &line : differences)
                 failures.push_back("[screen] " + line + after);
-            if (!failures.empty())
+            if (!differences.empty())
                 return abort("[screen] the screen differs from the model; the sequence stopped at step "
                              + std::to_string(i + 1));
         }
