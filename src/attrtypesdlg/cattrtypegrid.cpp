@@ -178,6 +178,25 @@ void CAttrTypeGrid::OnCellChange(int column, long row, ug::TextSource source)
         m_pastedTypeRows.push_back(row);
         return;
     }
+    SpreadChoice(column, row, source);
+}
+
+int CAttrTypeGrid::StoreUserText(int column, long row, const QString &text, ug::TextSource source)
+{
+    UndoStep step(*this);
+    const bool same = GetCellText(column, row) == text;
+    const int result = CVVyrGrid::StoreUserText(column, row, text, source);
+    if (result == ug::Success && same)
+        SpreadChoice(column, row, source);
+    return result;
+}
+
+void CAttrTypeGrid::SpreadChoice(int column, long row, ug::TextSource source)
+{
+    if (column < m_typeColumn || column > domainColumn())
+        return;
+    const QString text = GetCellString(row, column);
+    const AttrTypeTemplate *typeTemplate = column == m_typeColumn ? TemplateOf(text) : nullptr;
     // What a person chose in one of several selected rows goes to all of
     // them that can take it, in the same step of the history.
     const bool chosen = source == ug::TextEdited || source == ug::TextChosen || source == ug::TextBrowsed;

@@ -61,6 +61,10 @@ public:
     // The template a display name stands for, or null.
     const AttrTypeTemplate *TemplateOf(const QString &displayName) const;
 
+    // What a person chose goes to every selected row that takes it, also
+    // when the current row had it already.
+    int StoreUserText(int column, long row, const QString &text, ug::TextSource source) override;
+
     // Fills the row's type columns from `type`, keeping its argument values.
     void SetRowType(long row, const AttrType &type);
     // A record appended from texts gets its cells set up for its type.
@@ -104,6 +108,8 @@ protected:
     void SetUpArgumentCells(long row, const AttrType *pattern, bool fresh);
 
 private:
+    // Gives what a person chose in `row` to the other selected rows.
+    void SpreadChoice(int column, long row, ug::TextSource source);
     // Whether `row`'s type takes, in argument `column`, a value of the kind
     // that `source`'s type takes there; true for the other columns.
     bool TakesArgumentOf(long row, int column, long source);

@@ -254,7 +254,7 @@ void VYRObjFTPropsSchemaInfo::setUserAttributes(const std::vector<UserAttributeT
     m_feature.getAllAttributeNames(*all);
     for (const std::string &name : all.list()) {
         if (isUserAttributeName(name) && !kept.contains(name))
-            m_feature.removeAttribute(name.c_str());
+            removeUserAttribute(name);
     }
     for (const UserAttributeTypes &attribute : attributes)
         writeUserAttribute(attribute, true);
@@ -309,7 +309,17 @@ void VYRObjFTPropsSchemaInfo::removeAttribute(const std::string &name)
     if (formatAttributeType(name))
         removeEntry({kFormatAttrNames, kFormatAttrTypes}, name);
     else
-        m_feature.removeAttribute(name.c_str());
+        removeUserAttribute(name);
+}
+
+void VYRObjFTPropsSchemaInfo::removeUserAttribute(const std::string &name)
+{
+    // A removed attribute takes its type in the format's words with it: a
+    // "*" companion of nothing is the form of a type nobody has, and after
+    // a move one in the words of a format the feature type left.
+    m_feature.removeAttribute(name.c_str());
+    if (isUserAttributeName(name))
+        m_feature.removeAttribute(("*" + name).c_str());
 }
 
 void VYRObjFTPropsSchemaInfo::storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute)

@@ -4,7 +4,8 @@
 //
 //   feature type                    the feature type name
 //   N                               user attribute N's generic data type
-//   *N                              the same type as the user wrote it
+//   *N                              the same type as the user wrote it (it
+//                                   goes when N is removed)
 //   list *vyr_format_attr_name/type exposed format attributes and their types
 //   list *vyr_parameter_name/value  parameters that have a value
 //   *vyr_geometry{i}, i = 0, 1 ...  geometry names in the format's vocabulary
@@ -121,6 +122,8 @@ private:
 
     void writeLists(PairLists lists, const StringList &names, const StringList &values);
     StringList readAttributeNames(bool user, bool format) const;
+    // Removes a user attribute with both its types.
+    void removeUserAttribute(const std::string &name);
     // Writes one user attribute's types; `last` puts it at the end of the
     // attribute order, else a new attribute goes there and an existing one
     // keeps its place.

@@ -114,19 +114,13 @@ void VYRObjWorkspaceSchemaInfo::moveSchema(const FTPropsFormatInfo &from, const 
             UserAttributeTypes carried
                 = MoveUserAttribute(from, to, attribute, [&taken](const std::string &name) { return taken.contains(name); });
             taken.insert(carried.name);
-            if (carried.name != attribute.name) {
-                if (fanoutAttribute == attribute.name)
-                    setFanoutAttribute(carried.name);
-                // Carried under its new name: nothing of the old one stays.
-                feature().removeAttribute(("*" + attribute.name).c_str());
-            }
+            if (carried.name != attribute.name && fanoutAttribute == attribute.name)
+                setFanoutAttribute(carried.name);
             moved.push_back(std::move(carried));
         }
-    } else {
-        // A format without user attributes keeps none.
-        for (const UserAttributeTypes &attribute : attributes)
-            feature().removeAttribute(("*" + attribute.name).c_str());
     }
+    // A format without user attributes keeps none; an attribute carried
+    // under a new name leaves nothing of the old one.
     // Fan-out is for formats that write one feature type per value.
     if (!to.supportsFeatTypeFanout()) {
         setFanout(false);

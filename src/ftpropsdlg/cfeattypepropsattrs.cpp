@@ -76,8 +76,8 @@ void CFeatTypePropsAttrs::LoadRows()
         const long row = grid->AppendLoadedRow(fromNarrow(attribute.name), type.get(), fromNarrow(attribute.type));
         if (row < 0)
             break;
-        m_knownTypes.remember(m_format->getId(), fromNarrow(attribute.name), grid->TypeKey(row),
-                              {attribute.type, attribute.generic});
+        m_knownTypes.remember(m_format->getId(), fromNarrow(attribute.name),
+                              {grid->TypeKey(row), {attribute.type, attribute.generic}, true});
     }
     grid->SetTypeNote([this](long row) { return TypeNote(row); });
     grid->EnableGrid(editable());
@@ -94,29 +94,28 @@ StringList CFeatTypePropsAttrs::GetAttributeNames() const
     return m_grid ? m_grid->GetAttributeNames() : StringList();
 }
 
-std::optional<AttributeTypeTexts> CFeatTypePropsAttrs::KnownTypeTexts(long row)
+const KnownRowTypes::Given *CFeatTypePropsAttrs::KnownType(long row)
 {
     const QString key = m_grid->TypeKey(row);
     const QString name = m_grid->GetCellString(row, CAttrGrid::kNameColumn);
-    const AttributeTypeTexts *known = m_knownTypes.ofName(m_format->getId(), name, key);
-    if (!known)
-        known = m_knownTypes.ofKey(m_format->getId(), key);
-    return known ? std::optional(*known) : std::nullopt;
+    const KnownRowTypes::Given *known = m_knownTypes.ofName(m_format->getId(), name, key);
+    return known ? known : m_knownTypes.ofKey(m_format->getId(), key);
 }
 
 std::optional<AttributeTypeTexts> CFeatTypePropsAttrs::RowTypeTexts(long row)
 {
     // The attribute's own texts first; a type the format reads is written
     // in its own words rather than in another attribute's spelling of it.
-    if (const AttributeTypeTexts *own = m_knownTypes.ofName(
+    if (const KnownRowTypes::Given *own = m_knownTypes.ofName(
             m_format->getId(), m_grid->GetCellString(row, CAttrGrid::kNameColumn), m_grid->TypeKey(row)))
-        return *own;
+        return own->texts;
     if (const std::unique_ptr<AttrType> type = m_grid->GetRowType(row)) {
         const std::unique_ptr<AttrType> generic = registryOf(*m_format).toGeneric(*type);
         return AttributeTypeTexts{formatType(*type, m_format->getTypeListMode()),
                                   generic ? formatType(*generic, kDialogListMode) : std::string()};
     }
-    return KnownTypeTexts(row);
+    const KnownRowTypes::Given *known = KnownType(row);
+    return known ? std::optional(known->texts) : std::nullopt;
 }
 
 QString CFeatTypePropsAttrs::TypeNote(long row)
@@ -153,9 +152,9 @@ bool CFeatTypePropsAttrs::ValidatePage()
         const QString name = m_grid->GetCellString(row, CAttrGrid::kNameColumn);
         if (name.isEmpty())
             return Refuse(row, CAttrGrid::kNameColumn, loadResourceString(res::AttributeNameRequired));
-        // A type as the schema held it, or as a move carried it, is written
-        // as it was, whatever the format reads of it.
-        if (KnownTypeTexts(row))
+        // A type as the schema held it, or one the format has no word for,
+        // is written as it was, whatever the format reads of it.
+        if (const KnownRowTypes::Given *known = KnownType(row); known && known->asItIs)
             continue;
         const QString typeName = m_grid->GetCellString(row, typeColumn);
         if (typeName.isEmpty())
@@ -262,11 +261,13 @@ void CFeatTypePropsAttrs::ShowMovedRow(long row, const UserAttributeTypes &moved
     // as it is written.
     const std::unique_ptr<AttrType> read
         = moved.type != moved.generic ? registryOf(*m_format).createType(moved.type, listMode) : nullptr;
-    if (read && m_grid->TemplateOf(fromNarrow(read->name())))
+    const bool ofTheFormat = read && m_grid->TemplateOf(fromNarrow(read->name()));
+    if (ofTheFormat)
         m_grid->SetRowType(row, *read);
     else
         m_grid->SetTypeText(row, fromNarrow(moved.type));
-    m_knownTypes.remember(m_format->getId(), fromNarrow(moved.name), m_grid->TypeKey(row), {moved.type, moved.generic});
+    m_knownTypes.remember(m_format->getId(), fromNarrow(moved.name),
+                          {m_grid->TypeKey(row), {moved.type, moved.generic}, !ofTheFormat});
 }
 
 void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)

@@ -78,8 +78,8 @@ private:
     // row's columns describe; nothing when they describe none.
     std::optional<AttributeTypeTexts> RowTypeTexts(long row);
     // What the schema held (or a move made) for a row that reads as it did
-    // then; nothing for a type a person gave.
-    std::optional<AttributeTypeTexts> KnownTypeTexts(long row);
+    // then; null for a type a person gave.
+    const KnownRowTypes::Given *KnownType(long row);
     // Turns to the page with the keyboard on the cell.
     void ShowCell(long row, int column);
     // Tells the user `message`, with the cell at fault current.

@@ -182,9 +182,12 @@ void CFeatTypePropsGeneral::ChangeFormat(const FTPropsFormatInfo *format)
     m_databaseUser->setText(name.value(1));
     m_databaseUser->setEnabled(format->isDatabase());
     if (HasGeometryMappings(*old) && HasGeometryMappings(*format)) {
+        // Remembered as the list shows it: a translation the new format
+        // cannot name shows the list's first geometry.
         const QStringList geometry = m_geometryForms.move(
             old->getId(), format->getId(), {fromNarrow(geometryValue())}, [&](const QStringList &shown) {
-                return QStringList{fromNarrow(TranslateGeometry(toNarrow(shown.value(0)), *old, *format))};
+                FillGeometry(format, TranslateGeometry(toNarrow(shown.value(0)), *old, *format));
+                return QStringList{fromNarrow(geometryValue())};
             });
         FillGeometry(format, toNarrow(geometry.value(0)));
     }

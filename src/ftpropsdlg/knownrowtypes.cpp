@@ -2,32 +2,31 @@
 
 namespace vyr {
 
-void KnownRowTypes::remember(const std::string &formatId, const QString &name, const QString &key,
-                             const AttributeTypeTexts &texts)
+void KnownRowTypes::remember(const std::string &formatId, const QString &name, const Given &given)
 {
     OfFormat &format = m_formats[formatId];
-    format.byName.insert(name, {key, texts});
-    if (!format.byKey.contains(key))
-        format.byKey.insert(key, texts);
+    format.byName.insert(name, given);
+    if (!format.byKey.contains(given.key))
+        format.byKey.insert(given.key, given);
 }
 
-const AttributeTypeTexts *KnownRowTypes::ofName(const std::string &formatId, const QString &name,
-                                                const QString &key) const
+const KnownRowTypes::Given *KnownRowTypes::ofName(const std::string &formatId, const QString &name,
+                                                  const QString &key) const
 {
     const auto format = m_formats.find(formatId);
     if (format == m_formats.end())
         return nullptr;
     const auto given = format->second.byName.constFind(name);
-    return given != format->second.byName.constEnd() && given->key == key ? &given->texts : nullptr;
+    return given != format->second.byName.constEnd() && given->key == key ? &*given : nullptr;
 }
 
-const AttributeTypeTexts *KnownRowTypes::ofKey(const std::string &formatId, const QString &key) const
+const KnownRowTypes::Given *KnownRowTypes::ofKey(const std::string &formatId, const QString &key) const
 {
     const auto format = m_formats.find(formatId);
     if (format == m_formats.end())
         return nullptr;
-    const auto texts = format->second.byKey.constFind(key);
-    return texts != format->second.byKey.constEnd() ? &*texts : nullptr;
+    const auto given = format->second.byKey.constFind(key);
+    return given != format->second.byKey.constEnd() ? &*given : nullptr;
 }
 
 } // namespace vyr

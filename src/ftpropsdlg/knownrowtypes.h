@@ -22,24 +22,29 @@ namespace vyr {
 class KnownRowTypes
 {
 public:
-    void remember(const std::string &formatId, const QString &name, const QString &key,
-                  const AttributeTypeTexts &texts);
-    // What the attribute `name` was given in the format, when its columns
-    // still show `key`.
-    const AttributeTypeTexts *ofName(const std::string &formatId, const QString &name, const QString &key) const;
-    // What the first row that showed `key` in the format was given.
-    const AttributeTypeTexts *ofKey(const std::string &formatId, const QString &key) const;
-
-private:
+    // What a row was given, and whether it is written as it is, unchecked
+    // (as the schema held it, or a type the format has no word for), or
+    // checked as if chosen (a move gave it a type of the format's, which may
+    // want what the old one did not have, a domain say).
     struct Given
     {
         QString key;
         AttributeTypeTexts texts;
+        bool asItIs = true;
     };
+
+    void remember(const std::string &formatId, const QString &name, const Given &given);
+    // What the attribute `name` was given in the format, when its columns
+    // still show `key`.
+    const Given *ofName(const std::string &formatId, const QString &name, const QString &key) const;
+    // What the first row that showed `key` in the format was given.
+    const Given *ofKey(const std::string &formatId, const QString &key) const;
+
+private:
     struct OfFormat
     {
         QHash<QString, Given> byName;
-        QHash<QString, AttributeTypeTexts> byKey;
+        QHash<QString, Given> byKey;
     };
     std::unordered_map<std::string, OfFormat> m_formats;
 };

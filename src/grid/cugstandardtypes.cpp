@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QFontMetrics>
+#include <QLocale>
 #include <QPainter>
 #include <QScreen>
 #include <QStyle>
@@ -351,11 +352,12 @@ void CUGCheckBoxType::advance(int column, long row)
 {
     CUGCell cell;
     ctrl()->GetCellResolved(column, row, cell);
-    if (cell.isReadOnly())
+    if (!ctrl()->IsCellWritable(column, row))
         return;
     const int value = NextValue(int(cell.number()), cell.cellTypeParam());
-    cell.setNumber(value);
-    ctrl()->SetCell(column, row, cell);
+    // A tick is a text a person gives the cell, as a choice from a list is:
+    // it goes where those go, with its checks and its step of the history.
+    ctrl()->StoreUserText(column, row, QLocale().toString(value), ug::TextChosen);
     RaiseEvent(column, row, ug::CheckChanged, value);
     ctrl()->RepaintCell(column, row);
 }

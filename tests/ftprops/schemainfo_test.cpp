@@ -181,7 +181,7 @@ TEST_F(SchemaInfoTest, NamesListUserAttributesThenExposedFormatAttributes)
     EXPECT_EQ(list("*vyr_format_attr_name"), StringList{"b"});
     m_schema->removeAttribute("a");
     EXPECT_EQ(attribute("a"), "(absent)");
-    EXPECT_EQ(attribute("*a"), "logical") << "the written type stays";
+    EXPECT_EQ(attribute("*a"), "(absent)") << "the written type goes with it";
 }
 
 TEST_F(SchemaInfoTest, ParametersKeepOnePairAtTheEnd)

@@ -192,9 +192,10 @@ void applyToModel(SchemaModel &model, const Action &action)
 {
     const std::optional<Grid> grid = gridOf(action.kind);
     const PageState before = model.page();
+    const SchemaModel::History history = grid ? model.history(*grid) : SchemaModel::History();
     change(model, action);
     if (grid && sameGrid(before, model.page(), *grid))
-        model.forgetHistory(*grid);
+        model.setHistory(*grid, history);
 }
 
 namespace {

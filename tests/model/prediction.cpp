@@ -439,7 +439,13 @@ private:
         std::optional<std::string> native;
         std::optional<std::string> targetGeneric;
         if (target.name() == format.name()) {
+            // A user attribute of the target's format has both types, also
+            // one this feature type holds by its generic type alone.
             native = types.native;
+            if (!native && !row->genericOnly) {
+                if (const auto own = format.types().create(composedType(row->cells), ListMode::Shown))
+                    native = formatType(*own, ListMode::Stored);
+            }
         } else if (!row->genericOnly) {
             if (const auto own = format.types().create(composedType(row->cells), ListMode::Shown)) {
                 if (const auto converted = target.types().convertFrom(format.types(), *own)) {
@@ -447,6 +453,12 @@ private:
                     if (const auto generic = target.types().toGeneric(*converted))
                         targetGeneric = formatType(*generic, ListMode::Shown);
                 }
+            }
+        } else if (types.generic) {
+            // Kept by its generic type here: the target may have a word for it.
+            if (const auto generic = target.types().create(*types.generic, ListMode::Shown)) {
+                if (const auto converted = target.types().toNative(*generic))
+                    native = formatType(*converted, ListMode::Stored);
             }
         }
         e.feature.attributes[legal] = types.generic.value_or("");

@@ -208,7 +208,7 @@ void SchemaModel::renameReferences(const std::string &from, const std::string &t
             carried = true;
             // Whether the parameters' history counts this as a step of its
             // own is the dialog's; what lies below it is not taken back.
-            forgetHistory(Grid::Parameters);
+            m_history.erase(Grid::Parameters);
         }
     }
     if (carried && !m_history[Grid::Attributes].undo.empty())
@@ -369,12 +369,9 @@ void SchemaModel::toggleExposure(std::size_t row)
     record(Grid::FormatAttributes);
     FormatAttributeRow &r = m_page.formatAttributes.at(row);
     r.ticked = !r.ticked;
-    if (!r.isList())
-        return;
-    if (r.ticked)
-        r.count = r.count > 0 ? r.count : -2;
-    else
-        r.count = -1;
+    // A list exposes one element at least when ticked, none when not.
+    if (r.isList())
+        r.count = r.ticked ? std::max(r.count, 1) : 0;
 }
 
 void SchemaModel::setCount(std::size_t row, int count)
@@ -382,8 +379,7 @@ void SchemaModel::setCount(std::size_t row, int count)
     record(Grid::FormatAttributes);
     FormatAttributeRow &r = m_page.formatAttributes.at(row);
     r.count = count;
-    if (count == 0)
-        r.ticked = false;
+    r.ticked = count > 0;
 }
 
 void SchemaModel::exposeAll(bool expose)
@@ -392,7 +388,7 @@ void SchemaModel::exposeAll(bool expose)
     for (FormatAttributeRow &row : m_page.formatAttributes) {
         row.ticked = expose;
         if (row.isList())
-            row.count = expose ? (row.count > 0 ? row.count : -2) : -1;
+            row.count = expose ? std::max(row.count, 1) : 0;
     }
 }
 

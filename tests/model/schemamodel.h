@@ -191,9 +191,24 @@ public:
     // rename that carried references along is left alone).
     std::size_t undoSteps(Grid grid) const;
     std::size_t redoSteps(Grid grid) const;
-    // An action that changed nothing may or may not be a step of the
-    // dialog's history; what lies below it is no longer taken back.
-    void forgetHistory(Grid grid) { m_history.erase(grid); }
+    // A grid's undo and redo lists, kept around an action: one that
+    // changed nothing is no step of the dialog's history, and leaves both
+    // lists as they were.
+    struct Step
+    {
+        PageState before;
+        bool carriedReferences = false;
+    };
+    struct History
+    {
+        std::vector<Step> undo, redo;
+    };
+    History history(Grid grid) const
+    {
+        const auto found = m_history.find(grid);
+        return found == m_history.end() ? History() : found->second;
+    }
+    void setHistory(Grid grid, History history) { m_history[grid] = std::move(history); }
 
     void setApplySelection(ApplySelection selection) { m_apply = std::move(selection); }
     const ApplySelection &applySelection() const { return m_apply; }
@@ -208,15 +223,6 @@ public:
     std::pair<std::string, std::string> resolvedName() const;
 
 private:
-    struct Step
-    {
-        PageState before;
-        bool carriedReferences = false;
-    };
-    struct History
-    {
-        std::vector<Step> undo, redo;
-    };
     void record(Grid grid);
     void changed();
     void renameReferences(const std::string &from, const std::string &to);
