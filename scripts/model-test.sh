@@ -23,7 +23,10 @@ fi
 status=0
 for locale in C.UTF-8 de_DE.UTF-8; do
     echo "== $runs seeds from $first, LANG=$locale"
+    # A seed takes a fraction of a second; Qt Test's own limit of five
+    # minutes a test function would end a long run half way.
     env QT_QPA_PLATFORM=offscreen VYR_HOME="$build/stage/" LANG="$locale" LC_ALL= LC_MESSAGES= LANGUAGE= \
+        QTEST_FUNCTION_TIMEOUT=$((runs * 2000 + 60000)) \
         VYR_MODEL_RUNS="$runs" VYR_MODEL_FIRST_SEED="$first" \
         "$test" randomSequencesKeepWhatTheScreenShows -maxwarnings 0 || status=1
 done
