@@ -189,11 +189,12 @@ void CFeatTypePropsGeneralDest::FillGeometry(const FTPropsFormatInfo *format, co
 
 void CFeatTypePropsGeneralDest::RenameAttribute(const std::string &before, const std::string &after)
 {
-    const QString from = fromNarrow(before);
-    for (int i = 0; i < m_fanoutAttribute->count(); ++i) {
-        if (m_fanoutAttribute->itemText(i) == from)
-            m_fanoutAttribute->setItemText(i, fromNarrow(after));
-    }
+    // Only the chosen attribute needs its new name now: the list is filled
+    // anew from the pages whenever it opens. A schema of thousands of
+    // attributes renames one per keystroke.
+    const int chosen = m_fanoutAttribute->currentIndex();
+    if (chosen >= 0 && m_fanoutAttribute->itemText(chosen) == fromNarrow(before))
+        m_fanoutAttribute->setItemText(chosen, fromNarrow(after));
 }
 
 void CFeatTypePropsGeneralDest::ChangeFormat(const FTPropsFormatInfo *format)
