@@ -9,7 +9,7 @@
 // are built before it, the parameters grid filled), from choosing the
 // Parameters tab to its grid's first paint, from typing a filter to the
 // narrowed grid's paint, and from OK to the export's return (every value
-// written back). The peer, timed in the same process, is a plain QDialog
+// compared with the feature type's; none changed, none written). The peer, timed in the same process, is a plain QDialog
 // with a QTableView over a QStandardItemModel of as many rows and two
 // columns, from its construction to its first paint.
 #include "stringobjects/vyrrwstringarrayimp.h"
