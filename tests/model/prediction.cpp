@@ -406,6 +406,10 @@ private:
                 const auto found = had.find(name);
                 const std::string before = found != had.end() ? found->second : parameter->defaultValue;
                 const std::string &now = shown->second;
+                // A value naming an attribute the target lacks would name
+                // nothing there: it is not applied.
+                if (namesAttributes(*parameter) && !allNamedIn(now, e.feature))
+                    continue;
                 if (now != before)
                     stored[name] = now;
                 else
@@ -415,6 +419,28 @@ private:
                 writeParameters(e.feature, stored);
             prediction.others[index] = e;
         }
+    }
+
+    static bool namesAttributes(const Parameter &parameter)
+    {
+        return parameter.type == "ATTR" || parameter.type == "ATTRLIST" || parameter.type == "ATTRLIST_COMMAS";
+    }
+    // Whether every attribute `value` names (comma-separated) is one the
+    // feature has, user or exposed.
+    static bool allNamedIn(const std::string &value, const FeatureData &feature)
+    {
+        Strings names = userAttributeNames(feature);
+        for (const std::string &exposed : feature.list(kExposedNames))
+            names.push_back(exposed);
+        std::size_t start = 0;
+        while (start <= value.size()) {
+            const std::size_t end = std::min(value.find(',', start), value.size());
+            const std::string piece = value.substr(start, end - start);
+            if (!piece.empty() && std::find(names.begin(), names.end(), piece) == names.end())
+                return false;
+            start = end + 1;
+        }
+        return true;
     }
 
     void applyAttribute(Expectation &e, const OtherFeatureType &other, const std::string &name) const
