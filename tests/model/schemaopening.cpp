@@ -173,7 +173,7 @@ PageState SchemaModel::opened(const FeatureData &feature, const FormatModel &for
             page.attributes.push_back(row);
         }
     }
-    Strings exposed = feature.list("*vyr_format_attr_name");
+    Strings exposed = feature.list(kExposedNames);
     Strings everything = userAttributeNames(feature);
     everything.insert(everything.end(), exposed.begin(), exposed.end());
     Strings names = format.formatAttributeNames();
@@ -193,8 +193,8 @@ PageState SchemaModel::opened(const FeatureData &feature, const FormatModel &for
         }
         page.formatAttributes.push_back(row);
     }
-    const Strings parameterNames = feature.list("*vyr_parameter_name");
-    const Strings parameterValues = feature.list("*vyr_parameter_value");
+    const Strings parameterNames = feature.list(kParameterNames);
+    const Strings parameterValues = feature.list(kParameterValues);
     for (const Parameter &parameter : format.parameters()) {
         std::string value = parameter.defaultValue;
         if (parameterNames.size() == parameterValues.size()) {
