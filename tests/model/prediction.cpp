@@ -296,9 +296,16 @@ private:
         const auto present = [&keptNames](const std::string &name) {
             return std::find(keptNames.begin(), keptNames.end(), name) != keptNames.end();
         };
+        // A list row as it was at opening keeps the elements it exposed,
+        // also when they are not the first ones.
+        const auto asOpened = [this, moved](const FormatAttributeRow &row) {
+            return !moved && std::ranges::any_of(m.m_opened.formatAttributes, [&row](const FormatAttributeRow &was) {
+                return was.name == row.name && was.ticked == row.ticked && was.count == row.count;
+            });
+        };
         Strings addedNames, addedTypes;
         for (const FormatAttributeRow &row : page.formatAttributes) {
-            if (!row.ticked)
+            if (!row.ticked || (row.isList() && asOpened(row)))
                 continue;
             const std::string type = format.formatAttributeType(row.name);
             if (!row.isList()) {

@@ -422,6 +422,15 @@ void SchemaModel::setParameter(const std::string &name, const std::string &value
 {
     record(Grid::Parameters);
     m_page.parameters[name] = value;
+    // A switch is not stored: turned off, it empties the rows it turns on
+    // in the same step, or it would read back as on.
+    const Parameter *toggle = disableSwitch();
+    if (!toggle || toggle->name != name || value != "No")
+        return;
+    for (const Parameter &parameter : format().parameters()) {
+        if (parameter.disabledOnly && &parameter != toggle)
+            m_page.parameters[parameter.name].clear();
+    }
 }
 
 const Parameter *SchemaModel::disableSwitch() const
