@@ -387,7 +387,7 @@ private slots:
         QVERIFY(m_log.empty());
     }
 
-    void shouldFoldSplitAndApplyTheDatabaseUser()
+    void shouldSplitAndApplyTheDatabaseUser()
     {
         RecordingSchema &roads = addOther("old.roads", "PG");
         RecordingSchema &bridges = addOther("bridges", "PG");
@@ -396,15 +396,7 @@ private slots:
         General *page = dialog->generalPage();
         auto *name = item<QLineEdit>(page, General::kIdName);
         auto *user = item<QLineEdit>(page, General::kIdDatabaseUser);
-        const auto shown = [&] { return name->text() + '|' + user->text(); };
-        QCOMPARE(shown(), QStringLiteral("parcels|owner"));
-        QVERIFY(user->isEnabled());
-        chooseDataset(page, QStringLiteral("SHP"));
-        QCOMPARE(shown(), QStringLiteral("owner.parcels|"));
-        QVERIFY(!user->isEnabled());
-        chooseDataset(page, QStringLiteral("PG"));
-        QCOMPARE(shown(), QStringLiteral("parcels|owner"));
-
+        QCOMPARE(name->text() + '|' + user->text(), QStringLiteral("parcels|owner"));
         // Applied to others, the user replaces only their owner.
         user->setText(QStringLiteral("survey"));
         page->WriteToSchema(roads, general::DatabaseUser);
@@ -544,19 +536,6 @@ private slots:
         QCOMPARE(schema.dynamicSettings.getOption2(), 1);
     }
 
-    void shouldResolveTheNameWhenItLosesTheFocus()
-    {
-        addOther("roads", "SHP");
-        auto dialog = open(record("streets", "SHP"));
-        auto *name = item<QLineEdit>(dialog->generalPage(), General::kIdName);
-        QFocusEvent leaving(QEvent::FocusOut, Qt::TabFocusReason);
-        for (const auto &[typed, resolved] : {std::pair{"roads", "roads00"}, std::pair{"rivers", "rivers"}}) {
-            name->setText(QString::fromLatin1(typed));
-            QApplication::sendEvent(name, &leaving);
-            QCOMPARE(name->text(), QString::fromLatin1(resolved));
-        }
-    }
-
     void shouldLetAReaderBeRenamedOnlyWhenTheSettingSaysSo()
     {
         test::ScratchDirectory home;
@@ -571,25 +550,6 @@ private slots:
             auto dialog = open(schema);
             QCOMPARE(item<QLineEdit>(dialog->generalPage(), General::kIdName)->isReadOnly(), readOnly);
         }
-    }
-
-    void shouldRefillTheFanoutChoicesWhenTheListDropsDown()
-    {
-        RecordingSchema &schema = record("roads", "SHP");
-        schema.userAttributes = {"KIND", "NAME"};
-        schema.fanout = true;
-        schema.fanoutAttribute = "NAME";
-        auto dialog = open(schema);
-        auto *attribute = item<QComboBox>(dialog->generalPage(), Dest::kIdFanoutAttribute);
-        QCOMPARE(attribute->currentText(), QStringLiteral("NAME"));
-        // The names as the attribute pages have them, not as the schema does.
-        dialog->attributesPage()->grid()->SetCellText(0, 0, QStringLiteral("TYPE"));
-        schema.userAttributes = {"OLD"};
-        dialog->show();
-        attribute->showPopup();
-        attribute->hidePopup();
-        QCOMPARE(textsOf(attribute), (QStringList{"TYPE", "NAME"}));
-        QCOMPARE(attribute->currentText(), QStringLiteral("NAME"));
     }
 
     void shouldAnswerHelpRequestsFromItsPages()
@@ -638,9 +598,6 @@ private slots:
         }
     }
 
-    // The keyboard starts on the first field and goes through the page
-    // before the frame's buttons, the tabs last; turning the page with
-    // Control+Tab takes it to the new page's first field.
     // Apply to Others with nothing to apply to says why instead of doing
     // nothing.
     void shouldOfferApplyToOthersOnlyWithOtherFeatureTypes()
@@ -653,6 +610,9 @@ private slots:
         QVERIFY(open(record("roads", "SHP"))->GetDlgItem(CFeatTypePropsDlg::kIdApplyToOthers)->isEnabled());
     }
 
+    // The keyboard starts on the first field and goes through the page
+    // before the frame's buttons, the tabs last; turning the page with
+    // Control+Tab takes it to the new page's first field.
     void shouldStartOnTheFirstFieldAndTabThroughThePageFirst_data()
     {
         QTest::addColumn<QString>("format");

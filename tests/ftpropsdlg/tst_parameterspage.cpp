@@ -1,7 +1,8 @@
-// The parameters page inside the feature type properties dialog: the disable
-// rule, localised choices stored untranslated, values kept across a change
-// of format, what OK and the apply prompt write, the filter field and the
-// keyboard. The binary runs twice, in English and in German; the German run
+// The parameters page inside the feature type properties dialog, on a format
+// with every parameter type and modifier: the cells, the disable rule,
+// localised choices stored untranslated, values kept across a change of
+// format, references to attributes, the filter field and the keyboard. The
+// binary runs twice, in English and in German; the German run
 // (VYR_EXPECT_GERMAN) first makes sure the catalog does translate.
 #include "ftpropsdlg/recordingschema.h"
 #include "support/countingsession.h"
@@ -295,11 +296,6 @@ private slots:
         QCOMPARE(grid->GetParameterValue(row), std::string());
         type(*dialog, "SEPARATOR", QStringLiteral("pipe"));
         QCOMPARE(grid->GetParameterValue(row), std::string("pipe"));
-
-        type(*dialog, "SEPARATOR", shown("semicolon"));
-        dialog->OnOK();
-        QCOMPARE(schema.parameters.at("SEPARATOR"), std::string("semicolon"));
-        QVERIFY(!schema.parameters.contains("USE_TEMPLATE"));
     }
 
     void shouldKeepSharedValuesAcrossAChangeOfFormat()
@@ -327,50 +323,6 @@ private slots:
         QCOMPARE(valueOf(*dialog, "WIDTH"), QStringLiteral("34"));
         dialog->SetFormat(m_table.get());
         QCOMPARE(valueOf(*dialog, "FRESH"), QStringLiteral("new"));
-    }
-
-    // The apply prompt lists the prompts; the chosen ones go to each target
-    // only where the target's format has them.
-    void shouldApplyOnlyChosenParametersTheTargetDefines()
-    {
-        RecordingSchema &sheet = *m_others.emplace_back(&record("other sheet", "SHEET"));
-        RecordingSchema &table = *m_others.emplace_back(&record("table", "TABLE"));
-        RecordingSchema &schema = record("inventory", "SHEET");
-        auto dialog = open(schema);
-        type(*dialog, "PLAIN", QStringLiteral("plain value"));
-        type(*dialog, "SEPARATOR", shown("semicolon"));
-        type(*dialog, "WIDTH", QStringLiteral("40"));
-
-        // The prompts as the page shows them, in the user's language.
-        const auto localised = [](const QStringList &prompts) {
-            QStringList shown;
-            for (const QString &prompt : prompts)
-                shown << QString::fromStdString(LocalizeText(prompt.toStdString()));
-            return shown;
-        };
-        QStringList offered;
-        answerNextDialog([&](QDialog *form) {
-            offered = tick(form, "prompt_PARAMETERS", localised({"Plain", "Field Separator"}));
-            return true;
-        });
-        dialog->ApplyToOthers();
-        QCOMPARE(offered, localised({"Use Template", "Plain", "Only On", "Always", "Both", "Field Separator",
-                                     "Column Width", "Sort Rows By", "Hidden Columns", "Header Row Colour",
-                                     "Symbol"}));
-        if (qEnvironmentVariableIsSet("VYR_EXPECT_GERMAN"))
-            QVERIFY(offered.contains(QStringLiteral("Spaltenbreite")));
-        QCOMPARE(dialog->applySelection().parameters, (std::set<std::string>{"PLAIN", "SEPARATOR"}));
-
-        vyr::test::ShownMessage confirmation;
-        answerNextMessageBox(&confirmation, QMessageBox::Yes);
-        m_log.clear();
-        dialog->OnOK();
-        QCOMPARE(sheet.parameters, (std::map<std::string, std::string>{{"PLAIN", "plain value"},
-                                                                       {"SEPARATOR", "semicolon"}}));
-        QCOMPARE(table.parameters, (std::map<std::string, std::string>{{"SEPARATOR", "semicolon"}}));
-        // The edited type takes what changed, and nothing it had already.
-        QCOMPARE(schema.parameters, (std::map<std::string, std::string>{
-                                        {"PLAIN", "plain value"}, {"SEPARATOR", "semicolon"}, {"WIDTH", "40"}}));
     }
 
     void shouldFilterRowsByPromptAndClearOnEscape()
@@ -438,27 +390,6 @@ private slots:
         dialog->OnOK();
         QCOMPARE(schema.parameters,
                  (std::map<std::string, std::string>{{"ONLY_ON", "o"}, {"WIDTH", "8"}}));
-    }
-
-    // The switch is never stored: the values of the rows it turns on show
-    // where it stood, and turning it off empties them, so that it reads
-    // back as it was left.
-    void shouldShowASwitchAsTheRowsItTurnsOnTellAndKeepItSo()
-    {
-        RecordingSchema &schema = record("inventory", "SHEET");
-        schema.parameters["ONLY_ON"] = "Layout";
-        auto dialog = open(schema);
-        QCOMPARE(valueOf(*dialog, "USE_TEMPLATE"), shown("Yes"));
-        type(*dialog, "USE_TEMPLATE", shown("No"));
-        QCOMPARE(valueOf(*dialog, "ONLY_ON"), QString());
-        QCOMPARE(valueOf(*dialog, "BOTH"), QString());
-        gridOf(*dialog)->Undo();
-        QCOMPARE(valueOf(*dialog, "USE_TEMPLATE"), shown("Yes"));
-        QCOMPARE(valueOf(*dialog, "ONLY_ON"), QStringLiteral("Layout"));
-        gridOf(*dialog)->Redo();
-        dialog->OnOK();
-        QCOMPARE(schema.parameters.at("ONLY_ON"), std::string());
-        QVERIFY(!schema.parameters.contains("USE_TEMPLATE"));
     }
 
     // Parameters that name attributes follow a rename on the User Attributes

@@ -1,5 +1,7 @@
 #include "model/actions.h"
 
+#include <algorithm>
+
 namespace vyr::model {
 
 namespace {
@@ -162,22 +164,14 @@ bool sameGrid(const PageState &a, const PageState &b, Grid grid)
 {
     switch (grid) {
     case Grid::Attributes:
-        if (a.attributes.size() != b.attributes.size())
-            return false;
-        for (std::size_t i = 0; i < a.attributes.size(); ++i) {
-            if (a.attributes[i].name != b.attributes[i].name || a.attributes[i].cells != b.attributes[i].cells)
-                return false;
-        }
-        return true;
+        return std::ranges::equal(a.attributes, b.attributes, [](const AttributeRow &x, const AttributeRow &y) {
+            return x.name == y.name && x.cells == y.cells;
+        });
     case Grid::FormatAttributes:
-        if (a.formatAttributes.size() != b.formatAttributes.size())
-            return false;
-        for (std::size_t i = 0; i < a.formatAttributes.size(); ++i) {
-            if (a.formatAttributes[i].ticked != b.formatAttributes[i].ticked
-                || a.formatAttributes[i].count != b.formatAttributes[i].count)
-                return false;
-        }
-        return true;
+        return std::ranges::equal(a.formatAttributes, b.formatAttributes,
+                                  [](const FormatAttributeRow &x, const FormatAttributeRow &y) {
+                                      return x.ticked == y.ticked && x.count == y.count;
+                                  });
     case Grid::Parameters:
         return a.parameters == b.parameters;
     }

@@ -61,11 +61,6 @@ bool isDomainKind(ArgKind kind)
     return kind == ArgKind::RangeDomain || kind == ArgKind::CodedDomain;
 }
 
-bool isListKind(ArgKind kind)
-{
-    return kind == ArgKind::StringSet || kind == ArgKind::StringList || kind == ArgKind::StringMap;
-}
-
 namespace {
 
 bool isUnsignedNumber(std::string_view text)

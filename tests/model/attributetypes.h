@@ -63,7 +63,6 @@ struct TypeTemplate
 };
 
 bool isDomainKind(ArgKind kind);
-bool isListKind(ArgKind kind);
 
 // One format's templates, native and generic in pairs.
 class TypeMappings
@@ -89,8 +88,6 @@ public:
     const TypeTemplate *nativeTemplate(std::string_view name) const;
     // The names the type list offers, ascending, each once.
     Strings offeredNames() const;
-    // Whether `name` is a native template name.
-    bool hasNative(std::string_view name) const { return nativeTemplate(name) != nullptr; }
 
 private:
     std::vector<std::pair<TypeTemplate, TypeTemplate>> m_pairs;

@@ -12,17 +12,8 @@ PageState SchemaModel::converted(const PageState &from, const FormatModel &targe
     page.fanoutAttribute = from.fanoutAttribute;
     // The database user folds into the name or out of it, then the new
     // rules resolve the whole.
-    std::string whole = from.user.empty() ? from.name : from.user + "." + from.name;
-    const std::string resolved = resolveFeatureTypeName(target, whole, takenFeatureTypeNames(target));
-    page.user.clear();
-    page.name = resolved;
-    if (target.isDatabase()) {
-        const std::size_t dot = resolved.find('.');
-        if (dot != std::string::npos) {
-            page.user = resolved.substr(0, dot);
-            page.name = resolved.substr(dot + 1);
-        }
-    }
+    const std::string whole = from.user.empty() ? from.name : from.user + "." + from.name;
+    showName(page, resolveFeatureTypeName(target, whole, takenFeatureTypeNames(target)), target.isDatabase());
     if (source.hasGeometryMappings() && target.hasGeometryMappings())
         page.geometry = translatedGeometry(from.geometry, source, target);
     else

@@ -288,18 +288,8 @@ bool DialogDriver::pickFromList(const QString &text)
     if (!QApplication::activePopupWidget())
         key(Qt::Key_F4);
     const QStringList texts = openListTexts();
-    const qsizetype index = texts.indexOf(text);
-    if (index < 0) {
-        problem(QStringLiteral("\"%1\" is not among the list's entries [%2]").arg(text, texts.join(QStringLiteral(", "))));
-        if (QApplication::activePopupWidget())
-            key(Qt::Key_Escape);
-        return false;
-    }
-    key(Qt::Key_Home);
-    for (qsizetype i = 0; i < index; ++i)
-        key(Qt::Key_Down);
-    key(Qt::Key_Return);
-    return true;
+    return pickEntry(int(texts.indexOf(text)), QStringLiteral("\"%1\" is not among the list's entries [%2]")
+                                                    .arg(text, texts.join(QStringLiteral(", "))));
 }
 
 bool DialogDriver::pickFromListAt(int index, bool empty)
@@ -315,9 +305,15 @@ bool DialogDriver::pickFromListAt(int index, bool empty)
             break;
         }
     }
+    return pickEntry(at, QStringLiteral("no entry %1 in the list [%2]")
+                             .arg(empty ? QStringLiteral("(empty)") : QString::number(index),
+                                  texts.join(QStringLiteral(", "))));
+}
+
+bool DialogDriver::pickEntry(int at, const QString &missing)
+{
     if (at < 0) {
-        problem(QStringLiteral("no entry %1 in the list [%2]").arg(empty ? QStringLiteral("(empty)") : QString::number(index),
-                                                                  texts.join(QStringLiteral(", "))));
+        problem(missing);
         if (QApplication::activePopupWidget())
             key(Qt::Key_Escape);
         return false;
@@ -375,12 +371,6 @@ int DialogDriver::rowCount(QWidget *grid) const
 {
     QAccessibleTableInterface *table = tableOf(grid);
     return table ? table->rowCount() : -1;
-}
-
-int DialogDriver::columnCount(QWidget *grid) const
-{
-    QAccessibleTableInterface *table = tableOf(grid);
-    return table ? table->columnCount() : -1;
 }
 
 QString DialogDriver::cell(QWidget *grid, int row, int column) const

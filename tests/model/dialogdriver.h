@@ -81,7 +81,6 @@ public:
 
     // What a grid shows: its rows (the new row included) and cell texts.
     int rowCount(QWidget *grid) const;
-    int columnCount(QWidget *grid) const;
     QString cell(QWidget *grid, int row, int column) const;
 
     // Chooses a combo box entry through its popup by text.
@@ -97,6 +96,10 @@ public:
     void checkListEntries(QListWidget *list, const std::function<bool(const QString &)> &wanted);
 
 private:
+    // Picks the open list's entry `at` by Home, Down and Enter; a negative
+    // one reports `missing` and closes the list.
+    bool pickEntry(int at, const QString &missing);
+
     QPointer<QDialog> m_dialog;
     ModalWatcher &m_watcher;
     QStringList m_problems;

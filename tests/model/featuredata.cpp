@@ -8,9 +8,6 @@ namespace vyr::model {
 
 namespace {
 
-const char kExposedNames[] = "*vyr_format_attr_name";
-const char kExposedTypes[] = "*vyr_format_attr_type";
-
 std::string quoted(const std::optional<std::string> &value)
 {
     return value ? "\"" + *value + "\"" : std::string("(absent)");

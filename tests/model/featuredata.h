@@ -14,6 +14,13 @@ namespace vyr::model {
 
 using Strings = std::vector<std::string>;
 
+// The lists a schema feature keeps its exposed format attributes and its
+// parameters in, as pairs of names and values.
+inline constexpr char kExposedNames[] = "*vyr_format_attr_name";
+inline constexpr char kExposedTypes[] = "*vyr_format_attr_type";
+inline constexpr char kParameterNames[] = "*vyr_parameter_name";
+inline constexpr char kParameterValues[] = "*vyr_parameter_value";
+
 struct FeatureData
 {
     std::string featureType;

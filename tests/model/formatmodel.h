@@ -45,10 +45,8 @@ public:
     bool supportsMultiGeom() const { return flag("SUPPORTS_MULTI_GEOM", false); }
     int maxAttrLength() const { return integer("MAX_ATTR_LENGTH"); }
 
-    // FORMAT_ATTRS in order; the type of one (empty when unknown).
-    const Pairs &formatAttributes() const { return m_formatAttributes; }
+    // FORMAT_ATTRS: the type of one (empty when unknown), the names in order.
     std::string formatAttributeType(const std::string &name) const;
-    bool isFormatAttribute(const std::string &name) const { return !formatAttributeType(name).empty(); }
     Strings formatAttributeNames() const;
 
     const TypeMappings &types() const { return m_types; }
@@ -62,7 +60,6 @@ public:
 
     const std::vector<Parameter> &parameters() const { return m_parameters; }
     const Parameter *parameter(const std::string &name) const;
-    bool hasParameters() const { return !m_parameters.empty(); }
 
     Strings list(const std::string &key) const;
     int integer(const std::string &key) const;

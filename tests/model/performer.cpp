@@ -77,13 +77,18 @@ void typeInCell(DialogDriver &d, const std::string &text, int how)
     d.key(Qt::Key_Return);
 }
 
-void pressButton(DialogDriver &d, QWidget *grid, const char *name, int how)
+// A button pressed by its letter (how 0) or clicked.
+void press(DialogDriver &d, QWidget *button, int how)
 {
-    QWidget *button = d.controlBeside(grid, name);
     if (how == 0)
         d.mnemonic(button);
     else
         d.click(button);
+}
+
+void pressButton(DialogDriver &d, QWidget *grid, const char *name, int how)
+{
+    press(d, d.controlBeside(grid, name), how);
 }
 
 QPushButton *okOf(QWidget *window)
@@ -181,15 +186,9 @@ void setParameter(DialogDriver &d, const SchemaModel &model, const Action &actio
 void applyToOthers(DialogDriver &d, const SchemaModel &model, const Action &action)
 {
     QWidget *button = d.control("applyButton");
-    const auto press = [&] {
-        if (action.how == 0)
-            d.mnemonic(button);
-        else
-            d.click(button);
-    };
     if (!model.refusals().empty()) {
         // The pages refuse first, with a message of their own.
-        press();
+        press(d, button, action.how);
         return;
     }
     const ApplySelection apply = action.apply;
@@ -233,7 +232,7 @@ void applyToOthers(DialogDriver &d, const SchemaModel &model, const Action &acti
         }
         acceptWindow(d, form);
     });
-    press();
+    press(d, button, action.how);
 }
 
 void chooseDomain(DialogDriver &d, const Action &action)
@@ -304,10 +303,7 @@ void perform(DialogDriver &d, const SchemaModel &model, const Action &action)
         break;
     case ActionKind::TurnFanoutOff:
         d.showPageOf(d.control("fanoutCheck"));
-        if (action.how == 0)
-            d.mnemonic(d.control("fanoutCheck"));
-        else
-            d.click(d.control("fanoutCheck"));
+        press(d, d.control("fanoutCheck"), action.how);
         break;
     case ActionKind::MoveToDataset:
         moveDataset(d, action.text);

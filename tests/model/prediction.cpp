@@ -11,11 +11,6 @@ namespace vyr::model {
 
 namespace {
 
-const char kExposedNames[] = "*vyr_format_attr_name";
-const char kExposedTypes[] = "*vyr_format_attr_type";
-const char kParameterNames[] = "*vyr_parameter_name";
-const char kParameterValues[] = "*vyr_parameter_value";
-
 bool isGeometryAttribute(const std::string &name)
 {
     const std::string bare = name.rfind('*', 0) == 0 ? name.substr(1) : name;
@@ -24,12 +19,7 @@ bool isGeometryAttribute(const std::string &name)
 
 void writeGeometry(FeatureData &feature, const std::string &geometry, const FormatModel &format)
 {
-    for (auto it = feature.attributes.begin(); it != feature.attributes.end();) {
-        if (isGeometryAttribute(it->first))
-            it = feature.attributes.erase(it);
-        else
-            ++it;
-    }
+    std::erase_if(feature.attributes, [](const auto &attribute) { return isGeometryAttribute(attribute.first); });
     Strings generics;
     Strings tokens = splitList(geometry, ' ');
     tokens.erase(std::remove(tokens.begin(), tokens.end(), std::string()), tokens.end());
@@ -54,6 +44,14 @@ std::map<std::string, std::string> parametersOf(const FeatureData &feature)
     for (std::size_t i = 0; i < names.size(); ++i)
         values[names[i]] = stored[i];
     return values;
+}
+
+// What a parameter held before the dialog: its stored value, else the
+// format's default.
+std::string valueBefore(const std::map<std::string, std::string> &stored, const Parameter &parameter)
+{
+    const auto found = stored.find(parameter.name);
+    return found != stored.end() ? found->second : parameter.defaultValue;
 }
 
 void writeParameters(FeatureData &feature, const std::map<std::string, std::string> &values)
@@ -92,22 +90,17 @@ std::optional<int> elementIndex(const std::string &placeholderName, const std::s
 
 bool samePage(const PageState &a, const PageState &b)
 {
-    if (a.format != b.format || a.name != b.name || a.user != b.user || a.geometry != b.geometry
-        || a.fanout != b.fanout || (a.fanout && a.fanoutAttribute != b.fanoutAttribute)
-        || a.parameters != b.parameters || a.attributes.size() != b.attributes.size()
-        || a.formatAttributes.size() != b.formatAttributes.size())
+    if (a.format != b.format || a.name != b.name || a.user != b.user || a.geometry != b.geometry || a.fanout != b.fanout
+        || (a.fanout && a.fanoutAttribute != b.fanoutAttribute) || a.parameters != b.parameters)
         return false;
-    for (std::size_t i = 0; i < a.attributes.size(); ++i) {
-        const AttributeRow &x = a.attributes[i], &y = b.attributes[i];
-        if (x.name != y.name || x.cells != y.cells || x.genericOnly != y.genericOnly)
-            return false;
-    }
-    for (std::size_t i = 0; i < a.formatAttributes.size(); ++i) {
-        const FormatAttributeRow &x = a.formatAttributes[i], &y = b.formatAttributes[i];
-        if (x.ticked != y.ticked || (x.ticked && x.isList() && x.count != y.count))
-            return false;
-    }
-    return true;
+    return std::ranges::equal(a.attributes, b.attributes,
+                              [](const AttributeRow &x, const AttributeRow &y) {
+                                  return x.name == y.name && x.cells == y.cells && x.genericOnly == y.genericOnly;
+                              })
+        && std::ranges::equal(a.formatAttributes, b.formatAttributes,
+                              [](const FormatAttributeRow &x, const FormatAttributeRow &y) {
+                                  return x.ticked == y.ticked && (!x.ticked || !x.isList() || x.count == y.count);
+                              });
 }
 
 } // namespace
@@ -138,7 +131,7 @@ public:
             geometryAndFanout(e, moved);
         userAttributes(e);
         formatAttributes(e, moved);
-        parameters(e, moved, prediction);
+        parameters(e, moved);
         prediction.unchanged = samePage(page, m.m_opened) && m.m_apply.empty();
         if (!m.m_apply.empty() && m.m_apply.confirm)
             applied(prediction);
@@ -303,9 +296,16 @@ private:
         const auto present = [&keptNames](const std::string &name) {
             return std::find(keptNames.begin(), keptNames.end(), name) != keptNames.end();
         };
+        // A list row as it was at opening keeps the elements it exposed,
+        // also when they are not the first ones.
+        const auto asOpened = [this, moved](const FormatAttributeRow &row) {
+            return !moved && std::ranges::any_of(m.m_opened.formatAttributes, [&row](const FormatAttributeRow &was) {
+                return was.name == row.name && was.ticked == row.ticked && was.count == row.count;
+            });
+        };
         Strings addedNames, addedTypes;
         for (const FormatAttributeRow &row : page.formatAttributes) {
-            if (!row.ticked)
+            if (!row.ticked || (row.isList() && asOpened(row)))
                 continue;
             const std::string type = format.formatAttributeType(row.name);
             if (!row.isList()) {
@@ -329,30 +329,20 @@ private:
         e.feature.setList(kExposedTypes, keptTypes);
     }
 
-    void parameters(Expectation &e, bool moved, Prediction &prediction) const
+    void parameters(Expectation &e, bool moved) const
     {
-        std::map<std::string, std::string> stored = parametersOf(m.m_original);
-        if (moved) {
-            for (auto it = stored.begin(); it != stored.end();) {
-                if (!format.parameter(it->first))
-                    it = stored.erase(it);
-                else
-                    ++it;
-            }
-        }
         const std::map<std::string, std::string> had = parametersOf(m.m_original);
+        std::map<std::string, std::string> stored = had;
+        if (moved)
+            std::erase_if(stored, [this](const auto &pair) { return !format.parameter(pair.first); });
         for (const Parameter &parameter : format.parameters()) {
             if (parameter.type == "DISABLE")
                 continue;
-            const auto found = had.find(parameter.name);
-            const std::string before = found != had.end() ? found->second : parameter.defaultValue;
-            const std::string &now = page.parameters.at(parameter.name);
-            if (now != before)
+            if (const std::string &now = page.parameters.at(parameter.name); now != valueBefore(had, parameter))
                 stored[parameter.name] = now;
         }
-        if (stored != parametersOf(m.m_original) || moved)
+        if (stored != had || moved)
             writeParameters(e.feature, stored);
-        (void)prediction;
     }
 
     void applied(Prediction &prediction) const
@@ -403,15 +393,12 @@ private:
                 // What the page no longer lists (after a move) reaches nobody.
                 if (!parameter || parameter->type == "DISABLE" || shown == page.parameters.end())
                     continue;
-                const auto found = had.find(name);
-                const std::string before = found != had.end() ? found->second : parameter->defaultValue;
-                const std::string &now = shown->second;
                 // A value naming an attribute the target lacks would name
                 // nothing there: it is not applied.
-                if (namesAttributes(*parameter) && !allNamedIn(now, e.feature))
+                if (namesAttributes(*parameter) && !allNamedIn(shown->second, e.feature))
                     continue;
-                if (now != before)
-                    stored[name] = now;
+                if (shown->second != valueBefore(had, *parameter))
+                    stored[name] = shown->second;
                 else
                     e.anyParameter.insert(name);
             }
@@ -432,15 +419,9 @@ private:
         Strings names = userAttributeNames(feature);
         for (const std::string &exposed : feature.list(kExposedNames))
             names.push_back(exposed);
-        std::size_t start = 0;
-        while (start <= value.size()) {
-            const std::size_t end = std::min(value.find(',', start), value.size());
-            const std::string piece = value.substr(start, end - start);
-            if (!piece.empty() && std::find(names.begin(), names.end(), piece) == names.end())
-                return false;
-            start = end + 1;
-        }
-        return true;
+        return std::ranges::all_of(splitList(value, ','), [&names](const std::string &piece) {
+            return piece.empty() || std::find(names.begin(), names.end(), piece) != names.end();
+        });
     }
 
     void applyAttribute(Expectation &e, const OtherFeatureType &other, const std::string &name) const

@@ -151,6 +151,16 @@ void Runner::writeSetting(bool sourceEditing) const
         file.write("[Settings]\nAllow Source Feature Type Editing=yes\n");
 }
 
+std::vector<std::size_t> Runner::otherEntries(const Session &session, bool source) const
+{
+    std::vector<std::size_t> indexes;
+    for (std::size_t i = 0; i < m_workspace.entries().size() && !session.alone; ++i) {
+        if (i != session.edited && m_workspace.entries()[i].format->isSource() == source)
+            indexes.push_back(i);
+    }
+    return indexes;
+}
+
 SchemaModel Runner::modelFor(const Session &session) const
 {
     const auto &entries = m_workspace.entries();
@@ -165,9 +175,7 @@ SchemaModel Runner::modelFor(const Session &session) const
     }
     std::map<std::string, const FormatModel *> formats;
     std::vector<OtherFeatureType> others;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (i == session.edited || session.alone || entries[i].format->isSource() != format->isSource())
-            continue;
+    for (std::size_t i : otherEntries(session, format->isSource())) {
         formats[entries[i].format->name()] = entries[i].format.get();
         others.push_back({*FeatureData::fromJson(entries[i].json), entries[i].format.get()});
     }
@@ -209,7 +217,6 @@ SessionResult Runner::run(const Session &session)
     std::vector<IVYRFeature *> features;
     std::vector<std::string> capabilities;
     std::vector<std::string> before;
-    std::vector<std::size_t> otherIndexes;
     const std::string editedJson = session.json.value_or(entries[session.edited].json);
     const std::string editedCapabilities = session.capabilities.value_or(entries[session.edited].capabilities);
     const auto load = [&](const std::string &json, const std::string &caps) {
@@ -221,13 +228,10 @@ SessionResult Runner::run(const Session &session)
         before.push_back(jsonOf(feature));
     };
     load(editedJson, editedCapabilities);
-    std::vector<VYRWorkspaceFeatureType> others;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (i == session.edited || session.alone || entries[i].format->isSource() != model.format().isSource())
-            continue;
+    const std::vector<std::size_t> otherIndexes = otherEntries(session, model.format().isSource());
+    for (std::size_t i : otherIndexes)
         load(entries[i].json, entries[i].capabilities);
-        otherIndexes.push_back(i);
-    }
+    std::vector<VYRWorkspaceFeatureType> others;
     for (std::size_t i = 1; i < features.size(); ++i)
         others.push_back({features[i], capabilities[i].c_str()});
 
@@ -451,7 +455,7 @@ SessionResult Runner::run(const Session &session)
                 failures.push_back("[bytes] OK after no visible change rewrote the feature");
             for (const std::string &line : rowsMissingFromFile(shown, *saved, model))
                 failures.push_back("[rows] " + line);
-            const Strings names = saved->list("*vyr_parameter_name"), values = saved->list("*vyr_parameter_value");
+            const Strings names = saved->list(kParameterNames), values = saved->list(kParameterValues);
             for (const auto &[parameter, allowed] : prediction.references) {
                 for (std::size_t p = 0; p < names.size() && p < values.size(); ++p) {
                     if (names[p] != parameter)

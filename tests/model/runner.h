@@ -80,6 +80,9 @@ public:
 
 private:
     void writeSetting(bool sourceEditing) const;
+    // The workspace entries the host hands over as the others: those of the
+    // edited one's role, none in the single-feature export.
+    std::vector<std::size_t> otherEntries(const Session &session, bool source) const;
 
     const Workspace &m_workspace;
     IVYRSession *m_session;

@@ -19,6 +19,23 @@ int lowerByte(char c)
     return std::tolower(static_cast<unsigned char>(c));
 }
 
+// The steps at the end of a history that touch no other page.
+std::size_t freeSteps(const std::vector<SchemaModel::Step> &steps)
+{
+    const auto carried
+        = std::find_if(steps.rbegin(), steps.rend(), [](const auto &step) { return step.carriedReferences; });
+    return std::size_t(carried - steps.rbegin());
+}
+
+// A row ticked or not; a list exposes one element at least when ticked,
+// none when not.
+void expose(FormatAttributeRow &row, bool on)
+{
+    row.ticked = on;
+    if (row.isList())
+        row.count = on ? std::max(row.count, 1) : 0;
+}
+
 bool beforeIgnoringCase(const std::string &a, const std::string &b)
 {
     if (a.empty() != b.empty())
@@ -93,20 +110,9 @@ void SchemaModel::typeName(const std::string &typed)
     changed();
     m_page.namePending = false;
     const FormatModel &current = format();
-    if (current.isDatabase()) {
-        const std::string whole = m_page.user.empty() ? typed : m_page.user + "." + typed;
-        const std::string resolved = resolveFeatureTypeName(current, whole, takenFeatureTypeNames(current));
-        const std::size_t dot = resolved.find('.');
-        if (dot == std::string::npos) {
-            m_page.user.clear();
-            m_page.name = resolved;
-        } else {
-            m_page.user = resolved.substr(0, dot);
-            m_page.name = resolved.substr(dot + 1);
-        }
-        return;
-    }
-    m_page.name = resolveFeatureTypeName(current, typed, takenFeatureTypeNames(current));
+    // A database's user goes in front of the name, and the whole is resolved.
+    const std::string whole = current.isDatabase() && !m_page.user.empty() ? m_page.user + "." + typed : typed;
+    showName(m_page, resolveFeatureTypeName(current, whole, takenFeatureTypeNames(current)), current.isDatabase());
 }
 
 void SchemaModel::typeNameAndStay(const std::string &typed)
@@ -368,10 +374,7 @@ void SchemaModel::toggleExposure(std::size_t row)
 {
     record(Grid::FormatAttributes);
     FormatAttributeRow &r = m_page.formatAttributes.at(row);
-    r.ticked = !r.ticked;
-    // A list exposes one element at least when ticked, none when not.
-    if (r.isList())
-        r.count = r.ticked ? std::max(r.count, 1) : 0;
+    expose(r, !r.ticked);
 }
 
 void SchemaModel::setCount(std::size_t row, int count)
@@ -382,14 +385,11 @@ void SchemaModel::setCount(std::size_t row, int count)
     r.ticked = count > 0;
 }
 
-void SchemaModel::exposeAll(bool expose)
+void SchemaModel::exposeAll(bool on)
 {
     record(Grid::FormatAttributes);
-    for (FormatAttributeRow &row : m_page.formatAttributes) {
-        row.ticked = expose;
-        if (row.isList())
-            row.count = expose ? std::max(row.count, 1) : 0;
-    }
+    for (FormatAttributeRow &row : m_page.formatAttributes)
+        expose(row, on);
 }
 
 void SchemaModel::adoptShownCounts(const std::map<std::string, int> &shown)
@@ -422,6 +422,15 @@ void SchemaModel::setParameter(const std::string &name, const std::string &value
 {
     record(Grid::Parameters);
     m_page.parameters[name] = value;
+    // A switch is not stored: turned off, it empties the rows it turns on
+    // in the same step, or it would read back as on.
+    const Parameter *toggle = disableSwitch();
+    if (!toggle || toggle->name != name || value != "No")
+        return;
+    for (const Parameter &parameter : format().parameters()) {
+        if (parameter.disabledOnly && &parameter != toggle)
+            m_page.parameters[parameter.name].clear();
+    }
 }
 
 const Parameter *SchemaModel::disableSwitch() const
@@ -445,35 +454,25 @@ bool SchemaModel::isParameterEnabled(const std::string &name) const
 
 void SchemaModel::undo(Grid grid)
 {
-    History &history = m_history[grid];
-    if (history.undo.empty())
-        return;
-    changed();
-    Step step = history.undo.back();
-    history.undo.pop_back();
-    history.redo.push_back({m_page, step.carriedReferences});
-    switch (grid) {
-    case Grid::Attributes:
-        m_page.attributes = step.before.attributes;
-        break;
-    case Grid::FormatAttributes:
-        m_page.formatAttributes = step.before.formatAttributes;
-        break;
-    case Grid::Parameters:
-        m_page.parameters = step.before.parameters;
-        break;
-    }
+    travel(grid, true);
 }
 
 void SchemaModel::redo(Grid grid)
 {
+    travel(grid, false);
+}
+
+void SchemaModel::travel(Grid grid, bool back)
+{
     History &history = m_history[grid];
-    if (history.redo.empty())
+    std::vector<Step> &from = back ? history.undo : history.redo;
+    std::vector<Step> &to = back ? history.redo : history.undo;
+    if (from.empty())
         return;
     changed();
-    Step step = history.redo.back();
-    history.redo.pop_back();
-    history.undo.push_back({m_page, step.carriedReferences});
+    const Step step = from.back();
+    from.pop_back();
+    to.push_back({m_page, step.carriedReferences});
     switch (grid) {
     case Grid::Attributes:
         m_page.attributes = step.before.attributes;
@@ -489,24 +488,12 @@ void SchemaModel::redo(Grid grid)
 
 std::size_t SchemaModel::undoSteps(Grid grid) const
 {
-    const auto found = m_history.find(grid);
-    if (found == m_history.end())
-        return 0;
-    std::size_t steps = 0;
-    for (auto step = found->second.undo.rbegin(); step != found->second.undo.rend() && !step->carriedReferences; ++step)
-        ++steps;
-    return steps;
+    return freeSteps(history(grid).undo);
 }
 
 std::size_t SchemaModel::redoSteps(Grid grid) const
 {
-    const auto found = m_history.find(grid);
-    if (found == m_history.end())
-        return 0;
-    std::size_t steps = 0;
-    for (auto step = found->second.redo.rbegin(); step != found->second.redo.rend() && !step->carriedReferences; ++step)
-        ++steps;
-    return steps;
+    return freeSteps(history(grid).redo);
 }
 
 std::vector<Refusal> SchemaModel::possibleRefusals() const
@@ -569,15 +556,9 @@ std::vector<Refusal> SchemaModel::refusals() const
             }
         }
     }
-    if (const Parameter *toggle = disableSwitch(); toggle && m_page.parameters.at(toggle->name) == "Yes") {
-        bool any = false;
-        for (const Parameter &parameter : current.parameters()) {
-            if (parameter.disabledOnly && !m_page.parameters.at(parameter.name).empty())
-                any = true;
-        }
-        if (!any)
-            reasons.push_back({"the switch " + toggle->name + " is on without a value to go with it", {}});
-    }
+    if (const Parameter *toggle = disableSwitch();
+        toggle && m_page.parameters.at(toggle->name) == "Yes" && !switchedRowsHoldAValue(m_page, current))
+        reasons.push_back({"the switch " + toggle->name + " is on without a value to go with it", {}});
     return reasons;
 }
 

@@ -165,7 +165,7 @@ public:
     // Format Attributes page.
     void toggleExposure(std::size_t row);
     void setCount(std::size_t row, int count);
-    void exposeAll(bool expose);
+    void exposeAll(bool on);
     // A list's count the rules leave to the dialog (after ticking a row
     // whose count was cleared) is taken from the screen: -1 unknown, -2 at
     // least 1.
@@ -224,6 +224,8 @@ public:
 
 private:
     void record(Grid grid);
+    // Takes a step back (undo) or forth (redo) in one grid's history.
+    void travel(Grid grid, bool back);
     void changed();
     void renameReferences(const std::string &from, const std::string &to);
     NameSet takenAttributeNames(std::size_t exceptRow) const;
@@ -244,6 +246,10 @@ private:
     friend class Predictor;
 };
 
+// Fills the General page's name fields from a whole feature type name: a
+// database's owner, before the first full stop, goes to the user field.
+void showName(PageState &page, const std::string &whole, bool database);
+bool switchedRowsHoldAValue(const PageState &page, const FormatModel &format);
 // The geometry the dialog shows for a feature in `format` (the native
 // names in order, joined by blanks for a format of several).
 std::string geometryOf(const FeatureData &feature, const FormatModel &format);

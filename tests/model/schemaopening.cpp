@@ -3,6 +3,8 @@
 // attributes and its parameters.
 #include "model/schemamodel.h"
 
+#include "util/listpacking.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -49,6 +51,23 @@ std::optional<int> listElement(const std::string &placeholderName, const std::st
 }
 
 } // namespace
+
+void showName(PageState &page, const std::string &whole, bool database)
+{
+    const std::size_t dot = database ? whole.find('.') : std::string::npos;
+    page.user = dot == std::string::npos ? std::string() : whole.substr(0, dot);
+    page.name = dot == std::string::npos ? whole : whole.substr(dot + 1);
+}
+
+// Whether a row the switch turns on holds a value: the switch is not
+// stored, and reads as on where one does.
+bool switchedRowsHoldAValue(const PageState &page, const FormatModel &format)
+{
+    return std::ranges::any_of(format.parameters(), [&page](const Parameter &parameter) {
+        const auto value = page.parameters.find(parameter.name);
+        return parameter.disabledOnly && value != page.parameters.end() && !value->second.empty();
+    });
+}
 
 TypeCells cellsOf(const TypeText &type)
 {
@@ -102,14 +121,8 @@ std::string geometryOf(const FeatureData &feature, const FormatModel &format)
 
 std::string translatedGeometry(const std::string &geometry, const FormatModel &from, const FormatModel &to)
 {
-    Strings names;
-    std::size_t at = 0;
-    while (at < geometry.size()) {
-        const std::size_t end = std::min(geometry.find(' ', at), geometry.size());
-        if (end > at)
-            names.push_back(geometry.substr(at, end - at));
-        at = end + 1;
-    }
+    Strings names = splitList(geometry, ' ');
+    std::erase(names, std::string());
     if (names.empty())
         return {};
     if (!from.supportsMultiGeom())
@@ -133,14 +146,7 @@ PageState SchemaModel::opened(const FeatureData &feature, const FormatModel &for
 {
     PageState page;
     page.format = format.name();
-    page.name = feature.featureType;
-    if (format.isDatabase()) {
-        const std::size_t dot = page.name.find('.');
-        if (dot != std::string::npos) {
-            page.user = page.name.substr(0, dot);
-            page.name = page.name.substr(dot + 1);
-        }
-    }
+    showName(page, feature.featureType, format.isDatabase());
     page.geometry = geometryOf(feature, format);
     page.fanout = feature.attribute("vyr_fanout").value_or("") == "yes";
     page.fanoutAttribute = feature.attribute("vyr_fanout_attribute").value_or("");
@@ -173,7 +179,7 @@ PageState SchemaModel::opened(const FeatureData &feature, const FormatModel &for
             page.attributes.push_back(row);
         }
     }
-    Strings exposed = feature.list("*vyr_format_attr_name");
+    Strings exposed = feature.list(kExposedNames);
     Strings everything = userAttributeNames(feature);
     everything.insert(everything.end(), exposed.begin(), exposed.end());
     Strings names = format.formatAttributeNames();
@@ -193,8 +199,8 @@ PageState SchemaModel::opened(const FeatureData &feature, const FormatModel &for
         }
         page.formatAttributes.push_back(row);
     }
-    const Strings parameterNames = feature.list("*vyr_parameter_name");
-    const Strings parameterValues = feature.list("*vyr_parameter_value");
+    const Strings parameterNames = feature.list(kParameterNames);
+    const Strings parameterValues = feature.list(kParameterValues);
     for (const Parameter &parameter : format.parameters()) {
         std::string value = parameter.defaultValue;
         if (parameterNames.size() == parameterValues.size()) {
@@ -205,17 +211,9 @@ PageState SchemaModel::opened(const FeatureData &feature, const FormatModel &for
         }
         page.parameters[parameter.name] = value;
     }
-    // A switch that turns rows on is not stored: it is on when one of its
-    // rows holds a value.
     for (const Parameter &parameter : format.parameters()) {
-        if (parameter.type != "DISABLE")
-            continue;
-        bool on = false;
-        for (const Parameter &row : format.parameters()) {
-            if (row.disabledOnly && !page.parameters[row.name].empty())
-                on = true;
-        }
-        page.parameters[parameter.name] = on ? "Yes" : "No";
+        if (parameter.type == "DISABLE")
+            page.parameters[parameter.name] = switchedRowsHoldAValue(page, format) ? "Yes" : "No";
     }
     return page;
 }
