@@ -22,12 +22,15 @@ StringList splitItems(const std::string &answer)
     return items;
 }
 
-// Pieces cut at every blank, "%" and line feed; quotes do not protect here,
-// a piece only loses quotes that enclose it whole.
+// Pieces cut at every blank, "%" and line feed outside double quotes; a
+// piece loses quotes that enclose it whole. The prompter quotes a chosen
+// name that holds a blank, which formats allow: cut inside the quotes, the
+// attribute the person chose would reach no feature type.
 StringList splitPieces(const std::string &answer)
 {
     StringList pieces;
     std::string piece;
+    bool quoted = false;
     const auto flush = [&] {
         if (piece.size() >= 2 && piece.front() == '"' && piece.back() == '"')
             piece = piece.substr(1, piece.size() - 2);
@@ -36,7 +39,9 @@ StringList splitPieces(const std::string &answer)
         piece.clear();
     };
     for (const char c : answer) {
-        if (c == ' ' || c == '%' || c == '\n')
+        if (c == '"')
+            quoted = !quoted;
+        if (!quoted && (c == ' ' || c == '%' || c == '\n'))
             flush();
         else
             piece += c;

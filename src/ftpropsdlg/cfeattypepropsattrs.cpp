@@ -301,8 +301,10 @@ void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
                   m_grid->SetRowTexts(row, texts);
                   UserAttributeTypes moved{toNarrow(name), type ? type->type : toNarrow(texts.value(m_grid->typeColumn())),
                                            type ? type->generic : std::string()};
-                  if (!name.isEmpty())
-                      moved = MoveUserAttribute(*old, *format, moved, m_grid->TakenBy(row, formatNames));
+                  moved = MoveUserAttribute(*old, *format, moved, m_grid->TakenBy(row, formatNames));
+                  // A row still without a name keeps none; its type moves all the same.
+                  if (name.isEmpty())
+                      moved.name.clear();
                   ShowMovedRow(row, moved, type.has_value());
                   return m_grid->RowTexts(row);
               });

@@ -143,8 +143,8 @@ TEST(ApplyPromptTest, readsEachAnswerByItsOwnRulesAndLeavesBadOnesEmpty)
     });
     EXPECT_EQ(selection.targets, (StringList{"land use", "roads"}));
     EXPECT_EQ(selection.generalMask, general::Dataset | general::DatabaseUser | general::AllDynamic);
-    // Quotes group nothing in attribute lists; only whole-piece quotes go.
-    EXPECT_EQ(selection.attributes, (StringList{"NAME", "LANES", "\"two", "words\"", "TOLL"}));
+    // A name the prompter quoted for its blank stays one name.
+    EXPECT_EQ(selection.attributes, (StringList{"NAME", "LANES", "two words", "TOLL"}));
     // Of two parameters with one prompt, the later one answers for it.
     EXPECT_EQ(selection.parameters, (std::set<std::string>{"COORDSYS", "CODING"}));
     EXPECT_TRUE(selection.deleteAttributes.empty());

@@ -474,9 +474,25 @@ void SchemaModel::travel(Grid grid, bool back)
     from.pop_back();
     to.push_back({m_page, step.carriedReferences});
     switch (grid) {
-    case Grid::Attributes:
+    case Grid::Attributes: {
+        const std::vector<AttributeRow> now = m_page.attributes;
         m_page.attributes = step.before.attributes;
+        // Undone or done again, a rename is a rename: what names the
+        // attribute follows it, as it followed the person's.
+        const auto holds = [](const std::vector<AttributeRow> &rows, const std::string &name) {
+            return std::ranges::any_of(rows, [&name](const AttributeRow &row) { return row.name == name; });
+        };
+        if (now.size() == m_page.attributes.size()) {
+            for (std::size_t i = 0; i < now.size(); ++i) {
+                const std::string &went = now[i].name;
+                const std::string &came = m_page.attributes[i].name;
+                if (went != came && !went.empty() && !came.empty() && !holds(m_page.attributes, went)
+                    && !holds(now, came))
+                    renameReferences(went, came);
+            }
+        }
         break;
+    }
     case Grid::FormatAttributes:
         m_page.formatAttributes = step.before.formatAttributes;
         break;
