@@ -164,21 +164,27 @@ void CAttrTypeGrid::OnCellChange(int column, long row, ug::TextSource source)
     const AttrTypeTemplate *typeTemplate = column == m_typeColumn ? TemplateOf(text) : nullptr;
     if (typeTemplate)
         SetUpArgumentCells(row, typeTemplate, source != ug::TextRestored);
-    if (column == m_typeColumn && !typeTemplate && source == ug::TextPasted && !text.isEmpty()) {
-        // Its arguments may come later in the pasted line, into cells that
-        // take any text: mapped once the whole paste is in.
-        for (int argument = 0; argument < 2; ++argument) {
-            const int argumentAt = argumentColumn(argument);
-            CUGCell cell;
-            GetColumnDefault(argumentAt, cell);
-            cell.setText(QString());
-            SetCell(argumentAt, row, cell);
-            EnableCell(argumentAt, row, true);
-        }
-        m_pastedTypeRows.push_back(row);
-        return;
+    if (!TakePastedType(column, row, source))
+        SpreadChoice(column, row, source);
+}
+
+bool CAttrTypeGrid::TakePastedType(int column, long row, ug::TextSource source)
+{
+    const QString text = GetCellString(row, column);
+    if (column != m_typeColumn || source != ug::TextPasted || text.isEmpty() || TemplateOf(text))
+        return false;
+    // Its arguments may come later in the pasted line, into cells that
+    // take any text: mapped once the whole paste is in.
+    for (int argument = 0; argument < 2; ++argument) {
+        const int argumentAt = argumentColumn(argument);
+        CUGCell cell;
+        GetColumnDefault(argumentAt, cell);
+        cell.setText(QString());
+        SetCell(argumentAt, row, cell);
+        EnableCell(argumentAt, row, true);
     }
-    SpreadChoice(column, row, source);
+    m_pastedTypeRows.push_back(row);
+    return true;
 }
 
 int CAttrTypeGrid::StoreUserText(int column, long row, const QString &text, ug::TextSource source)
@@ -186,7 +192,10 @@ int CAttrTypeGrid::StoreUserText(int column, long row, const QString &text, ug::
     UndoStep step(*this);
     const bool same = GetCellText(column, row) == text;
     const int result = CVVyrGrid::StoreUserText(column, row, text, source);
-    if (result == ug::Success && same)
+    // A text the cell held already changes nothing, and nothing hears of
+    // it; yet a pasted type is mapped (or said to be unmapped) however the
+    // row came by it - a new row takes the type of the row above.
+    if (result == ug::Success && same && !TakePastedType(column, row, source))
         SpreadChoice(column, row, source);
     return result;
 }

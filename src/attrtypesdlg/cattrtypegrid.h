@@ -110,6 +110,10 @@ protected:
 private:
     // Gives what a person chose in `row` to the other selected rows.
     void SpreadChoice(int column, long row, ug::TextSource source);
+    // A pasted type no template names waits, with its argument cells
+    // opened to any text, to be mapped once the paste is in; false for any
+    // other text.
+    bool TakePastedType(int column, long row, ug::TextSource source);
     // Whether `row`'s type takes, in argument `column`, a value of the kind
     // that `source`'s type takes there; true for the other columns.
     bool TakesArgumentOf(long row, int column, long source);

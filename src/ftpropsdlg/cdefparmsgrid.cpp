@@ -53,7 +53,27 @@ bool ruleOnFor(const std::string &storedOrShown)
     return storedOrShown != kNo && storedOrShown != LocalizeText(kNo);
 }
 
+bool isChoice(const GuiParameterLine &parameter)
+{
+    return typeIs(parameter, "CHOICE") || typeIs(parameter, "DISABLE");
+}
+
+StringList choicesOf(const GuiParameterLine &parameter)
+{
+    return typeIs(parameter, "DISABLE") ? StringList{kYes, kNo} : parameter.choices;
+}
+
 } // namespace
+
+QStringList CDefParmsGrid::ChoiceEntries(const GuiParameterLine &parameter)
+{
+    QStringList entries;
+    for (const std::string &choice : choicesOf(parameter))
+        entries.append(localized(choice));
+    if (parameter.optional && typeIs(parameter, "CHOICE"))
+        entries.append(QString());
+    return entries;
+}
 
 bool TurnedOnBySwitch(const GuiParameterLine &parameter)
 {
@@ -110,13 +130,10 @@ long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &
     cell.setCellType(0);
     if (typeIs(parameter, "INTEGER")) {
         cell.setMask(QStringLiteral("##########"));
-    } else if (typeIs(parameter, "CHOICE") || typeIs(parameter, "DISABLE")) {
-        const StringList choices = typeIs(parameter, "DISABLE") ? StringList{kYes, kNo} : parameter.choices;
-        QStringList entries;
+    } else if (isChoice(parameter)) {
         std::map<QString, std::string> stored;
-        for (const std::string &choice : choices) {
+        for (const std::string &choice : choicesOf(parameter)) {
             const QString entry = localized(choice);
-            entries.append(entry);
             if (entry != fromNarrow(choice))
                 stored.emplace(entry, choice);
             // Only a value among the choices is shown translated, so that
@@ -124,10 +141,8 @@ long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &
             if (choice == value)
                 shown = entry;
         }
-        if (parameter.optional && typeIs(parameter, "CHOICE"))
-            entries.append(QString());
         cell.setCellType(DropListTypeId());
-        cell.setLabel(dropListLabel(entries));
+        cell.setLabel(dropListLabel(ChoiceEntries(parameter)));
         if (!stored.empty())
             m_storedChoices[parameter.name] = std::move(stored);
     } else if (typeIs(parameter, "ATTR")) {
@@ -251,7 +266,32 @@ void CDefParmsGrid::OnCellChange(int column, long row, ug::TextSource source)
 QString CDefParmsGrid::OnCheckText(int column, long row, const QString &text)
 {
     const GuiParameterLine *parameter = ParameterOf(ParameterNameOf(row));
-    if (column != kValueColumn || !parameter || !typeIs(*parameter, "INTEGER"))
+    if (column != kValueColumn || !parameter)
+        return CVVyrGrid::OnCheckText(column, row, text);
+    // A list's cell takes only its entries, however the text comes (a
+    // paste, a replace); what it holds already stays, so a value read from
+    // the file that is none of them is kept as it came.
+    if (isChoice(*parameter)) {
+        const QStringList entries = ChoiceEntries(*parameter);
+        if (entries.contains(text) || text == GetCellString(row, column))
+            return {};
+        QStringList quoted;
+        for (const QString &entry : entries)
+            if (!entry.isEmpty())
+                quoted.append(u'"' + entry + u'"');
+        return formatResourceString(res::ChoiceRequired, {LocalizedPrompt(*parameter), quoted.join(QStringLiteral(", "))});
+    }
+    if (typeIs(*parameter, "ATTR")) {
+        // Without a page of attributes there is nothing to hold it to.
+        if (!(m_dialog && m_dialog->attributesPage()) || (text.isEmpty() && parameter->optional)
+            || text == GetCellString(row, column))
+            return {};
+        for (const std::string &name : attributeNames())
+            if (fromNarrow(name) == text)
+                return {};
+        return formatResourceString(res::AttributeChoiceRequired, {LocalizedPrompt(*parameter), text});
+    }
+    if (!typeIs(*parameter, "INTEGER"))
         return CVVyrGrid::OnCheckText(column, row, text);
     if (text.isEmpty() && parameter->optional)
         return {};

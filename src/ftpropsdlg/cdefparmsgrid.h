@@ -93,6 +93,9 @@ public:
 
     // The localised prompt and help text of a parameter.
     static QString LocalizedPrompt(const GuiParameterLine &parameter);
+    // The drop list of a CHOICE or DISABLE parameter as shown: its choices
+    // localised, and an empty entry for an optional CHOICE.
+    static QStringList ChoiceEntries(const GuiParameterLine &parameter);
     QString HelpTextOf(long row) const;
 
     // ATTR: the user attributes page's names, and an empty entry for an
@@ -107,7 +110,9 @@ protected:
     using CVVyrGrid::OnGetChoices;
     void OnGridInit() override;
     void OnCellChange(int column, long row, ug::TextSource source) override;
-    // An INTEGER holds a whole number (or nothing, when it is optional).
+    // An INTEGER holds a whole number, a CHOICE or DISABLE one of its
+    // entries, an ATTR the name of an attribute on the attributes page (or
+    // nothing, when it is optional).
     QString OnCheckText(int column, long row, const QString &text) override;
     // ATTRLIST, ATTRLIST_COMMAS and ICONPICK.
     int OnBrowse(int column, long row) override;

@@ -179,6 +179,13 @@ bool CFeatTypePropsAttrs::ValidatePage()
                               formatResourceString(res::AttributeArgumentRequired,
                                                    {name, m_grid->GetCellText(column, -1), typeName}));
         }
+        // Whatever the checks above let through, a row whose type cannot be
+        // written is refused here rather than left out by the write.
+        if (!RowTypeTexts(row)) {
+            return Refuse(row, typeColumn,
+                          formatResourceString(res::UnknownAttributeType,
+                                               {name, fromNarrow(m_format->getFormatName()), typeName}));
+        }
     }
     // Names a writer's rules did not make distinct (a reader's, which are
     // taken as typed): two rows of one name would be written as one.
@@ -279,6 +286,9 @@ void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
         m_format = format;
         return;
     }
+    // The grid's history starts afresh with the rows in the new format's
+    // words: a step taken in the old one's would undo into types and names
+    // the new format does not have. Moving back brings the rows back.
     // What every row is in the old format, before the grid forgets it.
     const long rows = m_grid->attributeRowCount();
     std::vector<QStringList> oldTexts;

@@ -190,6 +190,11 @@ void CFeatTypePropsGeneral::ChangeFormat(const FTPropsFormatInfo *format)
                 return QStringList{fromNarrow(geometryValue())};
             });
         FillGeometry(format, toNarrow(geometry.value(0)));
+    } else {
+        // No generic name leads from one format's geometry to the other's:
+        // the new format's list shows none chosen, for OK to ask for one,
+        // rather than keep a geometry in the words of the format left.
+        FillGeometry(format, std::string());
     }
 }
 

@@ -301,6 +301,20 @@ void CFeatTypePropsGeneralDest::EditDynamicSettings()
     ShowDynamicSummary();
 }
 
+bool CFeatTypePropsGeneralDest::FanoutAttributeGone() const
+{
+    if (m_fanoutAttribute->currentIndex() < 0)
+        return false;
+    const std::string chosen = toNarrow(m_fanoutAttribute->currentText());
+    const StringList names = m_dialog->PageAttributeNames();
+    if (std::find(names.begin(), names.end(), chosen) != names.end()
+        || std::find(m_extraFanoutNames.begin(), m_extraFanoutNames.end(), chosen) != m_extraFanoutNames.end())
+        return false;
+    // Under dynamic schema fan-out may name an attribute the schema sources
+    // bring, which no page shows; one the pages had is gone all the same.
+    return m_fanoutAttribute->isEnabled() || !m_dynamic->isChecked() || m_dialog->WasAttribute(chosen);
+}
+
 bool CFeatTypePropsGeneralDest::ValidatePage()
 {
     if (!CFeatTypePropsGeneral::ValidatePage())
@@ -311,14 +325,12 @@ bool CFeatTypePropsGeneralDest::ValidatePage()
         return Refuse(res::GeometryRequired, m_geometry.orStandIn());
     if (m_fanout->isChecked() && m_fanoutAttribute->currentIndex() < 0)
         return Refuse(res::FanoutAttributeRequired, m_fanoutAttribute.orStandIn());
-    if (m_fanout->isChecked() && m_fanoutAttribute->isEnabled()) {
-        // An attribute deleted, or no longer exposed, since it was chosen.
-        const std::string chosen = toNarrow(m_fanoutAttribute->currentText());
-        const StringList names = m_dialog->PageAttributeNames();
-        if (std::find(names.begin(), names.end(), chosen) == names.end()
-            && std::find(m_extraFanoutNames.begin(), m_extraFanoutNames.end(), chosen) == m_extraFanoutNames.end())
-            return Refuse(formatResourceString(res::FanoutAttributeGone, {fromNarrow(chosen)}),
-                          m_fanoutAttribute.orStandIn());
+    if (m_fanout->isChecked() && m_format->supportsFeatTypeFanout() && FanoutAttributeGone()) {
+        // Under dynamic schema the list is out of reach: the way back to it
+        // starts at the dynamic schema box.
+        QWidget *place = m_fanoutAttribute->isEnabled() ? static_cast<QWidget *>(m_fanoutAttribute.orStandIn())
+                                                        : m_dynamic.orStandIn();
+        return Refuse(formatResourceString(res::FanoutAttributeGone, {m_fanoutAttribute->currentText()}), place);
     }
     if (m_dynamic->isChecked() && !m_dialog->additionalFormats().empty() && m_schemaSourcesDisplay->text().isEmpty())
         return Refuse(res::SchemaSourceRequired, m_chooseSchemaSources.orStandIn());
@@ -336,12 +348,9 @@ void CFeatTypePropsGeneralDest::WriteToSchema(FTPropsSchemaInfo &target, unsigne
         target.setFanout(m_fanout->isChecked() && targetFormat->supportsFeatTypeFanout());
         if (m_fanoutAttribute->currentIndex() >= 0) {
             // Off, fan-out may name an attribute that is gone; it is cleared
-            // rather than left naming nothing.
-            const std::string chosen = toNarrow(m_fanoutAttribute->currentText());
-            const StringList names = m_dialog->PageAttributeNames();
-            const bool present = std::find(names.begin(), names.end(), chosen) != names.end()
-                || std::find(m_extraFanoutNames.begin(), m_extraFanoutNames.end(), chosen) != m_extraFanoutNames.end();
-            target.setFanoutAttribute(present ? chosen : std::string());
+            // rather than left naming nothing (on, OK refused it).
+            target.setFanoutAttribute(FanoutAttributeGone() ? std::string()
+                                                             : toNarrow(m_fanoutAttribute->currentText()));
         }
     }
     if ((mask & general::Geometry) && !m_dynamic->isChecked()) {

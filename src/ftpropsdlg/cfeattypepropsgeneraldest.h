@@ -31,6 +31,9 @@ public:
     CFeatTypePropsGeneralDest(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format, CFeatTypePropsDlg *dialog);
 
     bool ValidatePage() override;
+    // The chosen fan-out attribute is one no page has any longer (deleted,
+    // renamed away or no longer exposed).
+    bool FanoutAttributeGone() const;
     void WriteToSchema(FTPropsSchemaInfo &target, unsigned mask) override;
     void ChangeFormat(const FTPropsFormatInfo *format) override;
     void FillGeometry(const FTPropsFormatInfo *format, const std::string &geometry) override;

@@ -178,9 +178,6 @@ int CUGCtrl::WriteUserText(int column, long row, const QString &text, ug::TextSo
 int CUGCtrl::WriteCheckedText(int column, long row, const QString &text, ug::TextSource source,
                               const CUGCell &resolved)
 {
-    if (resolved.isSet(CUGCell::Mask) && !resolved.mask().isEmpty()
-        && MaskedText(resolved.mask(), text).value() != text)
-        return ug::Refused;
     // The checks may change a character; the text is copied only then.
     QString verified = text;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -191,8 +188,13 @@ int CUGCtrl::WriteCheckedText(int column, long row, const QString &text, ug::Tex
         if (character != text[i])
             verified[i] = character;
     }
+    // The end-of-edit hooks before the mask: they can say why a text does
+    // not fit, where the mask only refuses it.
     if (!m_info.dataSource->OnEditFinish(column, row, nullptr, verified, false)
         || !OnEndEdit(column, row, nullptr, verified, false))
+        return ug::Refused;
+    if (resolved.isSet(CUGCell::Mask) && !resolved.mask().isEmpty()
+        && MaskedText(resolved.mask(), verified).value() != verified)
         return ug::Refused;
     return StoreUserText(column, row, verified, source) == ug::Success ? ug::Success : ug::Refused;
 }

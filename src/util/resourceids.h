@@ -128,7 +128,9 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61288, ApplyNoOthers)                                                                                    \
     X(String, 61289, TypeKeptAsGeneric)                                                                                \
     X(String, 61290, WholeNumberOrEmptyRequired)                                                                       \
-    X(String, 61291, AttributeNameRepeated)
+    X(String, 61291, AttributeNameRepeated)                                                                            \
+    X(String, 61292, ChoiceRequired)                                                                                   \
+    X(String, 61293, AttributeChoiceRequired)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;

@@ -159,6 +159,26 @@ private slots:
         QCOMPARE(result.refusalMessages.value(0), resourceText("33051"));
     }
 
+    // Under dynamic schema the fan-out list is out of reach, yet an
+    // attribute deleted from the page is gone all the same: OK says so
+    // rather than saving fan-out on with no attribute.
+    void okRefusesAFanoutAttributeDeletedUnderDynamicSchema()
+    {
+        const Action dynamic = custom(
+            "General: tick Dynamic Schema",
+            [](DialogDriver &d) {
+                QWidget *box = d.control("dynamicCheck");
+                if (box && d.showPageOf(box))
+                    d.click(box);
+            },
+            false);
+        const SessionResult result = check(on("schemas/shapefile-roads.json",
+                                              {act(ActionKind::TurnFanoutOn, "LANES"),
+                                               act(ActionKind::DeleteAttributes, {}, 1), dynamic}));
+        QVERIFY2(result.refused, "fan-out was saved naming a deleted attribute");
+        QCOMPARE(result.refusalMessages.value(0), resourceText("61285").replace(QStringLiteral("%1"), QStringLiteral("LANES")));
+    }
+
     // Sessions that each pin one rule, grouped by rule; the model checks
     // what each shows and saves.
     void namedSessionsSaveWhatTheModelPredicts_data()
@@ -239,9 +259,22 @@ private slots:
         Action colour = act(ActionKind::OpenColourUnchanged);
         colour.name = "HEADER_COLOR";
         addRow("kind: a colour confirmed unchanged", on("schemas/xlsx-inventory.json", {colour}));
-        addRow("kind: a pasted integer parameter",
-               on("schemas/xlsx-inventory.json",
-                  {custom("Parameters: paste \"12abc\" into Column Width", pasteIntoWidth)}, EndingKind::Cancel));
+        // A parameter's cell holds a value of its kind after a paste: the
+        // pasted text is refused and the cell keeps what it held.
+        const struct
+        {
+            const char *file, *prompt, *pasted;
+        } pastes[] = {
+            {"schemas/xlsx-inventory.json", "Column Width", "12abc"},
+            {"schemas/xlsx-inventory.json", "Copy Formatting from a Template", "Maybe"},
+            {"schemas/postgres-roads.json", "Table Handling", "bogus"},
+            {"schemas/postgres-roads.json", "Cluster on Column", "NO_SUCH_COLUMN"},
+        };
+        for (const auto &paste : pastes) {
+            const std::string what = std::string("Parameters: paste \"") + paste.pasted + "\" into " + paste.prompt;
+            addRow(("kind: " + what).c_str(),
+                   on(paste.file, {custom(what, pasteIntoParameter(paste.prompt, paste.pasted))}, EndingKind::Cancel));
+        }
         addRow(
             "kind: a pasted name with a control character",
             on(roads, {custom("User Attributes: paste a name with a bell character", pasteBell)}, EndingKind::Cancel));
@@ -268,6 +301,11 @@ private slots:
         addRow("selection: a width", on(roads, {argument(0, 0, "12", 2)}));
         addRow("selection: decimals", on(roads, {act(ActionKind::ChooseType, "number", 2, 2), argument(2, 1, "3", 2)}));
         addRow("selection: a width beside domains", on("schemas/geopackage-landuse.json", {argument(0, 0, "40", 3)}));
+
+        // A pasted type the format has no word for is said to be unmapped,
+        // also when the row already showed it, taken from the row above.
+        addRow("paste: an unmapped type the new row took from the row above",
+               on(roads, {paste({{"EXTRA", "jsonb"}}), paste({{"MORE", "jsonb"}})}));
 
         // OK after no visible change leaves every example file byte for
         // byte: also after a move there and back, with two attributes whose
@@ -377,22 +415,28 @@ private slots:
     }
 
 private:
-    // Pastes "12abc" into Column Width: an integer parameter holds digits
-    // or nothing afterwards.
-    static void pasteIntoWidth(DialogDriver &d)
+    // Pastes `text` into the parameter prompted `prompt`: the cell must
+    // refuse it and keep what it held.
+    static std::function<void(DialogDriver &)> pasteIntoParameter(const char *prompt, const char *text)
     {
-        QApplication::clipboard()->setText(QStringLiteral("12abc"));
-        QWidget *grid = d.control("parameterGrid");
-        for (int row = 0; row < d.rowCount(grid); ++row) {
-            if (d.cell(grid, row, 0) != d.localised("Column Width") || !d.gotoCell(grid, row, 1))
-                continue;
-            d.key(Qt::Key_V, Qt::ControlModifier);
-            bool number = false;
-            const QString value = d.cell(grid, row, 1);
-            value.toLongLong(&number);
-            if (!number && !value.isEmpty())
-                d.finding(QStringLiteral("Column Width holds \"%1\" after a paste").arg(value));
-        }
+        return [prompt, text](DialogDriver &d) {
+            QApplication::clipboard()->setText(QString::fromUtf8(text));
+            QWidget *grid = d.control("parameterGrid");
+            for (int row = 0; row < d.rowCount(grid); ++row) {
+                if (d.cell(grid, row, 0) != d.localised(prompt) || !d.gotoCell(grid, row, 1))
+                    continue;
+                const QString before = d.cell(grid, row, 1);
+                d.key(Qt::Key_V, Qt::ControlModifier);
+                const QString after = d.cell(grid, row, 1);
+                if (after != before)
+                    d.finding(QStringLiteral("%1 holds \"%2\" after a paste").arg(QString::fromUtf8(prompt), after));
+                else if (d.watcher().messages().empty())
+                    d.finding(QStringLiteral("the paste into %1 was refused without a word").arg(QString::fromUtf8(prompt)));
+                d.watcher().clearMessages();
+                return;
+            }
+            d.finding(QStringLiteral("no row %1").arg(QString::fromUtf8(prompt)));
+        };
     }
 
     // Pastes a row whose name holds a bell character into the new row: no
