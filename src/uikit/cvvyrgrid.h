@@ -31,6 +31,7 @@
 #include <QColor>
 #include <QStringList>
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -298,6 +299,11 @@ private:
     void redoChanges(const GridStep &step);
     void restoreRows(long row, const StoredRows &rows);
     void restoreText(int column, long row, const QString &text);
+    // Tells the subclass of each cell a replay changed, once, with the text
+    // it held before: a step may pass a cell through texts nobody saw (a
+    // typed name, then its legal form), and telling those would rename what
+    // another row is called.
+    void tellReplacedCells();
     // Whether the check refuses `text` for the cell; the user is told, or
     // the reason kept to tell after a batch.
     bool refuses(int column, long row, const QString &text);
@@ -333,6 +339,14 @@ private:
     int m_colourId = -1;
     GridHistory m_history;
     bool m_replaying = false;
+    struct ReplacedCell
+    {
+        int column;
+        long row;
+        QString before;
+    };
+    std::vector<ReplacedCell> m_replacedCells;
+    std::map<std::pair<long, int>, std::size_t> m_replacedAt;
     int m_uniqueColumn = -1;
     unsigned m_repeatMessage = 0;
     int m_collectingRefusals = 0;

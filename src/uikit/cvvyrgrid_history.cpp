@@ -8,6 +8,8 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
+#include <utility>
+
 namespace vyr {
 
 CVVyrGrid::UndoStep::UndoStep(CVVyrGrid &grid)
@@ -95,8 +97,17 @@ void CVVyrGrid::restoreText(int column, long row, const QString &text)
     const QString before = GetCellText(column, row);
     SetCellText(column, row, text);
     OnCellChange(column, row, ug::TextRestored);
-    if (text != before)
-        OnCellTextReplaced(column, row, before);
+    if (text != before && m_replacedAt.emplace(std::pair(row, column), m_replacedCells.size()).second)
+        m_replacedCells.push_back({column, row, before});
+}
+
+void CVVyrGrid::tellReplacedCells()
+{
+    m_replacedAt.clear();
+    for (const ReplacedCell &cell : std::exchange(m_replacedCells, {})) {
+        if (cell.row < GetRowCount() && GetCellText(cell.column, cell.row) != cell.before)
+            OnCellTextReplaced(cell.column, cell.row, cell.before);
+    }
 }
 
 void CVVyrGrid::replay(const GridStep &step, bool undoing)
@@ -107,6 +118,7 @@ void CVVyrGrid::replay(const GridStep &step, bool undoing)
         undoChanges(step);
     else
         redoChanges(step);
+    tellReplacedCells();
     EndBatch();
     m_replaying = false;
     // Back where the step began, or as near as the rows allow.
@@ -128,6 +140,7 @@ void CVVyrGrid::undoChanges(const GridStep &step)
     };
     for (auto change = step.changes.rbegin(); change != step.changes.rend(); ++change) {
         if (change->kind == GridChange::RowsInserted) {
+            tellReplacedCells();
             if (pendingCount == 0 || change->row + change->count != pendingRow)
                 flush();
             pendingRow = change->row;
@@ -137,6 +150,9 @@ void CVVyrGrid::undoChanges(const GridStep &step)
         if (change->kind == GridChange::Text && change->removedByUndo)
             continue;
         flush();
+        // Rows move under what was told so far.
+        if (change->kind != GridChange::Text)
+            tellReplacedCells();
         switch (change->kind) {
         case GridChange::Text:
             restoreText(change->column, change->row, change->before);
@@ -176,6 +192,8 @@ void CVVyrGrid::restoreRows(long row, const StoredRows &rows)
 void CVVyrGrid::redoChanges(const GridStep &step)
 {
     for (const GridChange &change : step.changes) {
+        if (change.kind != GridChange::Text)
+            tellReplacedCells();
         switch (change.kind) {
         case GridChange::Text:
             restoreText(change.column, change.row, change.after);

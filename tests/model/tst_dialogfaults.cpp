@@ -249,6 +249,12 @@ private slots:
         addRow("references: fan-out offers a renamed attribute",
                on(roads, {act(ActionKind::RenameAttribute, "KIND", 0), act(ActionKind::TurnFanoutOn, "KIND"),
                           custom("General: open and close the fan-out list", reopenFanoutList, false)}));
+        // Undoing a rename to a taken name (made unique as it was typed)
+        // renames back only the attribute renamed, not the one whose name
+        // was typed on the way.
+        addRow("references: a rename to a taken name undone",
+               on("schemas/xlsx-inventory.json",
+                  {act(ActionKind::RenameAttribute, "Checked", 1), history(ActionKind::Undo, Grid::Attributes)}));
         addRow("references: a column parameter follows a rename",
                on("schemas/postgres-parcels.json", {act(ActionKind::RenameAttribute, "recorded", 3)}));
         addRow("references: a column parameter after a delete",
