@@ -557,7 +557,9 @@ std::vector<Refusal> SchemaModel::refusals() const
                 continue;
             const TypeTemplate *type = current.types().nativeTemplate(row.cells.type);
             if (!type) {
-                if (!(row.fromFile() && row.cells.type == row.originCells.type))
+                // Only the file's own type, untouched and in the format the
+                // file was written for, is saved as it came.
+                if (!(row.typeAsOpened() && m_page.format == m_opened.format))
                     reasons.push_back({"the type " + row.cells.type + " of " + row.name + " is not the format's",
                                        row.name, {}});
                 continue;
