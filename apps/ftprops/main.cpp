@@ -117,8 +117,11 @@ int main(int argc, char *argv[])
                                   QStringLiteral("N"));
     parser.addOptions({edit, screenshot, accept, page});
     vyr::processCommandLine(parser, QCoreApplication::arguments());
-    if (parser.positionalArguments().size() != 1)
-        parser.showHelp(2);
+    if (parser.positionalArguments().size() != 1) {
+        // Bad usage goes to standard error, where a script looks for why.
+        std::fprintf(stderr, "vyr-ftprops: give one workspace file\n%s", qPrintable(parser.helpText()));
+        return 2;
+    }
 
     bool pageRead = true;
     const Automation automation{parser.value(screenshot), parser.isSet(accept),

@@ -43,8 +43,8 @@ int runDialogCommand(std::string_view command, std::span<const std::string_view>
     else
         dialog = std::make_unique<vyr::CVyrDialog>(templateId, 0, true, std::string(), nullptr,
                                                    vyr::DialogMode::ModeModal);
+    // These dialogs give back nothing but how they ended, which the exit
+    // status says.
     const DialogOutcome outcome = runToolDialog(*dialog, options, name.c_str());
-    if (outcome == DialogOutcome::Accepted || outcome == DialogOutcome::Cancelled)
-        std::printf("%d\n", outcome == DialogOutcome::Accepted ? vyr::kEndOk : vyr::kEndCancel);
     return outcome == DialogOutcome::Cancelled ? 0 : exitStatus(outcome);
 }

@@ -3,6 +3,7 @@
 
 #include "uikit/application.h"
 #include "uikit/cvyrdialog.h"
+#include "uikit/headless.h"
 #include "uikit/screenshotfile.h"
 #include "uikit/unattendedrun.h"
 
@@ -22,6 +23,7 @@ bool startDialogApplication(const DialogOptions &options, const char *command)
 {
     if (options.accept || !options.screenshot.empty())
         vyr::drawOffscreenWithoutDisplay();
+    vyr::ensureRuntimeFolder();
     if (vyr::ensureApplication())
         return true;
     std::fprintf(stderr, "vyrtool %s: no window can be shown here; --accept or --screenshot run without a display\n",

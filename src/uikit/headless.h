@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <cstddef>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -74,6 +75,27 @@ inline void drawOffscreenWithoutDisplay()
     }
 }
 
+// Qt wants a private runtime folder and complains on standard error when
+// the session gave none (a service, a container, su): the process gets one
+// of its own, private from the start, that goes when it ends. Takes effect
+// only before the application object exists.
+inline void ensureRuntimeFolder()
+{
+    const char *given = std::getenv("XDG_RUNTIME_DIR");
+    if (given && *given)
+        return;
+    std::error_code failed;
+    std::string path = (std::filesystem::temp_directory_path(failed) / "vyr-runtime-XXXXXX").string();
+    if (failed || !::mkdtemp(path.data()))
+        return;
+    setenv("XDG_RUNTIME_DIR", path.c_str(), 1);
+    static const std::string made = path;
+    std::atexit([] {
+        std::error_code ignored;
+        std::filesystem::remove_all(made, ignored);
+    });
+}
+
 // Whether the command line asks for a run that ends by itself: --accept,
 // --help, --version, or --screenshot with a file to write.
 inline bool endsByItself(int argc, char *argv[])
@@ -102,6 +124,7 @@ inline bool prepareHeadlessRun(int argc, char *argv[])
     if (!windowsHaveAPlace() && !endsByItself(argc, argv))
         return false;
     drawOffscreenWithoutDisplay();
+    ensureRuntimeFolder();
     return true;
 }
 
