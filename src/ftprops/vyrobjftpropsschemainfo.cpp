@@ -131,12 +131,24 @@ struct PairValues
         values.resize(kept);
         return true;
     }
-    // The pair of `name` at the end of both lists, whatever they held.
+    // The pair of `name` at the end of both lists.
     void set(const std::string &name, const std::string &value)
     {
+        dropIfInconsistent();
         remove(name);
         names.push_back(name);
         values.push_back(value);
+    }
+    // Lists that do not pair up were never read (every name answered its
+    // default), and appending to both would pair later names with earlier
+    // values. A write starts from no pairs instead, so what is stored is
+    // what every reader saw, plus what is written.
+    void dropIfInconsistent()
+    {
+        if (names.size() != values.size()) {
+            names.clear();
+            values.clear();
+        }
     }
 };
 
@@ -277,7 +289,8 @@ void VYRObjFTPropsSchemaInfo::writeUserAttribute(const UserAttributeTypes &attri
         else if (generic != stored)
             m_feature.setAttribute(name.c_str(), generic.c_str());
     };
-    if (exists && (attribute.generic.empty() || attribute.generic == stored) && getAttributeType(name) == attribute.type) {
+    if (exists && (attribute.generic.empty() || attribute.generic == stored)
+        && getAttributeType(name) == attribute.type) {
         place(stored);
         return;
     }
@@ -434,47 +447,34 @@ std::map<std::string, std::string> VYRObjFTPropsSchemaInfo::getParameters(const 
 void VYRObjFTPropsSchemaInfo::setParameters(const std::vector<std::pair<std::string, std::string>> &values)
 {
     PairValues pairs{readList(kParameterNames), readList(kParameterValues)};
+    pairs.dropIfInconsistent();
     bool changed = false;
-    if (pairs.names.size() != pairs.values.size()) {
-        // Pairs that do not match are never removed, only added to: name by
-        // name, as setParameter does.
-        for (const auto &[name, value] : values) {
-            if (isUnstoredParameter(name)) {
-                changed = pairs.remove(name) || changed;
-            } else {
-                pairs.set(name, value);
-                changed = true;
-            }
-        }
-    } else {
-        // What setting them one by one leaves, in one pass: the pairs of
-        // names not given keep their order, and each name given ends up
-        // where its last setting put it, at the end, or nowhere when that
-        // removed it.
-        std::unordered_map<std::string_view, std::size_t> last;
-        for (std::size_t i = 0; i < values.size(); ++i)
-            last[values[i].first] = i;
-        PairValues result;
-        for (std::size_t i = 0; i < pairs.names.size(); ++i) {
-            if (last.contains(pairs.names[i])) {
-                changed = true;
-                continue;
-            }
-            result.names.push_back(std::move(pairs.names[i]));
-            result.values.push_back(std::move(pairs.values[i]));
-        }
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            const auto &[name, value] = values[i];
-            if (last.at(name) != i || isUnstoredParameter(name))
-                continue;
-            result.names.push_back(name);
-            result.values.push_back(value);
+    // What setting them one by one leaves, in one pass: the pairs of
+    // names not given keep their order, and each name given ends up
+    // where its last setting put it, at the end, or nowhere when that
+    // removed it.
+    std::unordered_map<std::string_view, std::size_t> last;
+    for (std::size_t i = 0; i < values.size(); ++i)
+        last[values[i].first] = i;
+    PairValues result;
+    for (std::size_t i = 0; i < pairs.names.size(); ++i) {
+        if (last.contains(pairs.names[i])) {
             changed = true;
+            continue;
         }
-        pairs = std::move(result);
+        result.names.push_back(std::move(pairs.names[i]));
+        result.values.push_back(std::move(pairs.values[i]));
+    }
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const auto &[name, value] = values[i];
+        if (last.at(name) != i || isUnstoredParameter(name))
+            continue;
+        result.names.push_back(name);
+        result.values.push_back(value);
+        changed = true;
     }
     if (changed)
-        writeLists({kParameterNames, kParameterValues}, pairs.names, pairs.values);
+        writeLists({kParameterNames, kParameterValues}, result.names, result.values);
 }
 
 StringList VYRObjFTPropsSchemaInfo::geometryFamily(const std::string &prefix) const

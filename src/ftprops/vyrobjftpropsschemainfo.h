@@ -130,6 +130,9 @@ private:
     void writeUserAttribute(const UserAttributeTypes &attribute, bool last);
     // An attribute came or went: the names must be read again.
     void attributesChanged() { m_namesInUpdate.reset(); }
+    // A pair list whose two lists differ in length reads as no pairs:
+    // removing from it leaves it as it is, setting an entry replaces it
+    // with that one pair.
     void removeEntry(PairLists lists, const std::string &name);
     void setEntry(PairLists lists, const std::string &name, const std::string &value);
     // Whether a parameter is part of the format's prompt rather than a value

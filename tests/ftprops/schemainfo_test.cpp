@@ -204,7 +204,10 @@ TEST_F(SchemaInfoTest, ParametersKeepOnePairAtTheEnd)
     setList("*vyr_parameter_value", {"first"});
     EXPECT_EQ(m_schema->getParameter("P"), "") << "inconsistent lists give the default";
     m_schema->setParameter("Q", "new");
-    EXPECT_EQ(list("*vyr_parameter_name"), (StringList{"P", "Q", "P", "Q"})) << "appended to the lists as they are";
+    // Appending to both would pair the new name with "first"'s neighbour.
+    EXPECT_EQ(list("*vyr_parameter_name"), (StringList{"Q"})) << "lists that never paired up start afresh";
+    EXPECT_EQ(list("*vyr_parameter_value"), (StringList{"new"}));
+    EXPECT_EQ(m_schema->getParameter("Q"), "new");
 }
 
 // The bulk reads and writes the parameters page uses answer and write what
