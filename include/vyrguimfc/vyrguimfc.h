@@ -4,6 +4,18 @@
  *
  * Every function runs on the caller's thread and returns when its work is
  * done. No other symbol of the library is visible.
+ *
+ * Threads: the codecs and the component server entry points may be called
+ * from any thread. The functions that show a window (the dialogs, the
+ * pickers, VYRNativeParentWindow) run only on the thread of the process's Qt
+ * application or, when there is none yet, on the main thread (where the
+ * library makes one). Called from any other thread they show nothing and
+ * answer false (null) at once, with the reason on standard error.
+ *
+ * Parent windows: `parentWindow` is null, a QWidget of the process's Qt
+ * application, or what VYRNativeParentWindow answered. Any other value, such
+ * as a window id, is refused (false, with the reason on standard error); it
+ * is never dereferenced.
  */
 #ifndef VYRGUIMFC_H
 #define VYRGUIMFC_H
@@ -57,7 +69,7 @@ VYRGUIMFC_API void VYRWWJDDecode(VYRStringHandle text);
  * attributes hold its schema; `formatCapabilities` describes what its
  * format allows (comma-separated KEY,VALUE pairs, double quotes around a
  * value holding a comma; empty: every key takes its default). `parentWindow`
- * is the owner, a QWidget pointer, or null.
+ * is the owner (see Parent windows above), or null.
  *
  * Runs the dialog modally. On OK the edited schema is written into
  * `schemaFeature` and the result is true (also when nothing was changed).
@@ -114,7 +126,7 @@ VYRGUIMFC_API bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFe
  * installation directory. `location` holds the path the picker starts at
  * (only its first 259 bytes are used) and, on success, the chosen path.
  * With `mustExist` false the user may also name a new geodatabase, which is
- * not created. `parentWindow` is the owner, a QWidget pointer, or null. The
+ * not created. `parentWindow` is the owner (see Parent windows), or null. The
  * first and fourth arguments are not used. The result is true when the user
  * chose a geodatabase; false when the picker was cancelled or the library or
  * its function is missing, and `location` then keeps its text.
@@ -130,6 +142,19 @@ VYRGUIMFC_API bool VYREsriGeoDBDlg(int unused1, VYRStringHandle location, bool m
                                    void *parentWindow);
 VYRGUIMFC_API bool VYREsriLayerDlg(IVYRSession *session, VYRStringHandle location, const char *title,
                                    const char *buttonCaption, const char *mode, void *parentWindow);
+
+/*
+ * The owner for a host whose window is not a QWidget of this process (a
+ * window of another toolkit, or of another process): `windowId` is its
+ * native id on the display (an X11 window id). The answer is passed as any
+ * export's `parentWindow`; the dialog is then shown transient for that
+ * window (above it, and modal for it, where the window manager honours
+ * that). Asking again for the same id gives the same answer, valid
+ * while the process runs. Null when the Qt platform cannot place windows
+ * over a native one (such as offscreen), for id 0, and off the
+ * application's thread.
+ */
+VYRGUIMFC_API void *VYRNativeParentWindow(uintptr_t windowId);
 
 /*
  * Component server entry points, as an in-process component server of the

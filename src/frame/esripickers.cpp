@@ -7,6 +7,7 @@
 
 #include "uikit/application.h"
 #include "uikit/narrowtext.h"
+#include "uikit/parentwindow.h"
 #include "uikit/resourcelibrary.h"
 #include "util/asciitext.h"
 #include "util/installdir.h"
@@ -65,7 +66,8 @@ extern "C" {
 
 bool VYREsriGeoDBDlg(int /*unused*/, VYRStringHandle location, bool mustExist, int /*unused*/, void *parentWindow)
 {
-    if (!location || !vyr::ensureApplication())
+    QWidget *owner = nullptr;
+    if (!location || !vyr::ensureApplication() || !vyr::ownerFromHost(parentWindow, &owner))
         return false;
     try {
         const std::string library = vyr::getInstallDirectory() + vyr::kDirDialogLibrary;
@@ -75,7 +77,7 @@ bool VYREsriGeoDBDlg(int /*unused*/, VYRStringHandle location, bool mustExist, i
             loaded.title = vyr::narrowResourceString(vyr::res::GeodatabasePickerTitle);
             return loaded;
         };
-        return vyr::selectGeodatabaseWith(library, texts, location, !mustExist, parentWindow);
+        return vyr::selectGeodatabaseWith(library, texts, location, !mustExist, owner);
     } catch (...) {
         return false;
     }

@@ -7,8 +7,9 @@
 #include "ftprops/vyrobjworkspaceschemainfo.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "uikit/application.h"
-#include "util/installdir.h"
+#include "uikit/parentwindow.h"
 #include "uikit/resourcelibrary.h"
+#include "util/installdir.h"
 
 #include <cstdio>
 #include <memory>
@@ -34,11 +35,17 @@ bool selectResources()
     return false;
 }
 
-int runDialog(IVYRSession *session, FTPropsSchemaInfo &schema, const SchemaRecordList &others,
-              const FormatRecordList &formats, const FormatRecordList &additionalFormats, void *parentWindow)
+// Everything a dialog needs from the host's side before the records are
+// made: the application's thread, the texts, and an owner that is one.
+bool readyToShow(void *parentWindow, QWidget **owner)
 {
-    CFeatTypePropsDlg dialog(session, &schema, others, formats, additionalFormats,
-                             static_cast<QWidget *>(parentWindow));
+    return ensureApplication() && ownerFromHost(parentWindow, owner) && selectResources();
+}
+
+int runDialog(IVYRSession *session, FTPropsSchemaInfo &schema, const SchemaRecordList &others,
+              const FormatRecordList &formats, const FormatRecordList &additionalFormats, QWidget *owner)
+{
+    CFeatTypePropsDlg dialog(session, &schema, others, formats, additionalFormats, owner);
     return dialog.DoModal();
 }
 
@@ -49,7 +56,8 @@ extern "C" {
 bool VYRFeatTypeProperties(IVYRSession *session, IVYRFeature *schemaFeature, const char *formatCapabilities,
                            void *parentWindow)
 {
-    if (!session || !schemaFeature || !ensureApplication() || !selectResources())
+    QWidget *owner = nullptr;
+    if (!session || !schemaFeature || !readyToShow(parentWindow, &owner))
         return false;
     try {
         const std::string capabilities(formatCapabilities ? formatCapabilities : "");
@@ -62,19 +70,20 @@ bool VYRFeatTypeProperties(IVYRSession *session, IVYRFeature *schemaFeature, con
         formats.reserve(16);
         formats.insert(formats.begin(), &format);
         VYRObjFTPropsSchemaInfo schema(*session, *schemaFeature, format);
-        const int endCode = runDialog(session, schema, otherSchemas, formats, otherFormats, parentWindow);
+        const int endCode = runDialog(session, schema, otherSchemas, formats, otherFormats, owner);
         return endCode == kEndOk;
     } catch (...) {
         return false;
     }
 }
 
-bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFeature *schemaFeature,
-                                      const char *formatCapabilities, const VYRWorkspaceFeatureType *others,
-                                      size_t otherCount, const char *const *schemaSourceFormats,
-                                      size_t schemaSourceCount, void *parentWindow)
+bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFeature *schemaFeature, const char *formatCapabilities,
+                                      const VYRWorkspaceFeatureType *others, size_t otherCount,
+                                      const char *const *schemaSourceFormats, size_t schemaSourceCount,
+                                      void *parentWindow)
 {
-    if (!session || !schemaFeature || !ensureApplication() || !selectResources())
+    QWidget *owner = nullptr;
+    if (!session || !schemaFeature || !readyToShow(parentWindow, &owner))
         return false;
     try {
         // Each format of the workspace is told apart by its name, so that a
@@ -121,7 +130,7 @@ bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFeature *schemaF
             additionalFormats.push_back(makeFormat(schemaSourceFormats[i]));
 
         VYRObjWorkspaceSchemaInfo schema(*session, *schemaFeature, *format, lookup);
-        return runDialog(session, schema, otherSchemas, formats, additionalFormats, parentWindow) == kEndOk;
+        return runDialog(session, schema, otherSchemas, formats, additionalFormats, owner) == kEndOk;
     } catch (...) {
         return false;
     }

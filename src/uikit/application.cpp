@@ -8,7 +8,10 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QThread>
 #include <QWidget>
+
+#include <unistd.h>
 
 #include <cstdio>
 
@@ -56,8 +59,22 @@ constexpr char kHelpKeyFilterName[] = "vyrHelpKeyFilter";
 
 } // namespace
 
+bool onApplicationThread()
+{
+    // Read once: the application may be made on the main thread meanwhile,
+    // and a caller elsewhere is refused either way.
+    if (const QCoreApplication *application = QCoreApplication::instance())
+        return QThread::currentThread() == application->thread();
+    return ::gettid() == ::getpid();
+}
+
 int libraryObjectsInFramework()
 {
+    // The framework's lists of objects belong to the application's thread;
+    // reading them from another could see a widget half made or half gone.
+    // Not knowing, the library says it is still in use.
+    if (!onApplicationThread())
+        return 1;
     auto *application = qobject_cast<QApplication *>(QCoreApplication::instance());
     if (!application)
         return 0;
@@ -73,6 +90,16 @@ int libraryObjectsInFramework()
 
 QApplication *ensureApplication()
 {
+    // A widget made or shown from another thread races the application's
+    // event loop (a hang, or a crash in the middle of the host's dialog).
+    if (!onApplicationThread()) {
+        std::fputs(QCoreApplication::instance()
+                       ? "vyrguimfc: called from a thread other than the Qt application's, so no dialog is shown\n"
+                       : "vyrguimfc: called from a thread other than the main thread before there is a Qt "
+                         "application, so no dialog is shown\n",
+                   stderr);
+        return nullptr;
+    }
     if (!QCoreApplication::instance()) {
         // A window nobody can reach would wait for ever; a host that means to
         // run without a display chooses the offscreen platform itself.

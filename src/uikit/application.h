@@ -20,13 +20,22 @@ namespace vyr {
 // nobody can reach would never end, so the caller answers false at once
 // (the reason goes to standard error). A host that runs without a display
 // sets QT_QPA_PLATFORM=offscreen itself.
+//
+// Windows belong to one thread: the one that runs the application's events
+// or, before there is an application, the process's main thread (where the
+// library makes it). A call from any other thread is refused the same way,
+// before anything of Qt is touched.
 QApplication *ensureApplication();
+
+// Whether the calling thread is that one.
+bool onApplicationThread();
 
 // How many of the library's objects the GUI framework holds now: the help
 // routine installed on the application (which stands for an application
 // the library made as well) and every dialog of the library that still
 // exists. While any is there, the library must stay loaded: the framework
-// would call into code that is gone.
+// would call into code that is gone. Off the application's thread nothing
+// can be counted safely, and the answer is 1.
 int libraryObjectsInFramework();
 
 } // namespace vyr
