@@ -13,7 +13,7 @@
 
 namespace vyr::com {
 
-const char kClassesRoot[] = "SOFTWARE\\Classes";
+const char kClassesRoot[] = "SOFTWARE\\vyr\\Classes";
 
 namespace {
 

@@ -6,7 +6,9 @@
 // The registry is the settings files of util/registry.h, in the machine's
 // configuration folder, or the user's when the module registers per user
 // (VYR_REGISTER_PER_USER=1 in the environment when the module is first
-// used). Keys of the classes root live under "SOFTWARE\Classes".
+// used). Keys of the classes root live under "SOFTWARE\vyr\Classes": the
+// file "vyr/Classes.conf", in a folder of the system's own rather than a
+// top-level "Classes" that other software may claim.
 #ifndef VYR_FRAME_COMSERVER_H
 #define VYR_FRAME_COMSERVER_H
 
@@ -20,7 +22,7 @@
 
 namespace vyr::com {
 
-// The root of the class keys: "SOFTWARE\Classes".
+// The root of the class keys: "SOFTWARE\vyr\Classes".
 extern const char kClassesRoot[];
 
 // One class of the server: how its class object is made and how it is

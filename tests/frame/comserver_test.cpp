@@ -82,19 +82,22 @@ TEST_F(ComServerTest, RegistrationWritesTheTypeLibraryThenTheProxyStubAndUnregis
 
     const std::string path = m_module.modulePath();
     ASSERT_FALSE(path.empty());
-    const std::string typeLib = std::string("SOFTWARE\\Classes\\TypeLib\\") + kLibid + "\\1.0";
+    const std::string typeLib = std::string(kClassesRoot) + "\\TypeLib\\" + kLibid + "\\1.0";
     EXPECT_EQ(machineValue(typeLib), "vyrguimfc 1.0 Type Library");
     EXPECT_EQ(machineValue(typeLib + "\\FLAGS"), "0");
     EXPECT_EQ(machineValue(typeLib + "\\0\\linux"), path);
     EXPECT_EQ(machineValue(typeLib + "\\HELPDIR"), "<none>");
-    const std::string iface = std::string("SOFTWARE\\Classes\\Interface\\") + kInterface;
+    const std::string iface = std::string(kClassesRoot) + "\\Interface\\" + kInterface;
     EXPECT_EQ(machineValue(iface), "VVyrOlePropertyPage");
     EXPECT_EQ(machineValue(iface + "\\NumMethods"), "14");
     EXPECT_EQ(machineValue(iface + "\\ProxyStubClsid32"), kInterface);
-    const std::string server = std::string("SOFTWARE\\Classes\\CLSID\\") + kInterface;
+    const std::string server = std::string(kClassesRoot) + "\\CLSID\\" + kInterface;
     EXPECT_EQ(machineValue(server), "PSFactoryBuffer");
     EXPECT_EQ(machineValue(server + "\\InProcServer32"), path);
     EXPECT_EQ(machineValue(server + "\\InProcServer32", "ThreadingModel"), "Both");
+    // All in the system's own folder, none of it in the shared "Classes".
+    EXPECT_TRUE(std::filesystem::is_regular_file(m_machine.path() + "/vyr/Classes.conf"));
+    EXPECT_EQ(m_machine.read("Classes/CLSID.conf"), machineBefore.at("Classes/CLSID.conf"));
     EXPECT_EQ(snapshot(m_user), userBefore);
 
     // Registering twice changes nothing more.
@@ -117,7 +120,7 @@ TEST_F(ComServerTest, PerUserRegistrationStaysInTheUsersFolder)
     ASSERT_EQ(DllRegisterServer(), S_OK);
     EXPECT_EQ(snapshot(m_machine), machineBefore);
     EXPECT_EQ(readWrittenRegistryString(RegistryHive::User,
-                                        std::string("SOFTWARE\\Classes\\TypeLib\\") + kLibid + "\\1.0", "@"),
+                                        std::string(kClassesRoot) + "\\TypeLib\\" + kLibid + "\\1.0", "@"),
               "vyrguimfc 1.0 Type Library");
     ASSERT_EQ(DllUnregisterServer(), S_OK);
     EXPECT_TRUE(std::filesystem::is_empty(m_user.path()));
@@ -136,8 +139,8 @@ TEST_F(ComServerTest, FailingFurtherStepReturnsItsCodeSkipsTheProxyStubAndRestor
     EXPECT_EQ(DllRegisterServer(), E_ACCESSDENIED);
     EXPECT_EQ(seen, "ANSI_X3.4-1968");
     EXPECT_EQ(::uselocale(static_cast<locale_t>(nullptr)), own);
-    EXPECT_FALSE(std::filesystem::exists(m_machine.path() + "/Classes/Interface.conf"));
-    EXPECT_EQ(machineValue(std::string("SOFTWARE\\Classes\\TypeLib\\") + kLibid + "\\1.0"),
+    EXPECT_EQ(machineValue(std::string(kClassesRoot) + "\\Interface\\" + kInterface), "<none>");
+    EXPECT_EQ(machineValue(std::string(kClassesRoot) + "\\TypeLib\\" + kLibid + "\\1.0"),
               "vyrguimfc 1.0 Type Library");
 
     m_module.setFurtherUnregistration([&] {
@@ -147,7 +150,7 @@ TEST_F(ComServerTest, FailingFurtherStepReturnsItsCodeSkipsTheProxyStubAndRestor
     EXPECT_EQ(DllUnregisterServer(), CLASS_E_NOAGGREGATION);
     EXPECT_EQ(seen, "ANSI_X3.4-1968 again");
     EXPECT_EQ(::uselocale(static_cast<locale_t>(nullptr)), own);
-    EXPECT_TRUE(std::filesystem::exists(m_machine.path() + "/Classes/TypeLib.conf"));
+    EXPECT_NE(machineValue(std::string(kClassesRoot) + "\\TypeLib\\" + kLibid + "\\1.0"), "<none>");
 
     m_module.setFurtherUnregistration({});
     EXPECT_EQ(DllUnregisterServer(), S_OK);
@@ -157,8 +160,7 @@ TEST_F(ComServerTest, FailingFurtherStepReturnsItsCodeSkipsTheProxyStubAndRestor
 
 TEST_F(ComServerTest, UnwritableRegistryFailsTheTypeLibraryStepFirst)
 {
-    std::filesystem::remove_all(m_machine.path() + "/Classes");
-    m_machine.write("Classes", "a file where the folder belongs");
+    m_machine.write("vyr", "a file where the folder belongs");
     bool furtherRan = false;
     m_module.setFurtherRegistration([&] {
         furtherRan = true;
