@@ -126,6 +126,29 @@ TEST_F(ComServerTest, PerUserRegistrationStaysInTheUsersFolder)
     EXPECT_TRUE(std::filesystem::is_empty(m_user.path()));
 }
 
+TEST_F(ComServerTest, UnregisteringRemovesOnlyWhatRegistrationWritesAndMakesNothing)
+{
+    m_module.setRegistersPerUser(true);
+    m_env.set("XDG_CONFIG_HOME", m_user.path() + "/missing/config");
+    EXPECT_EQ(DllUnregisterServer(), S_OK);
+    EXPECT_FALSE(std::filesystem::exists(m_user.path() + "/missing"));
+
+    m_env.set("XDG_CONFIG_HOME", m_user.path());
+    // The library has no help file, so a HELPDIR in its key is the user's.
+    const std::string own = std::string("[TypeLib/") + kLibid + "/1.0/HELPDIR]\n@=/home/me/help\n";
+    m_user.write("vyr/Classes.conf", own);
+    // What an earlier version registered in the shared "Classes" folder goes
+    // too; another server's key there stays.
+    const std::string other = "[{11111111-2222-3333-4444-555555555555}]\n@=Other Server\n";
+    m_user.write("Classes/CLSID.conf", other + "[" + kInterface + "]\n@=PSFactoryBuffer\n");
+    m_user.write("Classes/TypeLib.conf", std::string("[") + kLibid + "/1.0]\n@=vyrguimfc 1.0 Type Library\n");
+    ASSERT_EQ(DllRegisterServer(), S_OK);
+    ASSERT_EQ(DllUnregisterServer(), S_OK);
+    EXPECT_EQ(m_user.read("vyr/Classes.conf"), own);
+    EXPECT_EQ(m_user.read("Classes/CLSID.conf"), other);
+    EXPECT_FALSE(std::filesystem::exists(m_user.path() + "/Classes/TypeLib.conf"));
+}
+
 TEST_F(ComServerTest, FailingFurtherStepReturnsItsCodeSkipsTheProxyStubAndRestoresTheLocale)
 {
     const locale_t own = ::newlocale(LC_ALL_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
