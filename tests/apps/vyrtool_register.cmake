@@ -63,11 +63,12 @@ foreach(scope "machine" "user")
     endif()
 endforeach()
 
-# A folder nobody can write into: the failing step's status, and no change.
+# A folder nobody can write into: why, the failing step's status, and no change.
 file(WRITE ${WORK}/blocked/vyr "a file where the folder belongs")
 execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_CONFIG_DIRS=${WORK}/blocked ${TOOL} register
                 OUTPUT_VARIABLE printed ERROR_VARIABLE message RESULT_VARIABLE status)
-if(NOT status EQUAL 1 OR NOT message MATCHES "0x8002801C" OR NOT printed STREQUAL "")
+if(NOT status EQUAL 1 OR NOT message MATCHES "blocked/vyr: is not a folder[^\n]*\n[^\n]*0x8002801C"
+   OR NOT printed STREQUAL "")
     message(FATAL_ERROR "vyrtool register into a blocked folder: exit ${status}: ${printed}${message}")
 endif()
 execute_process(COMMAND ${TOOL} register --frobnicate OUTPUT_QUIET ERROR_QUIET RESULT_VARIABLE status)
