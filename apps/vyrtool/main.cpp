@@ -47,8 +47,9 @@ constexpr const char *kUsage = "usage: vyrtool <command> [arguments]\n"
                                "      What the dialog reads from a schema feature file under the format.\n"
                                "  register|unregister [--user]\n"
                                "      Register the library as a component server (its type library and\n"
-                               "      proxy/stub) in the machine's settings files, or the user's with\n"
-                               "      --user, or remove that again; prints every value written or removed.\n";
+                               "      proxy/stub) in vyr/Classes.conf of the machine's configuration folder,\n"
+                               "      or the user's with --user, or remove that again; prints every value\n"
+                               "      written or removed.\n";
 
 } // namespace
 

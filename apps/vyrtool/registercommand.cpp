@@ -5,7 +5,8 @@
 //
 // The changes are read from the settings files of the configuration folder
 // before and after the call, so what is printed is what the files hold, not
-// what the library meant to write.
+// what the library meant to write. Why a call failed the library says in
+// its registration log, which the command prints in its own name.
 #include "commands.h"
 #include "toolarguments.h"
 
@@ -14,8 +15,12 @@
 #include "util/safefiles.h"
 #include "vyrguimfc/vyrguimfc.h"
 
+#include <QString>
+#include <QtGlobal>
+
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -34,7 +39,10 @@ Values readValues(const std::string &folder)
     std::error_code status;
     for (std::filesystem::recursive_directory_iterator it(folder, status), end; !status && it != end;
          it.increment(status)) {
-        if (it.depth() > 1 || it->path().extension() != ".conf" || !it->is_regular_file(status))
+        // A link is not followed: one planted here leads to files that are
+        // none of this command's business.
+        if (it.depth() > 1 || it->path().extension() != ".conf"
+            || it->symlink_status(status).type() != std::filesystem::file_type::regular)
             continue;
         std::string reason;
         const std::optional<std::string> text = vyr::readUntrustedFile(it->path().string(), reason);
@@ -73,6 +81,19 @@ void printChanges(const Values &before, const Values &after)
     }
 }
 
+// The command's name, for the library's reasons while it runs.
+std::string g_commandName;
+QtMessageHandler g_otherMessages = nullptr;
+
+void sayRegistrationReason(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    // The category the library logs its registration failures under.
+    if (context.category && std::strcmp(context.category, "vyr.frame.registration") == 0)
+        std::fprintf(stderr, "vyrtool %s: %s\n", g_commandName.c_str(), qPrintable(message));
+    else
+        g_otherMessages(type, context, message);
+}
+
 } // namespace
 
 int runRegisterCommand(std::string_view command, std::span<const std::string_view> arguments)
@@ -97,7 +118,10 @@ int runRegisterCommand(std::string_view command, std::span<const std::string_vie
         return 1;
     }
     const Values before = readValues(folder);
+    g_commandName = name;
+    g_otherMessages = qInstallMessageHandler(sayRegistrationReason);
     const int32_t status = command == "register" ? DllRegisterServer() : DllUnregisterServer();
+    qInstallMessageHandler(g_otherMessages);
     printChanges(before, readValues(folder));
     if (status != 0) {
         std::fprintf(stderr, "vyrtool %s: failed with status 0x%08X in %s\n", name.c_str(),

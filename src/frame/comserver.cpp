@@ -4,6 +4,8 @@
 #include "uikit/application.h"
 #include "util/environment.h"
 
+#include <QLoggingCategory>
+
 #include <climits>
 #include <cstdlib>
 #include <dlfcn.h>
@@ -13,14 +15,15 @@
 
 namespace vyr::com {
 
-const char kClassesRoot[] = "SOFTWARE\\Classes";
+const char kClassesRoot[] = "SOFTWARE\\vyr\\Classes";
 
 namespace {
 
-std::string typeLibraryKey(const TypeLibrary &library)
-{
-    return std::string(kClassesRoot) + "\\TypeLib\\" + library.libid.toString() + "\\" + library.versionText();
-}
+Q_LOGGING_CATEGORY(lcRegistration, "vyr.frame.registration")
+
+// Where earlier versions kept the class keys, at the top of the
+// configuration folder; unregistering clears what they left there.
+const char kEarlierClassesRoot[] = "SOFTWARE\\Classes";
 
 // The directory part of the type library's help file, or nothing.
 std::string helpDirectoryOf(const TypeLibrary &library)
@@ -29,7 +32,51 @@ std::string helpDirectoryOf(const TypeLibrary &library)
     return slash == std::string::npos ? std::string() : library.helpFile.substr(0, slash);
 }
 
+RegistryEntries typeLibraryEntries(const TypeLibrary &library, const std::string &path,
+                                   const std::string &helpDirectory)
+{
+    return [&library, path, helpDirectory](const std::string &root) {
+        const std::string key = root + "\\TypeLib\\" + library.libid.toString() + "\\" + library.versionText();
+        std::vector<RegistryEntry> entries{
+            {key, kRegistryDefaultValue, library.helpString},
+            {key + "\\FLAGS", kRegistryDefaultValue, "0"},
+            {key + "\\" + std::to_string(library.lcid) + "\\linux", kRegistryDefaultValue, path},
+        };
+        if (!helpDirectory.empty())
+            entries.push_back({key + "\\HELPDIR", kRegistryDefaultValue, helpDirectory});
+        return entries;
+    };
+}
+
+HRESULT failed(const std::string &reason, HRESULT failure)
+{
+    qCWarning(lcRegistration).noquote() << QString::fromStdString(reason);
+    return failure;
+}
+
 } // namespace
+
+HRESULT writeRegistryEntries(const RegistryEntries &entries, RegistryHive hive, HRESULT failure)
+{
+    std::string error;
+    for (const RegistryEntry &entry : entries(kClassesRoot)) {
+        if (!writeRegistryString(hive, entry.key, entry.name, entry.value, error))
+            return failed(error, failure);
+    }
+    return S_OK;
+}
+
+HRESULT removeRegistryEntries(const RegistryEntries &entries, RegistryHive hive, HRESULT failure)
+{
+    std::string error;
+    for (const char *root : {kClassesRoot, kEarlierClassesRoot}) {
+        for (const RegistryEntry &entry : entries(root)) {
+            if (!removeRegistryValue(hive, entry.key, entry.name, error))
+                return failed(error, failure);
+        }
+    }
+    return S_OK;
+}
 
 CvyrguimfcModule::CvyrguimfcModule()
     : m_perUser(getEnvironment("VYR_REGISTER_PER_USER") == "1")
@@ -72,21 +119,13 @@ SystemLocaleScope::~SystemLocaleScope()
 HRESULT registerTypeLibrary(const TypeLibrary &library, const std::string &path, const std::string &helpDirectory,
                             RegistryHive hive)
 {
-    const std::string key = typeLibraryKey(library);
-    std::string error;
-    bool written = writeRegistryString(hive, key, kRegistryDefaultValue, library.helpString, error)
-        && writeRegistryString(hive, key + "\\FLAGS", kRegistryDefaultValue, "0", error)
-        && writeRegistryString(hive, key + "\\" + std::to_string(library.lcid) + "\\linux", kRegistryDefaultValue,
-                               path, error);
-    if (written && !helpDirectory.empty())
-        written = writeRegistryString(hive, key + "\\HELPDIR", kRegistryDefaultValue, helpDirectory, error);
-    return written ? S_OK : TYPE_E_REGISTRYACCESS;
+    return writeRegistryEntries(typeLibraryEntries(library, path, helpDirectory), hive, TYPE_E_REGISTRYACCESS);
 }
 
 HRESULT unregisterTypeLibrary(const TypeLibrary &library, RegistryHive hive)
 {
-    std::string error;
-    return removeRegistryKey(hive, typeLibraryKey(library), error) ? S_OK : TYPE_E_REGISTRYACCESS;
+    return removeRegistryEntries(typeLibraryEntries(library, {}, helpDirectoryOf(library)), hive,
+                                 TYPE_E_REGISTRYACCESS);
 }
 
 HRESULT registerServer(CvyrguimfcModule &module)
@@ -129,12 +168,8 @@ HRESULT unregisterServer(CvyrguimfcModule &module)
         if (!succeeded(status = unregisterTypeLibrary(*library, module.hive())))
             return status;
     }
-    // The proxy/stub part is unregistered in two calls, registration and then
-    // removal, so that what goes is the complete set its registration
-    // writes, whatever an interrupted earlier run left behind.
-    const std::string path = module.modulePath();
-    if (!succeeded(status = proxystub::registerProxyStub(*library, path, module.hive())))
-        return status;
+    // Removing writes nothing first: what goes is the set of values
+    // registration writes, whatever an interrupted earlier run left behind.
     return proxystub::unregisterProxyStub(*library, module.hive());
 }
 

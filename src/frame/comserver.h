@@ -6,7 +6,9 @@
 // The registry is the settings files of util/registry.h, in the machine's
 // configuration folder, or the user's when the module registers per user
 // (VYR_REGISTER_PER_USER=1 in the environment when the module is first
-// used). Keys of the classes root live under "SOFTWARE\Classes".
+// used). Keys of the classes root live under "SOFTWARE\vyr\Classes": the
+// file "vyr/Classes.conf", in a folder of the system's own rather than a
+// top-level "Classes" that other software may claim.
 #ifndef VYR_FRAME_COMSERVER_H
 #define VYR_FRAME_COMSERVER_H
 
@@ -17,11 +19,32 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace vyr::com {
 
-// The root of the class keys: "SOFTWARE\Classes".
+// The root of the class keys: "SOFTWARE\vyr\Classes".
 extern const char kClassesRoot[];
+
+// A value that registration writes: key, value name, value.
+struct RegistryEntry
+{
+    std::string key;
+    std::string name;
+    std::string value;
+};
+// The entries a registration step writes with its class keys under `root`.
+using RegistryEntries = std::function<std::vector<RegistryEntry>(const std::string &root)>;
+
+// Writes the entries under kClassesRoot in order. On the first failure
+// logs the reason (category "vyr.frame.registration": the exports can only
+// return a status) and returns `failure`.
+HRESULT writeRegistryEntries(const RegistryEntries &entries, RegistryHive hive, HRESULT failure);
+// Removes exactly those values, whatever they hold, under kClassesRoot and
+// under "SOFTWARE\Classes", where earlier versions wrote them; what is not
+// there is no failure, and values registration does not write stay. Fails
+// as writeRegistryEntries does.
+HRESULT removeRegistryEntries(const RegistryEntries &entries, RegistryHive hive, HRESULT failure);
 
 // One class of the server: how its class object is made and how it is
 // registered.
@@ -89,7 +112,8 @@ private:
 // `helpDirectory` is not empty. TYPE_E_REGISTRYACCESS when a write fails.
 HRESULT registerTypeLibrary(const TypeLibrary &library, const std::string &path, const std::string &helpDirectory,
                             RegistryHive hive);
-// Removes the keys of that version of the type library.
+// Removes those values of that version of the type library (HELPDIR only
+// when the library has a help file, as registerServer writes it).
 HRESULT unregisterTypeLibrary(const TypeLibrary &library, RegistryHive hive);
 
 HRESULT registerServer(CvyrguimfcModule &module);

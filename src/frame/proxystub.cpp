@@ -56,9 +56,25 @@ FactoryBuffer &factoryBuffer()
     return buffer;
 }
 
-std::string classesKey(const char *kind, const Guid &id)
+// Interface\{IID} (name, NumMethods, ProxyStubClsid32) for each interface
+// and CLSID\{class} with its InProcServer32 at `path`.
+RegistryEntries proxyStubEntries(const TypeLibrary &library, const std::string &path)
 {
-    return std::string(kClassesRoot) + "\\" + kind + "\\" + id.toString();
+    return [&library, path](const std::string &root) {
+        const std::string server = root + "\\CLSID\\" + classId(library).toString();
+        std::vector<RegistryEntry> entries;
+        for (const TypeLibraryInterface &declared : library.interfaces) {
+            const std::string key = root + "\\Interface\\" + declared.iid.toString();
+            entries.push_back({key, kRegistryDefaultValue, declared.name});
+            entries.push_back(
+                {key + "\\NumMethods", kRegistryDefaultValue, std::to_string(3 + declared.methods.size())});
+            entries.push_back({key + "\\ProxyStubClsid32", kRegistryDefaultValue, classId(library).toString()});
+        }
+        entries.push_back({server, kRegistryDefaultValue, "PSFactoryBuffer"});
+        entries.push_back({server + "\\InProcServer32", kRegistryDefaultValue, path});
+        entries.push_back({server + "\\InProcServer32", "ThreadingModel", "Both"});
+        return entries;
+    };
 }
 
 } // namespace
@@ -88,41 +104,14 @@ HRESULT registerProxyStub(const TypeLibrary &library, const std::string &path, R
 {
     if (library.interfaces.empty())
         return S_OK;
-    const std::string server = classesKey("CLSID", classId(library));
-    struct Entry
-    {
-        std::string key;
-        std::string name;
-        std::string value;
-    };
-    std::vector<Entry> entries;
-    for (const TypeLibraryInterface &declared : library.interfaces) {
-        const std::string key = classesKey("Interface", declared.iid);
-        entries.push_back({key, kRegistryDefaultValue, declared.name});
-        entries.push_back({key + "\\NumMethods", kRegistryDefaultValue, std::to_string(3 + declared.methods.size())});
-        entries.push_back({key + "\\ProxyStubClsid32", kRegistryDefaultValue, classId(library).toString()});
-    }
-    entries.push_back({server, kRegistryDefaultValue, "PSFactoryBuffer"});
-    entries.push_back({server + "\\InProcServer32", kRegistryDefaultValue, path});
-    entries.push_back({server + "\\InProcServer32", "ThreadingModel", "Both"});
-    std::string error;
-    for (const Entry &entry : entries) {
-        if (!writeRegistryString(hive, entry.key, entry.name, entry.value, error))
-            return E_ACCESSDENIED;
-    }
-    return S_OK;
+    return writeRegistryEntries(proxyStubEntries(library, path), hive, E_ACCESSDENIED);
 }
 
 HRESULT unregisterProxyStub(const TypeLibrary &library, RegistryHive hive)
 {
     if (library.interfaces.empty())
         return S_OK;
-    std::string error;
-    for (const TypeLibraryInterface &declared : library.interfaces) {
-        if (!removeRegistryKey(hive, classesKey("Interface", declared.iid), error))
-            return E_ACCESSDENIED;
-    }
-    return removeRegistryKey(hive, classesKey("CLSID", classId(library)), error) ? S_OK : E_ACCESSDENIED;
+    return removeRegistryEntries(proxyStubEntries(library, {}), hive, E_ACCESSDENIED);
 }
 
 } // namespace vyr::com::proxystub

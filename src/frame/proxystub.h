@@ -28,7 +28,7 @@ HRESULT canUnloadNow();
 // interface and CLSID\{class} with its InProcServer32 at `path`.
 // E_ACCESSDENIED when a write fails.
 HRESULT registerProxyStub(const TypeLibrary &library, const std::string &path, RegistryHive hive);
-// Removes those keys.
+// Removes those values.
 HRESULT unregisterProxyStub(const TypeLibrary &library, RegistryHive hive);
 
 } // namespace vyr::com::proxystub

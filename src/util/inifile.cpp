@@ -109,13 +109,6 @@ bool isKeyLine(std::string_view line, std::string_view key)
         && equalIgnoringAsciiCase(trimWhitespace(line.substr(0, equals)), key);
 }
 
-bool inGroupTree(std::string_view group, std::string_view root)
-{
-    return sameGroup(group, root)
-        || (group.size() > root.size() && sameGroup(group.substr(0, root.size()), root)
-            && (group[root.size()] == '/' || group[root.size()] == '\\'));
-}
-
 std::string valueLine(std::string_view key, std::string_view value)
 {
     const bool quote = !value.empty()
@@ -201,18 +194,39 @@ std::string setIniValue(std::string_view text, std::string_view group, std::stri
     return result;
 }
 
-std::string removeIniGroupTree(std::string_view text, std::string_view group)
+std::string removeIniValue(std::string_view text, std::string_view group, std::string_view key)
 {
+    const std::string_view wanted = group.empty() ? std::string_view("General") : group;
     std::string result;
     result.reserve(text.size());
-    bool removing = false;
+    // A section of the group is held back until it shows whether anything
+    // but its header and blank lines is left of it.
+    std::string section;
+    bool inWanted = sameGroup("General", wanted);
+    bool headed = false;
+    bool keeps = false;
+    bool removed = false;
+    const auto endSection = [&] {
+        if (keeps || !headed)
+            result += section;
+        section.clear();
+    };
     for (const IniLine &line : splitIniLines(text)) {
-        if (const auto opened = headerGroup(line.text))
-            removing = inGroupTree(*opened, group);
-        if (!removing)
-            result += line.raw;
+        if (const auto opened = headerGroup(line.text)) {
+            endSection();
+            inWanted = sameGroup(*opened, wanted);
+            headed = true;
+            keeps = false;
+        } else if (inWanted && isKeyLine(line.text, key)) {
+            removed = true;
+            continue;
+        } else {
+            keeps = keeps || !line.text.empty();
+        }
+        (inWanted ? section : result) += line.raw;
     }
-    return result;
+    endSection();
+    return removed ? result : std::string(text);
 }
 
 void forEachIniValue(std::string_view text,

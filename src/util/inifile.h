@@ -36,11 +36,11 @@ bool isWritableIniEntry(std::string_view group, std::string_view key, std::strin
 // back as given. The entry must be writable (isWritableIniEntry).
 std::string setIniValue(std::string_view text, std::string_view group, std::string_view key, std::string_view value);
 
-// `text` without `group` and the groups below it ("group/..."), each with
-// its header and every line up to the next group; all else is kept byte for
-// byte. The nameless top of the file is "General" only by name: it is never
-// removed.
-std::string removeIniGroupTree(std::string_view text, std::string_view group);
+// `text` without the lines of `key` in `group` (every one, where the key
+// repeats). A group left with nothing but blank lines goes with its header;
+// one that keeps a comment stays. All else is kept byte for byte, and the
+// text comes back as it was when the key is not there.
+std::string removeIniValue(std::string_view text, std::string_view group, std::string_view key);
 
 // Calls `visit` (group, key, value) for every value line of `text`, in
 // order, with the value as findIniValue reads it.

@@ -6,6 +6,12 @@
 #include "util/listpacking.h"
 #include "util/safefiles.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -63,9 +69,48 @@ struct SettingsFile
     std::string text; // empty when the file does not exist
 };
 
+// Why the settings file at `path`, in the configuration folder `root`, may
+// not be reached, or "" when it may. A folder not there yet is no obstacle;
+// when `creating`, a file where a folder belongs is one.
+std::string obstacleOnTheWay(const std::string &root, const std::string &path, bool creating)
+{
+    std::size_t end = 0;
+    bool last = false;
+    while (!last) {
+        end = path.find('/', end + 1);
+        last = end == std::string::npos;
+        const std::string step = last ? path : path.substr(0, end);
+        struct stat info
+        {
+        };
+        if (::lstat(step.c_str(), &info) != 0)
+            return errno == ENOENT ? std::string() : step + ": " + std::strerror(errno);
+        if (S_ISLNK(info.st_mode)) {
+            char target[PATH_MAX] = {};
+            const ssize_t length = ::readlink(step.c_str(), target, sizeof target - 1);
+            const std::string link = step + ": is a symbolic link (to "
+                + (length > 0 ? std::string(target, static_cast<std::size_t>(length)) : std::string("?")) + ")";
+            // Nothing here makes a link below the folder: one there was
+            // planted.
+            if (step.size() > root.size())
+                return link + ", and settings are never written or removed through one";
+            if (info.st_uid != ::geteuid() && info.st_uid != 0)
+                return link + " that another user made, and settings are never written or removed through one";
+            if (::stat(step.c_str(), &info) != 0)
+                return link + " that leads nowhere (" + std::strerror(errno) + ")";
+        }
+        // Nothing lies beyond a file where a folder belongs: nothing to
+        // remove, but nowhere to write.
+        if (!last && !S_ISDIR(info.st_mode))
+            return creating ? step + ": is not a folder" : std::string();
+    }
+    return {};
+}
+
 // The settings file of `key` in the hive's write folder, read when it
-// exists. False with the reason when it cannot be found or read.
-bool openSettingsFile(RegistryHive hive, std::string_view key, SettingsFile &file, std::string &error)
+// exists. False with the reason when it cannot be found or read, or when
+// the way to it is barred (obstacleOnTheWay).
+bool openSettingsFile(RegistryHive hive, std::string_view key, bool creating, SettingsFile &file, std::string &error)
 {
     const std::string directory = registryWriteDirectory(hive);
     const RegistryLocation location = locateRegistryKey(key);
@@ -79,6 +124,9 @@ bool openSettingsFile(RegistryHive hive, std::string_view key, SettingsFile &fil
     }
     file.path = directory + "/" + location.file;
     file.group = location.group;
+    error = obstacleOnTheWay(directory, file.path, creating);
+    if (!error.empty())
+        return false;
     std::error_code status;
     if (!std::filesystem::exists(std::filesystem::symlink_status(file.path, status))) {
         file.text.clear();
@@ -155,7 +203,7 @@ bool writeRegistryString(RegistryHive hive, std::string_view key, std::string_vi
                          std::string &error)
 {
     SettingsFile file;
-    if (!openSettingsFile(hive, key, file, error))
+    if (!openSettingsFile(hive, key, true, file, error))
         return false;
     if (!isWritableIniEntry(file.group, valueName, value)) {
         error = file.path + ": the value \"" + std::string(valueName) + "\" of \"" + std::string(key)
@@ -168,23 +216,23 @@ bool writeRegistryString(RegistryHive hive, std::string_view key, std::string_vi
         error = std::filesystem::path(file.path).parent_path().string() + ": " + status.message();
         return false;
     }
-    return replaceFileContent(file.path, setIniValue(file.text, file.group, valueName, value), error);
+    return replaceFileContent(file.path, setIniValue(file.text, file.group, valueName, value), error, LinkRule::Refuse);
 }
 
-bool removeRegistryKey(RegistryHive hive, std::string_view key, std::string &error)
+bool removeRegistryValue(RegistryHive hive, std::string_view key, std::string_view valueName, std::string &error)
 {
     SettingsFile file;
-    if (!openSettingsFile(hive, key, file, error))
+    if (!openSettingsFile(hive, key, false, file, error))
         return false;
     if (file.text.empty())
         return true;
-    const std::string rest = file.group.empty() ? std::string() : removeIniGroupTree(file.text, file.group);
+    const std::string rest = removeIniValue(file.text, file.group, valueName);
     if (rest == file.text)
         return true;
     // A file goes only when nothing is left in it: comments someone wrote
     // there before the keys came stay with the file.
     if (rest.find_first_not_of(" \t\r\n") != std::string::npos)
-        return replaceFileContent(file.path, rest, error);
+        return replaceFileContent(file.path, rest, error, LinkRule::Refuse);
     std::error_code status;
     if (!std::filesystem::remove(file.path, status) && status) {
         error = file.path + ": " + status.message();

@@ -11,9 +11,13 @@
 // (default ~/.config). A key's unnamed default value has the name "@".
 //
 // Writes go through util/safefiles.h: a settings file is replaced whole or
-// not at all, never through a link planted under its name. A settings file
-// left without keys is removed, and so is its vendor folder when that is
-// then empty, so that writing keys and removing them again leaves the
+// not at all. No symbolic link is written, removed or followed below the
+// configuration folder, where these functions never make one: a link there
+// (on the vendor folder, on the file) is refused with a reason naming it.
+// On the way to the folder itself only the links of the user and of the
+// system are followed, never one another user made. A settings file left
+// without keys is removed, and so is its vendor folder when that is then
+// empty, so that writing keys and removing them again leaves the
 // configuration folder as it was.
 #ifndef VYR_UTIL_REGISTRY_H
 #define VYR_UTIL_REGISTRY_H
@@ -55,10 +59,11 @@ RegistryLocation locateRegistryKey(std::string_view key);
 bool writeRegistryString(RegistryHive hive, std::string_view key, std::string_view valueName, std::string_view value,
                          std::string &error);
 
-// Removes the key with every value and key below it. A key that is not
-// there is no failure. False with the reason in `error` when the file
-// cannot be read or written.
-bool removeRegistryKey(RegistryHive hive, std::string_view key, std::string &error);
+// Removes the value, and the key when nothing else is left in it; keys
+// below it and other values stay. A value that is not there is no failure,
+// and nothing is then written or made. False with the reason in `error`
+// when the file cannot be read or written.
+bool removeRegistryValue(RegistryHive hive, std::string_view key, std::string_view valueName, std::string &error);
 
 // Reads a value from the hive's write folder only, as written there.
 std::optional<std::string> readWrittenRegistryString(RegistryHive hive, std::string_view key,

@@ -39,20 +39,20 @@ foreach(scope "machine" "user")
     if(NOT status EQUAL 0)
         message(FATAL_ERROR "vyrtool register ${flags}: exit ${status}\n${printed}")
     endif()
-    foreach(expected "written: Classes\\\\TypeLib\\\\{[-0-9A-F]+}\\\\1.0  @ = vyrguimfc 1.0 Type Library"
-                     "written: Classes\\\\Interface\\\\{[-0-9A-F]+}  @ = VVyrOlePropertyPage"
+    foreach(expected "written: vyr\\\\Classes\\\\TypeLib\\\\{[-0-9A-F]+}\\\\1.0  @ = vyrguimfc 1.0 Type Library"
+                     "written: vyr\\\\Classes\\\\Interface\\\\{[-0-9A-F]+}  @ = VVyrOlePropertyPage"
                      "InProcServer32  @ = [^\n]*libvyrguimfc.so")
         if(NOT printed MATCHES "${expected}")
             message(FATAL_ERROR "vyrtool register ${flags} did not print \"${expected}\":\n${printed}")
         endif()
     endforeach()
-    if(NOT EXISTS ${written}/Classes/TypeLib.conf)
+    if(NOT EXISTS ${written}/vyr/Classes.conf)
         message(FATAL_ERROR "vyrtool register ${flags} wrote nothing into ${written}")
     endif()
     execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_CONFIG_DIRS=${machine} XDG_CONFIG_HOME=${user}
                             ${TOOL} unregister ${flags}
                     OUTPUT_VARIABLE printed RESULT_VARIABLE status)
-    if(NOT status EQUAL 0 OR NOT printed MATCHES "removed: Classes\\\\TypeLib")
+    if(NOT status EQUAL 0 OR NOT printed MATCHES "removed: vyr\\\\Classes\\\\TypeLib")
         message(FATAL_ERROR "vyrtool unregister ${flags}: exit ${status}\n${printed}")
     endif()
     folder_state(${machine} machine_after)
@@ -63,11 +63,12 @@ foreach(scope "machine" "user")
     endif()
 endforeach()
 
-# A folder nobody can write into: the failing step's status, and no change.
-file(WRITE ${WORK}/blocked/Classes "a file where the folder belongs")
+# A folder nobody can write into: why, the failing step's status, and no change.
+file(WRITE ${WORK}/blocked/vyr "a file where the folder belongs")
 execute_process(COMMAND ${CMAKE_COMMAND} -E env XDG_CONFIG_DIRS=${WORK}/blocked ${TOOL} register
                 OUTPUT_VARIABLE printed ERROR_VARIABLE message RESULT_VARIABLE status)
-if(NOT status EQUAL 1 OR NOT message MATCHES "0x8002801C" OR NOT printed STREQUAL "")
+if(NOT status EQUAL 1 OR NOT message MATCHES "blocked/vyr: is not a folder[^\n]*\n[^\n]*0x8002801C"
+   OR NOT printed STREQUAL "")
     message(FATAL_ERROR "vyrtool register into a blocked folder: exit ${status}: ${printed}${message}")
 endif()
 execute_process(COMMAND ${TOOL} register --frobnicate OUTPUT_QUIET ERROR_QUIET RESULT_VARIABLE status)

@@ -82,19 +82,22 @@ TEST_F(ComServerTest, RegistrationWritesTheTypeLibraryThenTheProxyStubAndUnregis
 
     const std::string path = m_module.modulePath();
     ASSERT_FALSE(path.empty());
-    const std::string typeLib = std::string("SOFTWARE\\Classes\\TypeLib\\") + kLibid + "\\1.0";
+    const std::string typeLib = std::string(kClassesRoot) + "\\TypeLib\\" + kLibid + "\\1.0";
     EXPECT_EQ(machineValue(typeLib), "vyrguimfc 1.0 Type Library");
     EXPECT_EQ(machineValue(typeLib + "\\FLAGS"), "0");
     EXPECT_EQ(machineValue(typeLib + "\\0\\linux"), path);
     EXPECT_EQ(machineValue(typeLib + "\\HELPDIR"), "<none>");
-    const std::string iface = std::string("SOFTWARE\\Classes\\Interface\\") + kInterface;
+    const std::string iface = std::string(kClassesRoot) + "\\Interface\\" + kInterface;
     EXPECT_EQ(machineValue(iface), "VVyrOlePropertyPage");
     EXPECT_EQ(machineValue(iface + "\\NumMethods"), "14");
     EXPECT_EQ(machineValue(iface + "\\ProxyStubClsid32"), kInterface);
-    const std::string server = std::string("SOFTWARE\\Classes\\CLSID\\") + kInterface;
+    const std::string server = std::string(kClassesRoot) + "\\CLSID\\" + kInterface;
     EXPECT_EQ(machineValue(server), "PSFactoryBuffer");
     EXPECT_EQ(machineValue(server + "\\InProcServer32"), path);
     EXPECT_EQ(machineValue(server + "\\InProcServer32", "ThreadingModel"), "Both");
+    // All in the system's own folder, none of it in the shared "Classes".
+    EXPECT_TRUE(std::filesystem::is_regular_file(m_machine.path() + "/vyr/Classes.conf"));
+    EXPECT_EQ(m_machine.read("Classes/CLSID.conf"), machineBefore.at("Classes/CLSID.conf"));
     EXPECT_EQ(snapshot(m_user), userBefore);
 
     // Registering twice changes nothing more.
@@ -117,10 +120,33 @@ TEST_F(ComServerTest, PerUserRegistrationStaysInTheUsersFolder)
     ASSERT_EQ(DllRegisterServer(), S_OK);
     EXPECT_EQ(snapshot(m_machine), machineBefore);
     EXPECT_EQ(readWrittenRegistryString(RegistryHive::User,
-                                        std::string("SOFTWARE\\Classes\\TypeLib\\") + kLibid + "\\1.0", "@"),
+                                        std::string(kClassesRoot) + "\\TypeLib\\" + kLibid + "\\1.0", "@"),
               "vyrguimfc 1.0 Type Library");
     ASSERT_EQ(DllUnregisterServer(), S_OK);
     EXPECT_TRUE(std::filesystem::is_empty(m_user.path()));
+}
+
+TEST_F(ComServerTest, UnregisteringRemovesOnlyWhatRegistrationWritesAndMakesNothing)
+{
+    m_module.setRegistersPerUser(true);
+    m_env.set("XDG_CONFIG_HOME", m_user.path() + "/missing/config");
+    EXPECT_EQ(DllUnregisterServer(), S_OK);
+    EXPECT_FALSE(std::filesystem::exists(m_user.path() + "/missing"));
+
+    m_env.set("XDG_CONFIG_HOME", m_user.path());
+    // The library has no help file, so a HELPDIR in its key is the user's.
+    const std::string own = std::string("[TypeLib/") + kLibid + "/1.0/HELPDIR]\n@=/home/me/help\n";
+    m_user.write("vyr/Classes.conf", own);
+    // What an earlier version registered in the shared "Classes" folder goes
+    // too; another server's key there stays.
+    const std::string other = "[{11111111-2222-3333-4444-555555555555}]\n@=Other Server\n";
+    m_user.write("Classes/CLSID.conf", other + "[" + kInterface + "]\n@=PSFactoryBuffer\n");
+    m_user.write("Classes/TypeLib.conf", std::string("[") + kLibid + "/1.0]\n@=vyrguimfc 1.0 Type Library\n");
+    ASSERT_EQ(DllRegisterServer(), S_OK);
+    ASSERT_EQ(DllUnregisterServer(), S_OK);
+    EXPECT_EQ(m_user.read("vyr/Classes.conf"), own);
+    EXPECT_EQ(m_user.read("Classes/CLSID.conf"), other);
+    EXPECT_FALSE(std::filesystem::exists(m_user.path() + "/Classes/TypeLib.conf"));
 }
 
 TEST_F(ComServerTest, FailingFurtherStepReturnsItsCodeSkipsTheProxyStubAndRestoresTheLocale)
@@ -136,8 +162,8 @@ TEST_F(ComServerTest, FailingFurtherStepReturnsItsCodeSkipsTheProxyStubAndRestor
     EXPECT_EQ(DllRegisterServer(), E_ACCESSDENIED);
     EXPECT_EQ(seen, "ANSI_X3.4-1968");
     EXPECT_EQ(::uselocale(static_cast<locale_t>(nullptr)), own);
-    EXPECT_FALSE(std::filesystem::exists(m_machine.path() + "/Classes/Interface.conf"));
-    EXPECT_EQ(machineValue(std::string("SOFTWARE\\Classes\\TypeLib\\") + kLibid + "\\1.0"),
+    EXPECT_EQ(machineValue(std::string(kClassesRoot) + "\\Interface\\" + kInterface), "<none>");
+    EXPECT_EQ(machineValue(std::string(kClassesRoot) + "\\TypeLib\\" + kLibid + "\\1.0"),
               "vyrguimfc 1.0 Type Library");
 
     m_module.setFurtherUnregistration([&] {
@@ -147,7 +173,7 @@ TEST_F(ComServerTest, FailingFurtherStepReturnsItsCodeSkipsTheProxyStubAndRestor
     EXPECT_EQ(DllUnregisterServer(), CLASS_E_NOAGGREGATION);
     EXPECT_EQ(seen, "ANSI_X3.4-1968 again");
     EXPECT_EQ(::uselocale(static_cast<locale_t>(nullptr)), own);
-    EXPECT_TRUE(std::filesystem::exists(m_machine.path() + "/Classes/TypeLib.conf"));
+    EXPECT_NE(machineValue(std::string(kClassesRoot) + "\\TypeLib\\" + kLibid + "\\1.0"), "<none>");
 
     m_module.setFurtherUnregistration({});
     EXPECT_EQ(DllUnregisterServer(), S_OK);
@@ -157,8 +183,7 @@ TEST_F(ComServerTest, FailingFurtherStepReturnsItsCodeSkipsTheProxyStubAndRestor
 
 TEST_F(ComServerTest, UnwritableRegistryFailsTheTypeLibraryStepFirst)
 {
-    std::filesystem::remove_all(m_machine.path() + "/Classes");
-    m_machine.write("Classes", "a file where the folder belongs");
+    m_machine.write("vyr", "a file where the folder belongs");
     bool furtherRan = false;
     m_module.setFurtherRegistration([&] {
         furtherRan = true;
