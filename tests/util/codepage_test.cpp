@@ -145,6 +145,41 @@ TEST(StringConverter, everyByteStringSurvivesTheTrip)
     }
 }
 
+// Bytes a multi-byte code page cannot decode stop the conversion at each
+// one: a long text of them converts exactly as its pieces do one by one,
+// both ways, shift sequences included.
+TEST(StringConverter, undecodableRunsConvertAsTheirPiecesDo)
+{
+    const struct
+    {
+        std::uint32_t codePage;
+        std::string character; // one character in the code page
+    } cases[] = {
+        {932, "\x82\xA0"},
+        {20932, "\xA4\xA2"},
+        {54936, "\x81\x30\x81\x30"},
+        {50220, "\x1B$B$\"\x1B(B"},
+    };
+    for (const auto &c : cases) {
+        const VYRSimpleWindowsStringConverter converter(c.codePage);
+        ASSERT_EQ(converter.toWide(c.character).size(), 1u) << "code page " << c.codePage;
+        std::string narrow;
+        std::u16string wide;
+        std::u16string expectedWide;
+        std::string expectedNarrow;
+        for (int i = 0; i < 3000; ++i) {
+            const std::string undecodable(1 + i % 3, '\xFF');
+            narrow += c.character + undecodable;
+            // A lone high surrogate: no code page holds it, GB18030 included.
+            wide += converter.toWide(c.character) + converter.toWide(undecodable) + u"\xD800";
+            expectedWide += converter.toWide(c.character) + converter.toWide(undecodable);
+            expectedNarrow += c.character + undecodable + "?";
+        }
+        EXPECT_EQ(converter.toWide(narrow), expectedWide) << "code page " << c.codePage;
+        EXPECT_EQ(converter.fromWide(wide), expectedNarrow) << "code page " << c.codePage;
+    }
+}
+
 using AnsiUtf8Test = testing::NarrowCodePageTest<testing::kCp1252>;
 
 TEST_F(AnsiUtf8Test, convertsBetweenNarrowAndUtf8)
