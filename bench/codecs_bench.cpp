@@ -3,6 +3,11 @@
 // short strings. The large runs also report "memory/input": the input plus
 // the most heap memory the call held at once (its result included), over
 // the input's size.
+//
+// The "undecodable" rows give the multi-byte code pages bytes they cannot
+// decode, where conversion stops at every byte; each runs at 64 KiB and at
+// 1 MiB, and a guard fails the run when the larger costs clearly more per
+// byte.
 #include "allocationmeter.h"
 #include "ratioreporter.h"
 
@@ -75,12 +80,13 @@ std::size_t sizeOf(const QByteArray &input)
     return static_cast<std::size_t>(input.size());
 }
 
+// `given` is the text to work on; empty, a mixed text of 1 MiB.
 template <typename Work>
-void registerLarge(const std::string &name, const char *codePage, Work work)
+void registerLarge(const std::string &name, const char *codePage, Work work, std::string given = {})
 {
-    benchmark::RegisterBenchmark(name.c_str(), [codePage, work](benchmark::State &state) {
+    benchmark::RegisterBenchmark(name.c_str(), [codePage, work, given](benchmark::State &state) {
         setCodePage(state, codePage);
-        const std::string text = mixedText(kLarge, std::strcmp(codePage, "UTF-8") == 0, 1);
+        const std::string text = given.empty() ? mixedText(kLarge, std::strcmp(codePage, "UTF-8") == 0, 1) : given;
         const auto input = work.prepare(text);
         for (auto _ : state)
             benchmark::DoNotOptimize(work.run(input));
@@ -217,5 +223,23 @@ int main(int argc, char **argv)
     registerLarge("peer:memcpy/1MiB", "CP1252", MemoryCopy{});
     // The library keeps its own narrow code page, read from the environment.
     registerLarge("VYRWWJDEncode/1MiB", "UTF-8", EncodeWWJDExport{});
-    return vyr::bench::runBenchmarks(argc, argv, std::move(pairs));
+
+    std::vector<vyr::bench::GrowthGuard> guards;
+    constexpr std::size_t kUndecodableSmall = kLarge / 16;
+    registerLarge("peer:toPercentEncoding/1MiB-undecodable", "CP1252", PercentEncode{}, std::string(kLarge, '\xFF'));
+    for (const char *codePage : {"CP932", "EUC-JP", "GB18030", "ISO-2022-JP"}) {
+        const std::string cp = codePage;
+        for (const auto &[stem, size] : {std::pair{"64KiB", kUndecodableSmall}, std::pair{"1MiB", kLarge}}) {
+            const std::string text(size, '\xFF');
+            registerLarge("encodeWWJD/" + std::string(stem) + "-undecodable/" + cp, codePage, EncodeWWJD{}, text);
+            registerLarge("decodeWWJD/" + std::string(stem) + "-undecodable/" + cp, codePage, DecodeWWJD{}, text);
+        }
+        for (const char *codec : {"encodeWWJD/", "decodeWWJD/"}) {
+            guards.push_back({codec + std::string("64KiB-undecodable/") + cp,
+                              codec + std::string("1MiB-undecodable/") + cp,
+                              static_cast<double>(kLarge / kUndecodableSmall)});
+        }
+        pairs.push_back({"encodeWWJD/1MiB-undecodable/" + cp, "peer:toPercentEncoding/1MiB-undecodable"});
+    }
+    return vyr::bench::runBenchmarks(argc, argv, std::move(pairs), std::move(guards));
 }

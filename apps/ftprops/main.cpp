@@ -20,6 +20,7 @@
 #include "uikit/commandlineusage.h"
 #include "uikit/screenshotfile.h"
 #include "uikit/unattendedrun.h"
+#include "util/codepage.h"
 #include "vyr/vyr_session.h"
 
 #include <QApplication>
@@ -128,6 +129,13 @@ int main(int argc, char *argv[])
                                 parser.isSet(page) ? parser.value(page).toInt(&pageRead) : 0};
     if (!pageRead || automation.page < 0) {
         std::fprintf(stderr, "vyr-ftprops: --page needs the number of a tab, from 1\n");
+        return 2;
+    }
+
+    // Feature files and capability files would be read and saved in a code
+    // page other than the one asked for.
+    if (const auto refusal = vyr::refusedVyrCodePage()) {
+        std::fprintf(stderr, "vyr-ftprops: %s\n", refusal->c_str());
         return 2;
     }
 

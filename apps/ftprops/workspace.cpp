@@ -1,7 +1,7 @@
 #include "workspace.h"
 
 #include "stringobjects/vyrrwstringimp.h"
-#include "ftprops/vyrobjftpropsformatinfo.h"
+#include "ftprops/formatcapabilities.h"
 #include "util/capabilityfile.h"
 #include "util/jsonlocation.h"
 #include "util/jsonnesting.h"
@@ -186,8 +186,9 @@ std::unique_ptr<Workspace> Workspace::parse(const std::string &text, const std::
             return nullptr;
         }
         featureType.capabilities = *capabilities;
-        const VYRObjFTPropsFormatInfo format(featureType.capabilities, nullptr);
-        featureType.formatName = format.getFormatName();
+        // Only the name and the role: the dialog builds the format's record.
+        const FormatCapabilities format(featureType.capabilities);
+        featureType.formatName = format.formatName();
         featureType.source = format.isSource();
         featureType.feature = session.createFeature();
         workspace->m_featureTypes.push_back(featureType);

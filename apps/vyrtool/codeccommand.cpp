@@ -75,9 +75,10 @@ int runCodecCommand(std::span<const std::string_view> arguments)
             if (i + 1 == arguments.size())
                 return usageError("--codepage needs a code page name");
             const std::string_view name = arguments[++i];
-            const auto canonical = vyr::canonicalCodePageName(name);
+            std::string refusal;
+            const auto canonical = vyr::canonicalCodePageName(name, &refusal);
             if (!canonical)
-                return usageError("unknown code page \"" + std::string(name) + "\"");
+                return usageError(refusal);
             // The library reads the narrow code page from here on first use.
             setenv("VYR_CODEPAGE", canonical->c_str(), 1);
             continue;

@@ -1,5 +1,7 @@
 #include "commands.h"
 
+#include "util/codepage.h"
+
 #include <cstdio>
 #include <vector>
 
@@ -12,7 +14,8 @@ constexpr const char *kUsage = "usage: vyrtool <command> [arguments]\n"
                                "      Encode or decode standard input and write the result to standard\n"
                                "      output. NAME is the narrow code page (an iconv name such as CP1252,\n"
                                "      or a Windows code page number such as 1252); the default is\n"
-                               "      VYR_CODEPAGE, else the locale's character set.\n"
+                               "      VYR_CODEPAGE, else the locale's character set. A code page that\n"
+                               "      does not keep ASCII as itself (UTF-7, UTF-16, EBCDIC) is refused.\n"
                                "  about [--screenshot FILE] [--accept]\n"
                                "      Show what is installed where and which resource library and\n"
                                "      language are in use. F1 or Help opens its help page.\n"
@@ -64,6 +67,12 @@ int main(int argc, char **argv)
     if (command == "--help" || command == "-h" || command == "help") {
         std::fputs(kUsage, stdout);
         return 0;
+    }
+    // Every command reads or writes narrow text: none runs in a code page
+    // other than the one asked for.
+    if (const auto refusal = vyr::refusedVyrCodePage()) {
+        std::fprintf(stderr, "vyrtool: %s\n", refusal->c_str());
+        return 2;
     }
     if (command == "codec")
         return runCodecCommand(std::span(arguments).subspan(1));

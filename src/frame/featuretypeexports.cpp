@@ -14,6 +14,8 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace {
@@ -87,13 +89,19 @@ bool VYRFeatTypePropertiesInWorkspace(IVYRSession *session, IVYRFeature *schemaF
         return false;
     try {
         // Each format of the workspace is told apart by its name, so that a
-        // feature type can move between them.
+        // feature type can move between them. Feature types of one format
+        // share its capability string, which may be megabytes: each string
+        // is read once, into one record that serves them all.
         std::vector<std::unique_ptr<VYRObjFTPropsFormatInfo>> formatRecords;
+        std::unordered_map<std::string_view, const VYRObjFTPropsFormatInfo *> recordOf;
         const auto makeFormat = [&](const char *capabilities) {
-            const std::string text(capabilities ? capabilities : "");
-            const std::string name = VYRObjFTPropsFormatInfo(text, nullptr).getFormatName();
-            formatRecords.push_back(std::make_unique<VYRObjFTPropsFormatInfo>(text, session, name));
-            return formatRecords.back().get();
+            const std::string_view text(capabilities ? capabilities : "");
+            const auto [known, added] = recordOf.try_emplace(text, nullptr);
+            if (added) {
+                formatRecords.push_back(VYRObjFTPropsFormatInfo::namedByFormat(text, session));
+                known->second = formatRecords.back().get();
+            }
+            return known->second;
         };
         const VYRObjFTPropsFormatInfo *format = makeFormat(formatCapabilities);
         FormatRecordList formats{format};

@@ -1,17 +1,25 @@
 #include "ftprops/geometrytypemappings.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace vyr {
 
+std::size_t GeometryTypeMappings::PairHash::operator()(const Pair &pair) const
+{
+    const std::hash<std::string> hash;
+    return hash(pair.first) * 31 + hash(pair.second);
+}
+
 void GeometryTypeMappings::add(std::string_view native, std::string_view generic)
 {
-    const std::pair<std::string, std::string> pair{std::string(native), std::string(generic)};
-    if (std::find(m_pairs.begin(), m_pairs.end(), pair) != m_pairs.end())
+    Pair pair{std::string(native), std::string(generic)};
+    if (!m_known.insert(pair).second)
         return;
-    m_pairs.push_back(pair);
-    m_byNative.try_emplace(pair.first, m_pairs.size() - 1);
-    m_byGeneric.try_emplace(pair.second, m_pairs.size() - 1);
+    m_pairs.push_back(std::move(pair));
+    const Pair &added = m_pairs.back();
+    m_byNative.try_emplace(added.first, m_pairs.size() - 1);
+    m_byGeneric.try_emplace(added.second, m_pairs.size() - 1);
 }
 
 std::string GeometryTypeMappings::map(const NameMap &names,

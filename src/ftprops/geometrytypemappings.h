@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -30,6 +31,11 @@ public:
 
 private:
     using NameMap = std::unordered_map<std::string, std::size_t>;
+    using Pair = std::pair<std::string, std::string>;
+    struct PairHash
+    {
+        std::size_t operator()(const Pair &pair) const;
+    };
 
     static std::string map(const NameMap &names, const std::vector<std::pair<std::string, std::string>> &pairs,
                            bool toGenericSide, std::string_view text, bool several);
@@ -37,6 +43,8 @@ private:
     std::vector<std::pair<std::string, std::string>> m_pairs;
     NameMap m_byNative;
     NameMap m_byGeneric;
+    // Every pair kept, so that a pair given again is known at once.
+    std::unordered_set<Pair, PairHash> m_known;
 };
 
 } // namespace vyr

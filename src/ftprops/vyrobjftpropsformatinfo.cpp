@@ -1,7 +1,6 @@
 #include "ftprops/vyrobjftpropsformatinfo.h"
 
 #include "attrtypes/typestring.h"
-#include "util/capabilityvalues.h"
 #include "ftprops/guiparameterline.h"
 
 #include "vyr/IVYRSession.h"
@@ -25,9 +24,9 @@ void forEachPair(const StringList &elements, Visit visit)
 VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, IVYRSession *session, std::string id)
     : m_session(session)
     , m_id(std::move(id))
+    , m_capabilities(capabilities)
 {
-    forEachPair(csvSplit(capabilities, ','),
-                [this](const std::string &key, const std::string &value) { m_capabilities[key] = value; });
+    const auto list = [this](const std::string &key) { return m_capabilities.list(key); };
     forEachPair(list("DEFLINE_PARMS"), [this](const std::string &line, const std::string &fallback) {
         const std::string name = ParseParameterLine(line).name;
         if (!m_parameterLines.contains(name))
@@ -37,7 +36,7 @@ VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, 
     });
     forEachPair(list("DEFLINE_PARM_HELP"),
                 [this](const std::string &name, const std::string &help) { m_parameterHelp[name] = help; });
-    m_dataTypes = std::make_unique<DataTypeMappings>(getFormatName(), isSource());
+    m_dataTypes = std::make_unique<DataTypeMappings>(m_capabilities.formatName(), m_capabilities.isSource());
     forEachPair(list("DATA_TYPE_MAPPINGS"), [this](const std::string &native, const std::string &generic) {
         m_dataTypes->addMapping(native, generic, kStoredListMode);
     });
@@ -51,28 +50,15 @@ VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, 
     });
 }
 
+std::unique_ptr<VYRObjFTPropsFormatInfo> VYRObjFTPropsFormatInfo::namedByFormat(std::string_view capabilities,
+                                                                                 IVYRSession *session)
+{
+    auto record = std::make_unique<VYRObjFTPropsFormatInfo>(capabilities, session, std::string());
+    record->m_id = record->getFormatName();
+    return record;
+}
+
 VYRObjFTPropsFormatInfo::~VYRObjFTPropsFormatInfo() = default;
-
-std::string VYRObjFTPropsFormatInfo::text(const std::string &key) const
-{
-    const auto found = m_capabilities.find(key);
-    return found == m_capabilities.end() ? std::string() : found->second;
-}
-
-bool VYRObjFTPropsFormatInfo::flag(const std::string &key, bool fallback) const
-{
-    return capabilityFlag(text(key)).value_or(fallback);
-}
-
-int VYRObjFTPropsFormatInfo::integer(const std::string &key) const
-{
-    return leadingInteger(text(key));
-}
-
-StringList VYRObjFTPropsFormatInfo::list(const std::string &key) const
-{
-    return csvSplit(text(key), ',');
-}
 
 std::string VYRObjFTPropsFormatInfo::getId() const
 {
@@ -81,22 +67,22 @@ std::string VYRObjFTPropsFormatInfo::getId() const
 
 std::string VYRObjFTPropsFormatInfo::getFormatName() const
 {
-    return text("FORMAT");
+    return m_capabilities.formatName();
 }
 
 std::string VYRObjFTPropsFormatInfo::getFormatLongName() const
 {
-    return text("FORMAT");
+    return m_capabilities.formatName();
 }
 
 bool VYRObjFTPropsFormatInfo::isSource() const
 {
-    return flag("SOURCE", true);
+    return m_capabilities.isSource();
 }
 
 bool VYRObjFTPropsFormatInfo::isSchemaReader() const
 {
-    return text("ROLE") == "SCHEMA_READER";
+    return m_capabilities.text("ROLE") == "SCHEMA_READER";
 }
 
 StringList VYRObjFTPropsFormatInfo::getDeflineParmNames() const
@@ -124,7 +110,7 @@ std::string VYRObjFTPropsFormatInfo::getDeflineParmHelp(const std::string &name)
 
 bool VYRObjFTPropsFormatInfo::hasDeflineAttrs() const
 {
-    return flag("HAS_DEFLINE_ATTRS", true);
+    return m_capabilities.flag("HAS_DEFLINE_ATTRS", true);
 }
 
 bool VYRObjFTPropsFormatInfo::isDatabase() const
@@ -148,12 +134,12 @@ bool VYRObjFTPropsFormatInfo::isDatabase() const
 
 bool VYRObjFTPropsFormatInfo::supportsFeatTypeFanout() const
 {
-    return flag("SUPPORTS_FEAT_TYPE_FANOUT", false);
+    return m_capabilities.flag("SUPPORTS_FEAT_TYPE_FANOUT", false);
 }
 
 bool VYRObjFTPropsFormatInfo::supportsMultiGeom() const
 {
-    return flag("SUPPORTS_MULTI_GEOM", false);
+    return m_capabilities.flag("SUPPORTS_MULTI_GEOM", false);
 }
 
 StringList VYRObjFTPropsFormatInfo::getFormatAttrNames() const
@@ -170,22 +156,22 @@ std::string VYRObjFTPropsFormatInfo::getFormatAttrType(const std::string &name) 
 
 std::string VYRObjFTPropsFormatInfo::getAttrCase() const
 {
-    return text("ATTR_CASE");
+    return m_capabilities.text("ATTR_CASE");
 }
 
 int VYRObjFTPropsFormatInfo::getMaxAttrLength() const
 {
-    return integer("MAX_ATTR_LENGTH");
+    return m_capabilities.integer("MAX_ATTR_LENGTH");
 }
 
 std::string VYRObjFTPropsFormatInfo::getAttrNameInvalidChars() const
 {
-    return text("ATTR_NAME_INVALID_CHARS");
+    return m_capabilities.text("ATTR_NAME_INVALID_CHARS");
 }
 
 StringList VYRObjFTPropsFormatInfo::getDestIllegalAttrList() const
 {
-    return list("DEST_ILLEGAL_ATTR_LIST");
+    return m_capabilities.list("DEST_ILLEGAL_ATTR_LIST");
 }
 
 StringSet VYRObjFTPropsFormatInfo::getDestIllegalAttrSet() const
@@ -196,27 +182,27 @@ StringSet VYRObjFTPropsFormatInfo::getDestIllegalAttrSet() const
 
 std::string VYRObjFTPropsFormatInfo::getFeatureTypeCase() const
 {
-    return text("FEATURE_TYPE_CASE");
+    return m_capabilities.text("FEATURE_TYPE_CASE");
 }
 
 int VYRObjFTPropsFormatInfo::getFeatureTypeLength() const
 {
-    return integer("FEATURE_TYPE_LENGTH");
+    return m_capabilities.integer("FEATURE_TYPE_LENGTH");
 }
 
 bool VYRObjFTPropsFormatInfo::featureTypeLengthIncludesPrefix() const
 {
-    return flag("FEATURE_TYPE_LENGTH_INCLUDES_PREFIX", false);
+    return m_capabilities.flag("FEATURE_TYPE_LENGTH_INCLUDES_PREFIX", false);
 }
 
 std::string VYRObjFTPropsFormatInfo::getFeatureTypeInvalidChars() const
 {
-    return text("FEATURE_TYPE_INVALID_CHARS");
+    return m_capabilities.text("FEATURE_TYPE_INVALID_CHARS");
 }
 
 StringList VYRObjFTPropsFormatInfo::getFeatureTypeReservedWords() const
 {
-    return list("FEATURE_TYPE_RESERVED_WORDS");
+    return m_capabilities.list("FEATURE_TYPE_RESERVED_WORDS");
 }
 
 StringSet VYRObjFTPropsFormatInfo::getFeatureTypeReservedWordSet() const
@@ -227,12 +213,12 @@ StringSet VYRObjFTPropsFormatInfo::getFeatureTypeReservedWordSet() const
 
 StringList VYRObjFTPropsFormatInfo::getAllowedFeatTypes() const
 {
-    return list("ALLOWED_FEAT_TYPES");
+    return m_capabilities.list("ALLOWED_FEAT_TYPES");
 }
 
 std::string VYRObjFTPropsFormatInfo::getFeatTypeValidationScript() const
 {
-    return text("FEAT_TYPE_VALIDATION_SCRIPT");
+    return m_capabilities.text("FEAT_TYPE_VALIDATION_SCRIPT");
 }
 
 int VYRObjFTPropsFormatInfo::getTypeListMode() const

@@ -17,6 +17,7 @@
 #define VYR_FTPROPS_VYROBJFTPROPSFORMATINFO_H
 
 #include "attrtypes/datatypemappings.h"
+#include "ftprops/formatcapabilities.h"
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/geometrytypemappings.h"
 
@@ -38,6 +39,9 @@ public:
     // `session` (not owned, may be null) is asked only by isDatabase. A host
     // that holds several formats at once gives each its own `id`.
     VYRObjFTPropsFormatInfo(std::string_view capabilities, IVYRSession *session, std::string id = kEngineFormatId);
+    // A record whose id is its format's name, for a host that holds several
+    // formats and tells them apart by name.
+    static std::unique_ptr<VYRObjFTPropsFormatInfo> namedByFormat(std::string_view capabilities, IVYRSession *session);
     ~VYRObjFTPropsFormatInfo() override;
 
     VYRObjFTPropsFormatInfo(const VYRObjFTPropsFormatInfo &) = delete;
@@ -76,14 +80,9 @@ public:
     const GeometryTypeMappings *getGeometryTypeMappings() const override;
 
 private:
-    std::string text(const std::string &key) const;
-    bool flag(const std::string &key, bool fallback) const;
-    int integer(const std::string &key) const;
-    StringList list(const std::string &key) const;
-
     IVYRSession *m_session;
     std::string m_id;
-    std::unordered_map<std::string, std::string> m_capabilities;
+    FormatCapabilities m_capabilities;
     StringList m_parameterNames;
     std::unordered_map<std::string, std::string> m_parameterLines;
     std::unordered_map<std::string, std::string> m_parameterDefaults;

@@ -171,11 +171,18 @@ void CFeatTypePropsGeneralDest::FillGeometry(const FTPropsFormatInfo *format, co
     m_geometryValue = geometry;
     m_geometry->clear();
     if ((!format->supportsMultiGeom() || format->isSource()) && geometry.find(' ') == std::string::npos) {
+        // A format may name its geometries by the hundred thousand: each
+        // name is looked up in a set, not in the list made so far.
         QStringList names;
+        QSet<QString> listed;
         for (const auto &[native, generic] : format->getGeometryTypeMappings()->pairs()) {
+            if (native == kNoGeometryMapping)
+                continue;
             const QString name = fromNarrow(native);
-            if (native != kNoGeometryMapping && !names.contains(name))
+            if (!listed.contains(name)) {
+                listed.insert(name);
                 names.append(name);
+            }
         }
         m_geometry->addItems(names);
         m_geometry->setCurrentIndex(findItemStartingWith(m_geometry.orStandIn(), fromNarrow(geometry)));

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <mutex>
+#include <unordered_map>
 #include <utility>
 
 namespace vyr {
@@ -27,6 +29,56 @@ constexpr std::array<std::pair<std::uint32_t, const char *>, 20> kNumberedCodePa
 bool iconvConvertsBothWays(const std::string &name)
 {
     return IconvConversion("UTF-16LE", name).isValid() && IconvConversion(name, "UTF-16LE").isValid();
+}
+
+// The whole of `input` through `conversion`, shift state left at the end;
+// nothing when iconv refuses it or holds part of it back.
+std::optional<std::string> convertWhole(const IconvConversion &conversion, std::string_view input)
+{
+    conversion.reset();
+    char buffer[32];
+    char *in = const_cast<char *>(input.data());
+    std::size_t inLeft = input.size();
+    char *out = buffer;
+    std::size_t outLeft = sizeof buffer;
+    if (iconv(conversion.get(), &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1)
+        || iconv(conversion.get(), nullptr, nullptr, &out, &outLeft) == static_cast<std::size_t>(-1) || inLeft != 0)
+        return std::nullopt;
+    return std::string(buffer, static_cast<std::size_t>(out - buffer));
+}
+
+// Whether each of the bytes 0x01-0x7F reads as the character of its value
+// and that character is written as that one byte again. ESC is left out: it
+// starts the shift sequences of the ISO 2022 code pages (ISO-2022-JP), which
+// keep every other ASCII byte as itself, and no name, separator or token
+// holds it.
+bool asciiIsItself(const std::string &name)
+{
+    constexpr int kEscape = 0x1B;
+    const IconvConversion toWide("UTF-16LE", name);
+    const IconvConversion fromWide(name, "UTF-16LE");
+    for (int value = 0x01; value <= 0x7F; ++value) {
+        if (value == kEscape)
+            continue;
+        const char byte = static_cast<char>(value);
+        const std::string narrow(1, byte);
+        const std::string wide{byte, '\0'};
+        if (convertWhole(toWide, narrow) != wide || convertWhole(fromWide, wide) != narrow)
+            return false;
+    }
+    return true;
+}
+
+// asciiIsItself, asked of iconv once per code page in the process.
+bool asciiIsItselfCached(const std::string &name)
+{
+    static std::mutex mutex;
+    static std::unordered_map<std::string, bool> known;
+    const std::lock_guard lock(mutex);
+    auto found = known.find(name);
+    if (found == known.end())
+        found = known.emplace(name, asciiIsItself(name)).first;
+    return found->second;
 }
 
 std::optional<std::uint32_t> codePageNumber(std::string_view name)
@@ -86,10 +138,15 @@ NarrowCodePageState &narrowState()
 
 } // namespace
 
-std::optional<std::string> canonicalCodePageName(std::string_view name)
+std::optional<std::string> canonicalCodePageName(std::string_view name, std::string *refusal)
 {
-    if (name.empty() || name.find_first_of(std::string_view("/\0", 2)) != std::string_view::npos)
+    const auto refuse = [&](const char *why) -> std::optional<std::string> {
+        if (refusal)
+            *refusal = "code page \"" + std::string(name) + "\" " + why;
         return std::nullopt;
+    };
+    if (name.empty() || name.find_first_of(std::string_view("/\0", 2)) != std::string_view::npos)
+        return refuse("is not known");
     std::string candidate;
     if (auto number = codePageNumber(name)) {
         if (*number == kAnsiCodePage)
@@ -105,7 +162,10 @@ std::optional<std::string> canonicalCodePageName(std::string_view name)
             candidate = "UTF-8";
     }
     if (!iconvConvertsBothWays(candidate))
-        return std::nullopt;
+        return refuse("is not known");
+    if (!asciiIsItselfCached(candidate))
+        return refuse("is refused: it does not keep every ASCII character as the one byte of its value, which "
+                      "names, separators and the codecs' tokens rely on");
     return candidate;
 }
 
@@ -121,6 +181,17 @@ const std::string &narrowCodePageRef()
         state.name = chosen ? std::move(*chosen) : localeCodeset();
     }
     return *state.name;
+}
+
+std::optional<std::string> refusedVyrCodePage()
+{
+    const char *requested = std::getenv("VYR_CODEPAGE");
+    if (!requested || !*requested || codePageNumber(requested) == kAnsiCodePage)
+        return std::nullopt;
+    std::string refusal;
+    if (canonicalCodePageName(requested, &refusal))
+        return std::nullopt;
+    return "VYR_CODEPAGE: " + refusal;
 }
 
 unsigned narrowCodePageGeneration()

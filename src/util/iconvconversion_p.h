@@ -34,16 +34,19 @@ public:
     // Converts all of `input` (bytes) and appends the result to `out`, a
     // std::string or std::u16string. Where iconv stops at input it cannot
     // convert, the descriptor is brought back to its initial shift state and
-    // `onStop(input, inputLeft, out)` is called; it must consume input (at
-    // least one unit) and may append a replacement to `out`.
+    // `onStop(input, inputLeft)` is called; it must consume input (at least
+    // one unit) and returns the unit that stands for what it consumed.
     template <typename String, typename OnStop>
     void convertAll(const char *input, std::size_t inputLeft, String &out, OnStop onStop) const
     {
         using Unit = typename String::value_type;
         reset();
         std::size_t usedUnits = out.size();
-        // Most texts need no more room than this; E2BIG grows it.
+        // Most texts need no more room than this; E2BIG grows it. The room
+        // only ever grows: sizing it anew at each stop would fill the rest
+        // of it again, and a text of undecodable bytes stops at every byte.
         out.resize(usedUnits + inputLeft + 16);
+        const auto grow = [&out] { out.resize(out.size() * 2 + 16); };
         auto convert = [&](char **in, std::size_t *inLeft) {
             for (;;) {
                 char *base = reinterpret_cast<char *>(out.data());
@@ -56,18 +59,18 @@ public:
                     return 0;
                 if (error != E2BIG)
                     return error;
-                out.resize(out.size() * 2 + 16);
+                grow();
             }
         };
         char *in = const_cast<char *>(input);
         while (inputLeft > 0 && convert(&in, &inputLeft) != 0) {
             convert(nullptr, nullptr); // leave any shift state before the replacement
-            out.resize(usedUnits);
             const char *stop = in;
-            onStop(stop, inputLeft, out);
+            const Unit replacement = onStop(stop, inputLeft);
             in = const_cast<char *>(stop);
-            usedUnits = out.size();
-            out.resize(usedUnits + inputLeft + 16);
+            if (usedUnits == out.size())
+                grow();
+            out[usedUnits++] = replacement;
         }
         convert(nullptr, nullptr);
         out.resize(usedUnits);

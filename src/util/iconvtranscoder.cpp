@@ -27,12 +27,12 @@ public:
 
     void appendWide(std::string_view narrow, std::u16string &out) const override
     {
-        toWide_.convertAll(
-            narrow.data(), narrow.size(), out, [](const char *&in, std::size_t &left, std::u16string &text) {
-                text.push_back(static_cast<char16_t>(kEscapedByteBase + static_cast<unsigned char>(*in)));
-                ++in;
-                --left;
-            });
+        toWide_.convertAll(narrow.data(), narrow.size(), out, [](const char *&in, std::size_t &left) {
+            const auto escaped = static_cast<char16_t>(kEscapedByteBase + static_cast<unsigned char>(*in));
+            ++in;
+            --left;
+            return escaped;
+        });
     }
 
     // Shift states and trail bytes in the ASCII range make cutting unsafe in
@@ -43,24 +43,22 @@ public:
     void appendNarrow(std::u16string_view wide, std::string &out) const override
     {
         const auto *bytes = reinterpret_cast<const char *>(wide.data());
-        fromWide_.convertAll(bytes, wide.size() * sizeof(char16_t), out,
-                             [](const char *&in, std::size_t &left, std::string &text) {
-                                 const char16_t unit = left >= 2 ? unitAt(in) : 0;
-                                 std::size_t consumed = left >= 2 ? 2 : left;
-                                 if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF) {
-                                     text.push_back(static_cast<char>(unit & 0xFF));
-                                 } else {
-                                     // A pair the code page cannot hold is one character.
-                                     if (unit >= 0xD800 && unit <= 0xDBFF && left >= 4) {
-                                         const char16_t next = unitAt(in + 2);
-                                         if (next >= 0xDC00 && next <= 0xDFFF)
-                                             consumed = 4;
-                                     }
-                                     text.push_back(kUnmappableReplacement);
-                                 }
-                                 in += consumed;
-                                 left -= consumed;
-                             });
+        fromWide_.convertAll(bytes, wide.size() * sizeof(char16_t), out, [](const char *&in, std::size_t &left) {
+            const char16_t unit = left >= 2 ? unitAt(in) : 0;
+            std::size_t consumed = left >= 2 ? 2 : left;
+            char replacement = kUnmappableReplacement;
+            if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF) {
+                replacement = static_cast<char>(unit & 0xFF);
+            } else if (unit >= 0xD800 && unit <= 0xDBFF && left >= 4) {
+                // A pair the code page cannot hold is one character.
+                const char16_t next = unitAt(in + 2);
+                if (next >= 0xDC00 && next <= 0xDFFF)
+                    consumed = 4;
+            }
+            in += consumed;
+            left -= consumed;
+            return replacement;
+        });
     }
 
 private:

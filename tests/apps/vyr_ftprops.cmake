@@ -21,6 +21,15 @@ if(NOT before STREQUAL after)
     message(FATAL_ERROR "a feature file changed without an edit")
 endif()
 
+# A code page that would change ASCII (UTF-7 reads "+b" as a shift) is
+# refused before anything is read or saved.
+execute_process(COMMAND ${CMAKE_COMMAND} -E env VYR_CODEPAGE=UTF-7 ${TOOL} ${WORK}/workspace.json --edit ROADS --accept
+    OUTPUT_QUIET ERROR_VARIABLE reason RESULT_VARIABLE status TIMEOUT 60)
+file(READ ${WORK}/schemas/shapefile-roads.json after)
+if(NOT status EQUAL 2 OR NOT reason MATCHES "VYR_CODEPAGE.*ASCII" OR NOT before STREQUAL after)
+    message(FATAL_ERROR "VYR_CODEPAGE=UTF-7: exit ${status}, said: ${reason}")
+endif()
+
 # A geometry the format does not know: OK is refused, nothing waits for a
 # person, nothing is saved.
 file(READ ${WORK}/schemas/shapefile-wells.json wells)

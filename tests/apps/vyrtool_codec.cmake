@@ -21,7 +21,8 @@ execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${SAMPLE} ${WORK}/deco
 if(differs)
     message(FATAL_ERROR "the WWJD round trip changed the text")
 endif()
-foreach(bad "codec;nonsense" "codec;encode-wwjd;--codepage;NO-SUCH-CHARSET" "codec;encode-wwjd;--codepage" "frobnicate")
+foreach(bad "codec;nonsense" "codec;encode-wwjd;--codepage;NO-SUCH-CHARSET"
+        "codec;encode-wwjd;--codepage;UTF-7" "codec;encode-wwjd;--codepage" "frobnicate")
     execute_process(COMMAND ${TOOL} ${bad} INPUT_FILE ${SAMPLE} OUTPUT_QUIET ERROR_VARIABLE message RESULT_VARIABLE status)
     if(NOT status EQUAL 2 OR message STREQUAL "")
         message(FATAL_ERROR "vyrtool ${bad}: expected exit 2 and a message, got ${status}")

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 
 namespace vyr {
@@ -144,6 +145,35 @@ TEST(FormatInfoTest, ParametersTypesAndGeometries)
     EXPECT_EQ(geometries->toGeneric("point\tline", true), "") << "without a blank the text is one name";
     EXPECT_EQ(geometries->toGeneric("point area", false), "vyr_point");
     EXPECT_EQ(geometries->toNative("vyr_area", false), "");
+}
+
+// Thousands of pairs, whole pairs given again and names given again with
+// another partner: the pairs kept and the answers are those of a plain
+// search from the front.
+TEST(FormatInfoTest, ManyGeometryPairsKeepTheFirstOfEach)
+{
+    using Pair = std::pair<std::string, std::string>;
+    StringList elements;
+    std::vector<Pair> firsts;
+    for (int i = 0; i < 2400; ++i) {
+        const int name = i % 1000;
+        const Pair pair{"native" + std::to_string(name), "vyr_" + std::to_string(name % 7 + (i >= 2000 ? 1 : 0))};
+        elements.push_back(pair.first);
+        elements.push_back(pair.second);
+        if (std::find(firsts.begin(), firsts.end(), pair) == firsts.end())
+            firsts.push_back(pair);
+    }
+    const VYRObjFTPropsFormatInfo info(csvJoin({"GEOM_TYPE_MAPPINGS", csvJoin(elements, ',')}, ','), nullptr);
+    const GeometryTypeMappings *geometries = info.getGeometryTypeMappings();
+    ASSERT_EQ(geometries->pairs(), firsts);
+    for (const auto &[native, generic] : firsts) {
+        const auto byNative =
+            std::find_if(firsts.begin(), firsts.end(), [&](const Pair &p) { return p.first == native; });
+        const auto byGeneric =
+            std::find_if(firsts.begin(), firsts.end(), [&](const Pair &p) { return p.second == generic; });
+        EXPECT_EQ(geometries->toGeneric(native, false), byNative->second) << native;
+        EXPECT_EQ(geometries->toNative(generic, false), byGeneric->first) << generic;
+    }
 }
 
 TEST(FormatInfoTest, DatabaseFormatsAreKnownByTheSession)

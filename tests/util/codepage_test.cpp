@@ -34,7 +34,15 @@ TEST(CodePageNames, canonicalNames)
         {"28591", "ISO-8859-1"},
         {"932", "CP932"},
         {"euc-jp", "EUC-JP"},
+        {"gb18030", "GB18030"},
+        {"iso-2022-jp", "ISO-2022-JP"}, // shifts, but ASCII stays itself
         {"NO-SUCH-CHARSET", std::nullopt},
+        // They would change ASCII bytes: "+" starts a run in UTF-7, "A" is
+        // not 0x41 in EBCDIC, and the wide ones make two or four bytes.
+        {"UTF-7", std::nullopt},
+        {"UTF-16", std::nullopt},
+        {"UTF-32", std::nullopt},
+        {"CP037", std::nullopt},
         {"", std::nullopt},
         {"UTF-8//TRANSLIT", std::nullopt},
         {"99999", std::nullopt},
@@ -53,6 +61,7 @@ TEST_F(NarrowCodePage, comesFromVyrCodepageThenLocale)
     } cases[] = {
         {"1252", "C", "CP1252"},
         {"NO-SUCH-CHARSET", "C", "UTF-8"}, // an unknown VYR_CODEPAGE falls back to the locale
+        {"UTF-7", "C", "UTF-8"}, // and so does one that is refused
         {std::nullopt, "POSIX", "UTF-8"},
         {std::nullopt, "xx_YY.ISO-8859-15@euro", "ISO-8859-15"}, // not installed, yet it names its codeset
     };
@@ -61,6 +70,32 @@ TEST_F(NarrowCodePage, comesFromVyrCodepageThenLocale)
         m_env.set("LC_ALL", c.locale);
         resetNarrowCodePage();
         EXPECT_EQ(narrowCodePage(), c.expected) << c.vyrCodePage.value_or("(unset)") << " / " << c.locale;
+    }
+}
+
+TEST_F(NarrowCodePage, aRefusedCodePageSaysWhy)
+{
+    std::string refusal;
+    EXPECT_FALSE(canonicalCodePageName("utf-7", &refusal));
+    EXPECT_NE(refusal.find("\"utf-7\""), std::string::npos) << refusal;
+    EXPECT_NE(refusal.find("ASCII"), std::string::npos) << refusal;
+    EXPECT_FALSE(setNarrowCodePage("UTF-16"));
+
+    const struct
+    {
+        std::optional<std::string> vyrCodePage;
+        const char *says; // nullptr: nothing to say
+    } cases[] = {
+        {std::nullopt, nullptr},          {"CP1252", nullptr}, {"0", nullptr}, {"UTF-7", "ASCII"},
+        {"NO-SUCH-CHARSET", "not known"},
+    };
+    for (const auto &c : cases) {
+        m_env.set("VYR_CODEPAGE", c.vyrCodePage);
+        const std::optional<std::string> said = refusedVyrCodePage();
+        ASSERT_EQ(said.has_value(), c.says != nullptr) << c.vyrCodePage.value_or("(unset)");
+        if (said) {
+            EXPECT_NE(said->find(c.says), std::string::npos) << *said;
+        }
     }
 }
 
@@ -142,6 +177,41 @@ TEST(StringConverter, everyByteStringSurvivesTheTrip)
             const std::string text = random.bytes(40);
             ASSERT_EQ(converter.fromWide(converter.toWide(text)), text) << "code page " << codePage;
         }
+    }
+}
+
+// Bytes a multi-byte code page cannot decode stop the conversion at each
+// one: a long text of them converts exactly as its pieces do one by one,
+// both ways, shift sequences included.
+TEST(StringConverter, undecodableRunsConvertAsTheirPiecesDo)
+{
+    const struct
+    {
+        std::uint32_t codePage;
+        std::string character; // one character in the code page
+    } cases[] = {
+        {932, "\x82\xA0"},
+        {20932, "\xA4\xA2"},
+        {54936, "\x81\x30\x81\x30"},
+        {50220, "\x1B$B$\"\x1B(B"},
+    };
+    for (const auto &c : cases) {
+        const VYRSimpleWindowsStringConverter converter(c.codePage);
+        ASSERT_EQ(converter.toWide(c.character).size(), 1u) << "code page " << c.codePage;
+        std::string narrow;
+        std::u16string wide;
+        std::u16string expectedWide;
+        std::string expectedNarrow;
+        for (int i = 0; i < 3000; ++i) {
+            const std::string undecodable(1 + i % 3, '\xFF');
+            narrow += c.character + undecodable;
+            // A lone high surrogate: no code page holds it, GB18030 included.
+            wide += converter.toWide(c.character) + converter.toWide(undecodable) + u"\xD800";
+            expectedWide += converter.toWide(c.character) + converter.toWide(undecodable);
+            expectedNarrow += c.character + undecodable + "?";
+        }
+        EXPECT_EQ(converter.toWide(narrow), expectedWide) << "code page " << c.codePage;
+        EXPECT_EQ(converter.fromWide(wide), expectedNarrow) << "code page " << c.codePage;
     }
 }
 
