@@ -166,25 +166,34 @@ VYRGUIMFC_API void *VYRNativeParentWindow(uintptr_t windowId);
  * does not serve; the class object it hands out answers 0x80004002 (no such
  * interface) to a QueryInterface for one it is not.
  *
- * The registry is kept in settings files (INI): the keys of the classes root
- * ("SOFTWARE\Classes\...") in Classes/TypeLib.conf, Classes/Interface.conf
- * and Classes/CLSID.conf of the first folder of $XDG_CONFIG_DIRS (default
- * /etc/xdg), or of $XDG_CONFIG_HOME (default ~/.config) when
- * VYR_REGISTER_PER_USER=1 was in the environment when the process first
- * called any of these four entry points. A key's default value is "@".
+ * The registry is kept in one settings file (INI): the keys of the classes
+ * root ("SOFTWARE\vyr\Classes\...") in vyr/Classes.conf of the first folder
+ * of $XDG_CONFIG_DIRS (default /etc/xdg), or of $XDG_CONFIG_HOME (default
+ * ~/.config) when VYR_REGISTER_PER_USER=1 was in the environment when the
+ * process first called any of these four entry points. A key's default
+ * value is "@". No settings file or folder below the configuration folder
+ * is written, created or removed through a symbolic link: a link there is a
+ * failure. Why a step failed (permission, a link, a file where a folder
+ * belongs) is logged under the Qt category "vyr.frame.registration".
  *
  * DllRegisterServer writes the type library vyrguimfcLib 1.0 (TypeLib\{LIBID})
  * and then the proxy/stub of its interface VVyrOlePropertyPage (Interface\{IID}
  * and the proxy/stub's class under CLSID), naming this library's file. The
  * calling thread runs in the C locale meanwhile and gets its own back. The
  * first failing step's code is returned; what earlier steps wrote stays.
- * DllUnregisterServer removes exactly those keys, and settings files and
- * folders left empty. DllGetClassObject serves only the proxy/stub's class
- * object (interfaces IUnknown and IPSFactoryBuffer; it makes no proxies on
- * this platform); any other class is not available. DllCanUnloadNow answers
- * 1 while that class object is held, a dialog of the library exists, the
+ * DllUnregisterServer writes nothing: it removes exactly the values
+ * registration writes (0x8002801C or 0x80070005 when one cannot be
+ * removed), and settings files and folders left empty; with nothing
+ * registered it changes nothing and succeeds. It also clears what earlier
+ * versions left in Classes/TypeLib.conf, Classes/Interface.conf and
+ * Classes/CLSID.conf, as far as it can (a link there is left alone and
+ * logged). DllGetClassObject serves only the proxy/stub's class object
+ * (interfaces IUnknown and IPSFactoryBuffer; it makes no proxies on this
+ * platform); any other class is not available. DllCanUnloadNow answers 1
+ * while that class object is held, a dialog of the library exists, the
  * library's help routine is installed on the application, or the server is
- * locked; else 0.
+ * locked, and whenever it is called off the Qt application's thread (where
+ * the library's widgets cannot be counted safely); else 0.
  */
 typedef struct VYRGuid {
     uint32_t data1;

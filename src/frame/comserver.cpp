@@ -69,10 +69,18 @@ HRESULT writeRegistryEntries(const RegistryEntries &entries, RegistryHive hive, 
 HRESULT removeRegistryEntries(const RegistryEntries &entries, RegistryHive hive, HRESULT failure)
 {
     std::string error;
-    for (const char *root : {kClassesRoot, kEarlierClassesRoot}) {
-        for (const RegistryEntry &entry : entries(root)) {
-            if (!removeRegistryValue(hive, entry.key, entry.name, error))
-                return failed(error, failure);
+    for (const RegistryEntry &entry : entries(kClassesRoot)) {
+        if (!removeRegistryValue(hive, entry.key, entry.name, error))
+            return failed(error, failure);
+    }
+    // The earlier place may belong to other software now (a link there is
+    // its business): what cannot be cleared there is said, and the rest of
+    // unregistering goes on.
+    for (const RegistryEntry &entry : entries(kEarlierClassesRoot)) {
+        if (!removeRegistryValue(hive, entry.key, entry.name, error)) {
+            qCInfo(lcRegistration).noquote()
+                << QString::fromStdString(error + " (the earlier place of the records, left as it is)");
+            break;
         }
     }
     return S_OK;
@@ -80,8 +88,7 @@ HRESULT removeRegistryEntries(const RegistryEntries &entries, RegistryHive hive,
 
 CvyrguimfcModule::CvyrguimfcModule()
     : m_perUser(getEnvironment("VYR_REGISTER_PER_USER") == "1")
-{
-}
+{}
 
 CvyrguimfcModule &CvyrguimfcModule::instance()
 {

@@ -104,17 +104,16 @@ void VYRObjFTPropsSchemaInfo::writeLists(PairLists lists, const StringList &name
 
 namespace {
 
-// A pair list held in memory: the names and values lists as read.
+// A pair list held in memory, its two lists of one length.
 struct PairValues
 {
     StringList names;
     StringList values;
 
-    // Removes every pair of `name`; whether anything was removed. An
-    // inconsistent pair list is left as it is.
+    // Removes every pair of `name`; whether anything was removed.
     bool remove(const std::string &name)
     {
-        if (std::find(names.begin(), names.end(), name) == names.end() || values.size() != names.size())
+        if (std::find(names.begin(), names.end(), name) == names.end())
             return false;
         std::size_t kept = 0;
         for (std::size_t i = 0; i < names.size(); ++i) {
@@ -134,39 +133,49 @@ struct PairValues
     // The pair of `name` at the end of both lists.
     void set(const std::string &name, const std::string &value)
     {
-        dropIfInconsistent();
         remove(name);
         names.push_back(name);
         values.push_back(value);
-    }
-    // Lists that do not pair up were never read (every name answered its
-    // default), and appending to both would pair later names with earlier
-    // values. A write starts from no pairs instead, so what is stored is
-    // what every reader saw, plus what is written.
-    void dropIfInconsistent()
-    {
-        if (names.size() != values.size()) {
-            names.clear();
-            values.clear();
-        }
     }
 };
 
 } // namespace
 
+std::pair<StringList, StringList> VYRObjFTPropsSchemaInfo::readPairs(PairLists lists) const
+{
+    StringList names = readList(lists.names);
+    StringList values = readList(lists.values);
+    if (names.size() == values.size())
+        return {std::move(names), std::move(values)};
+    // Appending to lists of two lengths would pair later names with earlier
+    // values. Exposed format attributes are shown by name, and their types
+    // are the format's own, so the pairs can be made whole again; parameter
+    // values that do not pair up were never read by anybody.
+    if (std::string_view(lists.names) != kFormatAttrNames)
+        return {};
+    values.clear();
+    for (const std::string &name : names) {
+        const std::string *type = formatAttributeType(name);
+        values.push_back(type ? *type : std::string());
+    }
+    return {std::move(names), std::move(values)};
+}
+
 void VYRObjFTPropsSchemaInfo::removeEntry(PairLists lists, const std::string &name)
 {
-    PairValues pairs{readList(lists.names), {}};
-    if (std::find(pairs.names.begin(), pairs.names.end(), name) == pairs.names.end())
+    const StringList names = readList(lists.names);
+    if (std::find(names.begin(), names.end(), name) == names.end())
         return;
-    pairs.values = readList(lists.values);
+    auto [pairNames, pairValues] = readPairs(lists);
+    PairValues pairs{std::move(pairNames), std::move(pairValues)};
     if (pairs.remove(name))
         writeLists(lists, pairs.names, pairs.values);
 }
 
 void VYRObjFTPropsSchemaInfo::setEntry(PairLists lists, const std::string &name, const std::string &value)
 {
-    PairValues pairs{readList(lists.names), readList(lists.values)};
+    auto [names, values] = readPairs(lists);
+    PairValues pairs{std::move(names), std::move(values)};
     pairs.set(name, value);
     writeLists(lists, pairs.names, pairs.values);
 }
@@ -175,9 +184,8 @@ void VYRObjFTPropsSchemaInfo::retainPairs(PairKind kind, const std::function<boo
 {
     const PairLists lists = kind == PairKind::FormatAttributes ? PairLists{kFormatAttrNames, kFormatAttrTypes}
                                                                : PairLists{kParameterNames, kParameterValues};
-    PairValues pairs{readList(lists.names), readList(lists.values)};
-    if (pairs.names.size() != pairs.values.size())
-        return;
+    auto [names, values] = readPairs(lists);
+    PairValues pairs{std::move(names), std::move(values)};
     PairValues kept;
     for (std::size_t i = 0; i < pairs.names.size(); ++i) {
         if (keep(pairs.names[i])) {
@@ -446,8 +454,8 @@ std::map<std::string, std::string> VYRObjFTPropsSchemaInfo::getParameters(const 
 
 void VYRObjFTPropsSchemaInfo::setParameters(const std::vector<std::pair<std::string, std::string>> &values)
 {
-    PairValues pairs{readList(kParameterNames), readList(kParameterValues)};
-    pairs.dropIfInconsistent();
+    auto [names, stored] = readPairs({kParameterNames, kParameterValues});
+    PairValues pairs{std::move(names), std::move(stored)};
     bool changed = false;
     // What setting them one by one leaves, in one pass: the pairs of
     // names not given keep their order, and each name given ends up

@@ -25,6 +25,7 @@
 #include <functional>
 #include <optional>
 #include <unordered_map>
+#include <utility>
 
 class IVYRFeature;
 class IVYRSession;
@@ -108,8 +109,8 @@ protected:
     bool readAttribute(const std::string &name, std::string &value) const;
     StringList readList(const char *name) const;
     // Keeps the exposed format attributes (with their types), or the
-    // parameters (with their values), whose names `keep` accepts; a pair
-    // list that is not consistent is left as it is.
+    // parameters (with their values), whose names `keep` accepts, of the
+    // pairs as readPairs reads them.
     enum class PairKind { FormatAttributes, Parameters };
     void retainPairs(PairKind kind, const std::function<bool(const std::string &)> &keep);
 
@@ -130,9 +131,11 @@ private:
     void writeUserAttribute(const UserAttributeTypes &attribute, bool last);
     // An attribute came or went: the names must be read again.
     void attributesChanged() { m_namesInUpdate.reset(); }
-    // A pair list whose two lists differ in length reads as no pairs:
-    // removing from it leaves it as it is, setting an entry replaces it
-    // with that one pair.
+    // Both lists of a pair list, of one length: lists of two lengths are
+    // made whole where the pairs can be known (exposed format attributes,
+    // whose types are the format's) and read as no pairs where they cannot
+    // (parameters). Removing and setting an entry start from these.
+    std::pair<StringList, StringList> readPairs(PairLists lists) const;
     void removeEntry(PairLists lists, const std::string &name);
     void setEntry(PairLists lists, const std::string &name, const std::string &value);
     // Whether a parameter is part of the format's prompt rather than a value

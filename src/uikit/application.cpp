@@ -73,6 +73,8 @@ int libraryObjectsInFramework()
     // The framework's lists of objects belong to the application's thread;
     // reading them from another could see a widget half made or half gone.
     // Not knowing, the library says it is still in use.
+    if (!QCoreApplication::instance())
+        return 0;
     if (!onApplicationThread())
         return 1;
     auto *application = qobject_cast<QApplication *>(QCoreApplication::instance());
@@ -116,8 +118,9 @@ QApplication *ensureApplication()
     }
     auto *application = qobject_cast<QApplication *>(QCoreApplication::instance());
     if (!application) {
-        std::fputs("vyrguimfc: the host's Qt application has no widgets (a QCoreApplication), so no dialog is shown\n",
-                   stderr);
+        std::fputs(
+            "vyrguimfc: the host's Qt application is not a QApplication (it has no widgets), so no dialog is shown\n",
+            stderr);
         return nullptr;
     }
     static QPointer<QApplication> filtered;

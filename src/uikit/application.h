@@ -34,8 +34,9 @@ bool onApplicationThread();
 // routine installed on the application (which stands for an application
 // the library made as well) and every dialog of the library that still
 // exists. While any is there, the library must stay loaded: the framework
-// would call into code that is gone. Off the application's thread nothing
-// can be counted safely, and the answer is 1.
+// would call into code that is gone. Without an application there is
+// nothing; off the application's thread nothing can be counted safely,
+// and the answer is 1.
 int libraryObjectsInFramework();
 
 } // namespace vyr

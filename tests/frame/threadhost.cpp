@@ -5,6 +5,8 @@
 //
 //   thread-first     a second thread calls before any application exists
 //                    (refused), then the main thread shows the dialog
+//   library-made     the main thread has the library make the application,
+//                    then a second thread calls (refused)
 //   concurrent       a second thread calls the exports and DllCanUnloadNow
 //                    over and over while the main thread is in the dialog
 //   raw-window-id    an X11 window id passed where an owner belongs
@@ -118,6 +120,21 @@ int threadFirst(Host &host)
     return failures;
 }
 
+int libraryMade(Host &host)
+{
+    // Asking for an owner makes the application, as any export would.
+    expect(VYRNativeParentWindow(0) == nullptr && QCoreApplication::instance(), "the library made no application");
+    bool dialogAnswer = true;
+    bool pickerAnswer = true;
+    std::thread second([&] {
+        dialogAnswer = host.showDialog();
+        pickerAnswer = host.pickGeodatabase();
+    });
+    second.join();
+    expect(!dialogAnswer && !pickerAnswer, "a second thread's call was not refused");
+    return failures;
+}
+
 int concurrent(Host &host)
 {
     HostApplication application;
@@ -194,13 +211,16 @@ int nativeParent(Host &host)
 int main(int argc, char **argv)
 {
     if (argc != 3) {
-        std::fputs("usage: threadhost thread-first|concurrent|raw-window-id|native-parent SCHEMA.json\n", stderr);
+        std::fputs("usage: threadhost thread-first|library-made|concurrent|raw-window-id|native-parent SCHEMA.json\n",
+                   stderr);
         return 2;
     }
     Host host(argv[2]);
     const std::string scenario = argv[1];
     if (scenario == "thread-first")
         return threadFirst(host) ? 1 : 0;
+    if (scenario == "library-made")
+        return libraryMade(host) ? 1 : 0;
     if (scenario == "concurrent")
         return concurrent(host) ? 1 : 0;
     if (scenario == "raw-window-id")

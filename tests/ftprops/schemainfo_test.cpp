@@ -184,6 +184,25 @@ TEST_F(SchemaInfoTest, NamesListUserAttributesThenExposedFormatAttributes)
     EXPECT_EQ(attribute("*a"), "(absent)") << "the written type goes with it";
 }
 
+// Exposed format attributes whose types list is short are all shown; a
+// write pairs each with its type again rather than with a neighbour's.
+TEST_F(SchemaInfoTest, ExposedFormatAttributesOfTwoLengthsAreMadeWhole)
+{
+    const auto start = [this] {
+        setList("*vyr_format_attr_name", {"shape_type", "record_id"});
+        setList("*vyr_format_attr_type", {"char(20)"});
+    };
+    start();
+    EXPECT_EQ(m_schema->getAttributeNames(false, true), (StringList{"shape_type", "record_id"}));
+    m_schema->storeAttribute("part{0}.x", "number(10,2)", true);
+    EXPECT_EQ(list("*vyr_format_attr_name"), (StringList{"shape_type", "record_id", "part{0}.x"}));
+    EXPECT_EQ(list("*vyr_format_attr_type"), (StringList{"char(20)", "number(10,0)", "number(10,2)"}));
+    start();
+    m_schema->removeAttribute("record_id");
+    EXPECT_EQ(list("*vyr_format_attr_name"), StringList{"shape_type"}) << "unticked, as the screen showed it";
+    EXPECT_EQ(list("*vyr_format_attr_type"), StringList{"char(20)"});
+}
+
 TEST_F(SchemaInfoTest, ParametersKeepOnePairAtTheEnd)
 {
     EXPECT_EQ(m_schema->getParameter("MODE"), "fast");
@@ -225,8 +244,11 @@ TEST_F(SchemaInfoTest, ParametersInBulkMatchOneByOne)
         {"inconsistent lists", {"P", "Q", "P"}, {"first"}},
         {"a DISABLE value stored", {"ENABLE", "MODE"}, {"Yes", "slow"}},
     };
-    const std::vector<std::pair<std::string, std::string>> writes{
-        {"MODE", "slow"}, {"ENABLE", "No"}, {"P", "p2"}, {"LINE", "x"}, {"MODE", "medium"}};
+    const std::vector<std::pair<std::string, std::string>> writes{{"MODE", "slow"},
+                                                                  {"ENABLE", "No"},
+                                                                  {"P", "p2"},
+                                                                  {"LINE", "x"},
+                                                                  {"MODE", "medium"}};
     const StringList asked{"MODE", "P", "Q", "ENABLE", "NONE"};
     for (const Start &start : starts) {
         SCOPED_TRACE(start.what);
