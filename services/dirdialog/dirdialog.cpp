@@ -3,19 +3,20 @@
 
 #include "geodatabasepicker.h"
 
-#include "util/stringconverter.h"
+#include "uikit/narrowtext.h"
 
 #include <QApplication>
-#include <QFile>
 
 #include <cstring>
 #include <string>
 
 namespace {
 
-QString fromNarrow(const char *text)
+// Texts and paths alike are narrow text, read losslessly: a path keeps its
+// bytes on the way in and out.
+QString textOf(const char *text)
 {
-    return text ? QString::fromStdString(vyr::ansiToUtf8(text)) : QString();
+    return text ? vyr::fromNarrow(text) : QString();
 }
 
 } // namespace
@@ -26,15 +27,15 @@ extern "C" int VYR_SelectGeodatabase(const char *title, const char *prompt, char
         return -1;
     try {
         const int maxBytes = VYR_GEODATABASE_PATH_BUFFER - 1;
-        const QString start = QFile::decodeName(QByteArray(path, static_cast<qsizetype>(::strnlen(path, maxBytes))));
-        vyr::services::GeodatabasePicker picker(fromNarrow(title), fromNarrow(prompt), start, option == 1, maxBytes,
+        const QString start = vyr::fromNarrow(std::string_view(path, ::strnlen(path, maxBytes)));
+        vyr::services::GeodatabasePicker picker(textOf(title), textOf(prompt), start, option == 1, maxBytes,
                                                 static_cast<QWidget *>(parent));
         if (picker.exec() != QDialog::Accepted)
             return 1;
-        const QByteArray chosen = QFile::encodeName(picker.path());
-        if (chosen.size() > maxBytes) // the picker refuses such paths already
+        const std::string chosen = vyr::toNarrow(picker.path());
+        if (chosen.size() > static_cast<std::size_t>(maxBytes)) // the picker refuses such paths already
             return 1;
-        std::memcpy(path, chosen.constData(), static_cast<std::size_t>(chosen.size()));
+        std::memcpy(path, chosen.data(), chosen.size());
         path[chosen.size()] = '\0';
         return 0;
     } catch (...) {

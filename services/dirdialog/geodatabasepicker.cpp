@@ -1,24 +1,33 @@
 #include "geodatabasepicker.h"
 
+#include "foldermodel.h"
 #include "servicetext.h"
+
+#include "uikit/narrowtext.h"
 
 #include <QCompleter>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QFileInfo>
-#include <QFileSystemModel>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+
 namespace vyr::services {
 
+// Paths are the file system's bytes shown through the narrow code page
+// (toNarrow and fromNarrow), never through Qt's file name encoding, which
+// turns bytes that are no UTF-8 into U+FFFD and so names another file.
 namespace {
 
 bool namedGdb(const QString &name)
@@ -26,9 +35,55 @@ bool namedGdb(const QString &name)
     return name.endsWith(QStringLiteral(".gdb"), Qt::CaseInsensitive) && name.size() > 4;
 }
 
+QString workingFolder()
+{
+    std::string buffer(256, '\0');
+    while (!::getcwd(buffer.data(), buffer.size())) {
+        if (errno != ERANGE)
+            return QStringLiteral("/");
+        buffer.resize(buffer.size() * 2);
+    }
+    buffer.resize(buffer.find('\0'));
+    return fromNarrow(buffer);
+}
+
+QString homeFolder()
+{
+    const char *home = std::getenv("HOME");
+    return home && *home == '/' ? fromNarrow(home) : QStringLiteral("/");
+}
+
 QString absoluteClean(const QString &path)
 {
-    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
+    return QDir::cleanPath(path.startsWith(u'/') ? path : workingFolder() + u'/' + path);
+}
+
+QString nameOf(const QString &path)
+{
+    return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
+QString folderAbove(const QString &path)
+{
+    const qsizetype slash = path.lastIndexOf(u'/');
+    return slash <= 0 ? QStringLiteral("/") : path.left(slash);
+}
+
+// The kind of file at `path` (S_IFDIR, S_IFREG ...), 0 when there is none.
+// Bytes with a NUL in them name no file; cut at the NUL they would name
+// another.
+unsigned kindOf(const QString &path)
+{
+    const std::string bytes = toNarrow(path);
+    struct stat info {};
+    if (bytes.find('\0') != std::string::npos || ::stat(bytes.c_str(), &info) != 0)
+        return 0;
+    return info.st_mode & S_IFMT;
+}
+
+bool isFolder(const QString &path)
+{
+    return kindOf(path) == S_IFDIR;
 }
 
 } // namespace
@@ -38,24 +93,56 @@ GeodatabasePath classifyGeodatabasePath(const QString &typed, bool allowNew, int
     if (typed.trimmed().isEmpty())
         return GeodatabasePath::Empty;
     const QString path = absoluteClean(typed);
-    if (QFile::encodeName(path).size() > maxBytes)
+    const std::string bytes = toNarrow(path);
+    // A character the code page cannot hold comes out as "?": another name.
+    if (fromNarrow(bytes) != path)
+        return GeodatabasePath::NotInCodePage;
+    if (bytes.size() > static_cast<std::size_t>(maxBytes))
         return GeodatabasePath::TooLong;
-    const QFileInfo info(path);
-    if (info.exists()) {
-        if (!info.isDir())
+    if (bytes.find('\0') != std::string::npos)
+        return GeodatabasePath::Missing;
+    if (const unsigned kind = kindOf(path)) {
+        if (kind != S_IFDIR)
             return GeodatabasePath::NotAFolder;
-        return namedGdb(info.fileName()) ? GeodatabasePath::Existing : GeodatabasePath::NotNamedGdb;
+        return namedGdb(nameOf(path)) ? GeodatabasePath::Existing : GeodatabasePath::NotNamedGdb;
     }
-    if (allowNew && namedGdb(info.fileName()) && QFileInfo(info.path()).isDir())
+    if (allowNew && namedGdb(nameOf(path)) && isFolder(folderAbove(path)))
         return GeodatabasePath::New;
     return GeodatabasePath::Missing;
 }
+
+namespace {
+
+// Completes a typed absolute path folder by folder along the tree.
+class FolderCompleter : public QCompleter
+{
+public:
+    FolderCompleter(FolderModel *folders, QObject *parent)
+        : QCompleter(folders, parent)
+    {}
+
+    QStringList splitPath(const QString &path) const override
+    {
+        if (!path.startsWith(u'/'))
+            return {path};
+        QStringList parts = path.split(u'/');
+        parts.front() = QStringLiteral("/");
+        return parts;
+    }
+
+    QString pathFromIndex(const QModelIndex &index) const override
+    {
+        return index.data(FolderModel::PathRole).toString();
+    }
+};
+
+} // namespace
 
 struct GeodatabasePicker::Private
 {
     bool allowNew = false;
     int maxBytes = 0;
-    QFileSystemModel *folders = nullptr;
+    FolderModel *folders = nullptr;
     QTreeView *tree = nullptr;
     QLineEdit *path = nullptr;
     QLabel *status = nullptr;
@@ -63,6 +150,9 @@ struct GeodatabasePicker::Private
     // Set while the tree follows the typed path, so that it does not write
     // the path back over what is being typed.
     bool following = false;
+    // The start path as the field showed it, when it filled the caller's
+    // buffer: it may be a longer path cut short, so it is not an answer.
+    QString cutStart;
 };
 
 GeodatabasePicker::GeodatabasePicker(const QString &title, const QString &prompt, const QString &startPath,
@@ -87,26 +177,17 @@ GeodatabasePicker::GeodatabasePicker(const QString &title, const QString &prompt
     d->path->setObjectName(QStringLiteral("path"));
     auto *pathLabel = new QLabel(localized("&Geodatabase:"), this);
     pathLabel->setBuddy(d->path);
+    d->folders = new FolderModel(this);
     // Typed paths complete to folders only, as the tree shows them.
-    auto *completionModel = new QFileSystemModel(this);
-    completionModel->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Drives);
-    completionModel->setRootPath(QDir::rootPath());
-    auto *completer = new QCompleter(completionModel, this);
-    d->path->setCompleter(completer);
+    d->path->setCompleter(new FolderCompleter(d->folders, this));
     auto *pathRow = new QHBoxLayout;
     pathRow->addWidget(pathLabel);
     pathRow->addWidget(d->path, 1);
     layout->addLayout(pathRow);
 
-    d->folders = new QFileSystemModel(this);
-    d->folders->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Drives);
-    d->folders->setReadOnly(true);
-    d->folders->setRootPath(QDir::rootPath());
     d->tree = new QTreeView(this);
     d->tree->setObjectName(QStringLiteral("folders"));
     d->tree->setModel(d->folders);
-    for (int column = 1; column < d->folders->columnCount(); ++column)
-        d->tree->hideColumn(column);
     d->tree->header()->hide();
     d->tree->setSelectionMode(QAbstractItemView::SingleSelection);
     // Enter and a double click both reach folderActivated: a geodatabase
@@ -145,25 +226,14 @@ GeodatabasePicker::GeodatabasePicker(const QString &title, const QString &prompt
     connect(d->path, &QLineEdit::textEdited, this, &GeodatabasePicker::pathEdited);
     connect(d->tree->selectionModel(), &QItemSelectionModel::currentChanged, this, &GeodatabasePicker::folderChosen);
     connect(d->tree, &QTreeView::activated, this, &GeodatabasePicker::folderActivated);
-    // Folders are read in the background: the chosen one moves as its
-    // parents fill, so it is brought back into view each time one of them
-    // has been read.
-    connect(d->folders, &QFileSystemModel::directoryLoaded, this, [this](const QString &loaded) {
-        const QModelIndex current = d->tree->currentIndex();
-        if (!current.isValid() || !d->folders->filePath(current).startsWith(loaded))
-            return;
-        // After the view has laid out the rows just read.
-        QTimer::singleShot(0, this, [this] {
-            if (d->tree->currentIndex().isValid())
-                d->tree->scrollTo(d->tree->currentIndex(), QAbstractItemView::PositionAtCenter);
-        });
-    });
 
-    const QString start = startPath.isEmpty() ? QDir::homePath() : startPath;
+    const QString start = startPath.isEmpty() ? homeFolder() : startPath;
     d->path->setText(startPath.isEmpty() ? QString() : absoluteClean(startPath));
+    if (toNarrow(startPath).size() >= static_cast<std::size_t>(maxBytes))
+        d->cutStart = d->path->text();
     showFolderOf(start);
     updateState();
-    (QFileInfo(absoluteClean(start)).isDir() ? static_cast<QWidget *>(d->tree) : d->path)->setFocus();
+    (isFolder(absoluteClean(start)) ? static_cast<QWidget *>(d->tree) : d->path)->setFocus();
     resize(480, 520);
 }
 
@@ -177,6 +247,10 @@ QString GeodatabasePicker::path() const
 
 QString GeodatabasePicker::problem() const
 {
+    if (!d->cutStart.isEmpty() && d->path->text() == d->cutStart)
+        return localized("The starting path fills all %1 bytes the caller can take and may have been cut short: "
+                         "choose or type the geodatabase.")
+            .arg(d->maxBytes);
     const QString shown = QDir::toNativeSeparators(path());
     switch (classifyGeodatabasePath(d->path->text(), d->allowNew, d->maxBytes)) {
     case GeodatabasePath::Existing:
@@ -192,6 +266,8 @@ QString GeodatabasePicker::problem() const
         return localized("%1 does not exist.").arg(shown);
     case GeodatabasePath::TooLong:
         return localized("The path is longer than %1 bytes.").arg(d->maxBytes);
+    case GeodatabasePath::NotInCodePage:
+        return localized("%1 holds characters the code page of the text cannot hold.").arg(shown);
     }
     return {};
 }
@@ -202,14 +278,28 @@ void GeodatabasePicker::accept()
         QDialog::accept();
 }
 
+void GeodatabasePicker::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    // Only now has the tree its height, to centre the chosen folder in.
+    if (d->tree->currentIndex().isValid())
+        d->tree->scrollTo(d->tree->currentIndex(), QAbstractItemView::PositionAtCenter);
+}
+
 // The tree shows the path itself when it is a folder, else the nearest
 // folder above it, so that a new name or a typing slip still starts near.
 void GeodatabasePicker::showFolderOf(const QString &path)
 {
+    // A hidden folder is not in the tree: the nearest shown one above it is.
     QString folder = absoluteClean(path);
-    while (!QFileInfo(folder).isDir() && folder != QDir::rootPath())
-        folder = QFileInfo(folder).path();
-    const QModelIndex index = d->folders->index(folder);
+    QModelIndex index;
+    for (;;) {
+        if (isFolder(folder))
+            index = d->folders->index(folder);
+        if (index.isValid() || folder == u'/')
+            break;
+        folder = folderAbove(folder);
+    }
     if (!index.isValid())
         return;
     d->following = true;
@@ -220,8 +310,13 @@ void GeodatabasePicker::showFolderOf(const QString &path)
 
 void GeodatabasePicker::pathEdited()
 {
-    if (QFileInfo(absoluteClean(d->path->text())).isDir())
-        showFolderOf(d->path->text());
+    // A typed folder shows in the tree; else the folder being typed in is
+    // read, for the completer to offer its subfolders.
+    const QString typed = absoluteClean(d->path->text());
+    if (isFolder(typed))
+        showFolderOf(typed);
+    else if (!d->path->text().trimmed().isEmpty())
+        d->folders->index(folderAbove(typed));
     updateState();
 }
 
@@ -249,9 +344,9 @@ void GeodatabasePicker::folderActivated()
 
 void GeodatabasePicker::nameNewGeodatabase()
 {
-    QString folder = path().isEmpty() ? QDir::homePath() : path();
-    if (!QFileInfo(folder).isDir() || namedGdb(QFileInfo(folder).fileName()))
-        folder = QFileInfo(folder).path();
+    QString folder = path().isEmpty() ? homeFolder() : path();
+    if (!isFolder(folder) || namedGdb(nameOf(folder)))
+        folder = folderAbove(folder);
     QInputDialog ask(this);
     ask.setObjectName(QStringLiteral("newGeodatabaseName"));
     ask.setWindowTitle(localized("New Geodatabase"));
@@ -263,7 +358,7 @@ void GeodatabasePicker::nameNewGeodatabase()
     QString name = ask.textValue().trimmed();
     if (!namedGdb(name))
         name += QStringLiteral(".gdb");
-    d->path->setText(QDir(folder).absoluteFilePath(name));
+    d->path->setText(QDir::cleanPath(folder + u'/' + name));
     d->path->setFocus();
     updateState();
 }

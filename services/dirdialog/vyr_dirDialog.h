@@ -22,8 +22,11 @@ extern "C" {
 /* Lets the user pick a geodatabase, starting at the NUL-terminated path in
  * `path` (a buffer of VYR_GEODATABASE_PATH_BUFFER bytes; an empty path
  * starts in the home folder). `title` names the window (empty or null: a
- * title of its own), `prompt` is shown above the folders (may be empty);
- * both are in the narrow code page, the path in the file system's encoding.
+ * title of its own), `prompt` is shown above the folders (may be empty).
+ * All three are narrow text (the process's code page, VYR_CODEPAGE); a path
+ * is the file system's bytes, kept as they are even where they are no text
+ * in that code page. A start path that fills the buffer may be a longer one
+ * cut short: the picker does not answer with it unchanged.
  * With `option` 1 the user may also name a new geodatabase in an existing
  * folder; it is not created. `parent` is a QWidget pointer or null; the
  * process must run a QApplication.

@@ -134,6 +134,40 @@ foreach(arguments "about" "about;--accept")
     endif()
 endforeach()
 
+# The geodatabase picker among strangers' folders. /proc as root, whose
+# /proc/kmsg waits for the kernel's next message when read: a folder picker
+# reads no file. Names that are no UTF-8 (0xFF; 0x82 0xA0, a character in
+# CP932) come back byte for byte. A path longer than the caller's buffer,
+# whose first 259 bytes name another geodatabase, is refused, not answered
+# with that one.
+string(ASCII 255 ff)
+string(ASCII 130 160 sjis)
+set(gdb ${work}/gdb)
+file(MAKE_DIRECTORY ${gdb}/bad${ff}name.gdb ${gdb}/city.gdb)
+string(LENGTH "${gdb}/city.gdb" length)
+math(EXPR slashes "259 - ${length}")
+string(REPEAT "/" ${slashes} slashes)
+# <code page>|<exit>|<output, or message when the exit is not 0>|<arguments>
+foreach(case "|3|not a geodatabase|/proc/sys;--screenshot;${work}/proc.png;--accept"
+             "|0|^${gdb}/bad${ff}name.gdb\n$|${gdb}/bad${ff}name.gdb;--must-exist;--accept"
+             "|0|^${gdb}/new${ff}.gdb\n$|${gdb}/new${ff}.gdb;--accept"
+             "CP932|0|^${gdb}/${sjis}.gdb\n$|${gdb}/${sjis}.gdb;--accept"
+             "|3|cut short|${gdb}/city.gdb${slashes}/plain.gdb;--accept")
+    string(REGEX MATCH "^([^|]*)\\|([^|]*)\\|([^|]*)\\|(.*)$" parsed "${case}")
+    set(codepage "${CMAKE_MATCH_1}")
+    set(exit ${CMAKE_MATCH_2})
+    set(expected "${CMAKE_MATCH_3}")
+    set(arguments ${CMAKE_MATCH_4})
+    hostile_run(run TIMEOUT 20 COMMAND env VYR_CODEPAGE=${codepage} ${VYRTOOL} geodb ${arguments})
+    set(said "${run_out}")
+    if(NOT exit EQUAL 0)
+        set(said "${run_said}")
+    endif()
+    if(run_broken OR NOT run_status EQUAL exit OR NOT "${said}" MATCHES "${expected}")
+        hostile_fail("vyrtool geodb ${arguments} (code page \"${codepage}\"): ${run_outcome}")
+    endif()
+endforeach()
+
 execute_process(COMMAND chmod -R u+rwX ${work})
 file(REMOVE_RECURSE ${work})
 hostile_finish()

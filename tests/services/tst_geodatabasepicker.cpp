@@ -1,13 +1,14 @@
 // The geodatabase picker of the directory dialog library, driven as a person
 // would: through its folder tree, its path field and the keyboard.
+#include "foldermodel.h"
 #include "geodatabasepicker.h"
 
 #include "support/modalanswers.h"
+#include "uikit/narrowtext.h"
 #include "support/scratchdirectory.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QFileSystemModel>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -18,6 +19,7 @@
 #include <filesystem>
 #include <set>
 
+using vyr::services::FolderModel;
 using vyr::services::GeodatabasePath;
 using vyr::services::GeodatabasePicker;
 
@@ -35,7 +37,7 @@ QPushButton *okButton(GeodatabasePicker &picker)
 QString selectedFolder(GeodatabasePicker &picker)
 {
     auto *tree = picker.findChild<QTreeView *>(QStringLiteral("folders"));
-    return QDir::cleanPath(tree->currentIndex().data(QFileSystemModel::FilePathRole).toString());
+    return QDir::cleanPath(tree->currentIndex().data(FolderModel::PathRole).toString());
 }
 
 // The mnemonic letters of the window's labels and buttons, in lower case.
@@ -140,15 +142,34 @@ private slots:
         picker.show();
         QVERIFY(QTest::qWaitForWindowExposed(&picker));
         auto *tree = picker.findChild<QTreeView *>(QStringLiteral("folders"));
-        auto *model = qobject_cast<QFileSystemModel *>(tree->model());
+        auto *model = qobject_cast<FolderModel *>(tree->model());
         tree->setFocus();
-        // The siblings are listed once the model has read the folder.
-        QTRY_VERIFY(model->index(at("data/city.gdb")).isValid() && model->rowCount(model->index(at("data"))) >= 3);
+        QVERIFY(model->index(at("data/city.gdb")).isValid());
+        QCOMPARE(model->rowCount(model->index(at("data"))), 3);
         tree->setCurrentIndex(model->index(at("data/city.gdb")));
         QCOMPARE(picker.findChild<QLineEdit *>(QStringLiteral("path"))->text(), at("data/city.gdb"));
         QTest::keyClick(tree, Qt::Key_Return);
         QCOMPARE(picker.result(), int(QDialog::Accepted));
         QCOMPARE(picker.path(), at("data/city.gdb"));
+    }
+
+    // Chosen in the tree, a name that is no UTF-8 answers with its own bytes,
+    // not with U+FFFD in their place.
+    void shouldAnswerWithTheBytesOfAFolderChosenInTheTree()
+    {
+        const std::string odd = m_root.path() + "/odd/bad\xff" "name.gdb";
+        std::filesystem::create_directories(odd);
+        GeodatabasePicker picker(QString(), QString(), at("odd"), false, kMaxBytes);
+        picker.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&picker));
+        auto *tree = picker.findChild<QTreeView *>(QStringLiteral("folders"));
+        const QModelIndex folder = tree->currentIndex();
+        tree->expand(folder);
+        QTRY_COMPARE(tree->model()->rowCount(folder), 1);
+        tree->setCurrentIndex(tree->model()->index(0, 0, folder));
+        QTest::keyClick(tree, Qt::Key_Return);
+        QCOMPARE(picker.result(), int(QDialog::Accepted));
+        QCOMPARE(vyr::toNarrow(picker.path()), odd);
     }
 
     void shouldNameANewGeodatabaseWhenAllowed()
