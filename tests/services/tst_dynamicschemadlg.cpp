@@ -12,6 +12,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QRadioButton>
@@ -116,6 +117,24 @@ private slots:
         }
         for (const QRadioButton *choice : dialog->findChildren<QRadioButton *>())
             QVERIFY2(!QKeySequence::mnemonic(choice->text()).isEmpty(), qPrintable(choice->text()));
+    }
+
+    // The tab order as set: every choice, each field right behind its own.
+    void shouldPutEachFieldRightAfterItsChoiceInTheTabOrder()
+    {
+        const auto dialog = openDialog(*m_session);
+        QWidget *first = dialog->findChild<QRadioButton *>(QStringLiteral("names_0"));
+        QStringList chain{nameOf(first)};
+        for (QWidget *next = first->nextInFocusChain(); next != first; next = next->nextInFocusChain()) {
+            // An editable list's own edit goes with the list.
+            if ((next->focusPolicy() & Qt::TabFocus) && !qobject_cast<QComboBox *>(next->parentWidget()))
+                chain.append(nameOf(next));
+        }
+        // Joined, so that a failure shows the whole order.
+        QCOMPARE(chain.join(u' '), QStringList({"names_0", "names_1", "fixedName", "names_2", "nameAttribute",
+                                                "geometries_0", "geometries_1", "geometry", "attributes_0",
+                                                "attributes_1", "attributes_2", "attributeList", "OK", "Cancel"})
+                                       .join(u' '));
     }
 
     // As the keyboard meets it: the arrow keys choose within a group, Tab
