@@ -85,6 +85,26 @@ TEST(AttrTypeArgTest, EachKindKeepsOrReplacesValues)
     }
 }
 
+TEST(AttrTypeArgTest, DefaultsOfEachKind)
+{
+    const AttrType intType("int", {}, {});
+    const std::pair<const char *, const char *> defaults[] = {
+        {"width", "20"},
+        {"binint-width", "4"},
+        {"stringmap", ""},
+        {"range_domain", ""},
+    };
+    for (const auto &[keyword, expected] : defaults) {
+        const auto arg = createArg(keyword, 0, nullptr);
+        arg->setValue("kept?");
+        arg->setDefault({});
+        EXPECT_EQ(arg->value(), expected) << keyword;
+    }
+    const auto width = createArg("width", 0, &intType);
+    width->setDefault({});
+    EXPECT_EQ(width->value(), "11");
+}
+
 TEST(AttrTypeArgTest, ClonesKeepValueIndexAndTypeButNotTheKeyword)
 {
     const AttrType type("t", {}, {});

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/comserver.h"
+#include "frame/ownresources.h"
 #include "frame/proxystub.h"
 #include "frame/typelibrary.h"
 #include "vyrguimfc/vyrguimfc.h"
@@ -236,6 +237,27 @@ TEST(ComClassObjects, OnlyTheProxyStubsClassObjectIsServed)
     EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
     CvyrguimfcModule::instance().unlock();
     EXPECT_EQ(DllCanUnloadNow(), S_OK);
+}
+
+TEST(ComTypeLibrary, EmbeddedLibraryDeclaresThePropertyPageInterfaceAndThreeClasses)
+{
+    const std::optional<TypeLibrary> library = embeddedTypeLibrary();
+    ASSERT_TRUE(library);
+    EXPECT_EQ(library->name, "vyrguimfcLib");
+    EXPECT_EQ(library->helpString, "vyrguimfc 1.0 Type Library");
+    EXPECT_EQ(library->versionText(), "1.0");
+    ASSERT_EQ(library->interfaces.size(), 1u);
+    EXPECT_EQ(library->interfaces[0].name, "VVyrOlePropertyPage");
+    EXPECT_EQ(library->interfaces[0].methods,
+              (std::vector<std::string>{"SetPageSite", "Activate", "Deactivate", "GetPageInfo", "SetObjects", "Show",
+                                        "Move", "IsPageDirty", "Apply", "Help", "TranslateAccelerator"}));
+    ASSERT_EQ(library->classes.size(), 3u);
+    for (const TypeLibraryClass &declared : library->classes)
+        EXPECT_EQ(declared.helpString, declared.name + " Class");
+    EXPECT_EQ(ownString(own::ProjectName).toStdString(), "vyrguimfc");
+    EXPECT_EQ(ownString(own::ApplicationName).toStdString(), "Loomhouse");
+    EXPECT_FALSE(ownDialogTemplate(own::EmptyDialog).isEmpty());
+    EXPECT_TRUE(ownString(101).isEmpty());
 }
 
 TEST(ComTypeLibrary, RefusesStoredFormsMissingWhatRegistrationNeeds)

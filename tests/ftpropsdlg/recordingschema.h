@@ -38,6 +38,8 @@ public:
     bool dynamic = false;
     DynamicSchemaInfo dynamicSettings;
     StringList additionalNames;
+    bool flagA = true;
+    bool flagB = true;
     std::map<std::string, std::string> parameters;
 
     std::string getName() const override { return name; }
@@ -96,8 +98,8 @@ public:
         parameters[parameter] = value;
         record("setParameter", parameter);
     }
-    bool iconFlagA() const override { return true; }
-    bool iconFlagB() const override { return true; }
+    bool iconFlagA() const override { return flagA; }
+    bool iconFlagB() const override { return flagB; }
     void notifyApplied() override { record("notifyApplied"); }
     StringList getSchemaSources() const override { return schemaSources; }
     void setSchemaSources(const StringList &value) override

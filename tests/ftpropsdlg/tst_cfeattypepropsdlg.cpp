@@ -119,6 +119,11 @@ QString joined(const StringList &lines)
     return QString::fromStdString(joinList(lines, '\n'));
 }
 
+QImage imageOf(const QIcon &icon)
+{
+    return icon.pixmap(16, 16).toImage().convertToFormat(QImage::Format_ARGB32);
+}
+
 } // namespace
 
 class FeatTypePropsDlgTest : public QObject
@@ -180,6 +185,40 @@ private slots:
         m_log.clear();
         m_others.clear();
         m_records.clear();
+    }
+
+    void shouldShowTheGeneralTabWithTheBitmapOfItsRoleAndFlags_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<bool>("flags");
+        QTest::addColumn<bool>("roleFlag");
+        QTest::addColumn<unsigned>("bitmap");
+        QTest::newRow("source") << "CSV" << true << false << 196u;
+        QTest::newRow("source merged") << "CSV" << true << true << 649u;
+        QTest::newRow("source plain") << "CSV" << false << false << 484u;
+        QTest::newRow("source plain merged") << "CSV" << false << true << 655u;
+        QTest::newRow("destination") << "SHP" << true << false << 197u;
+        QTest::newRow("destination fan-out") << "SHP" << true << true << 647u;
+        QTest::newRow("destination plain") << "SHP" << false << false << 483u;
+        QTest::newRow("destination plain fan-out") << "SHP" << false << true << 654u;
+    }
+    void shouldShowTheGeneralTabWithTheBitmapOfItsRoleAndFlags()
+    {
+        QFETCH(QString, format);
+        QFETCH(bool, flags);
+        QFETCH(bool, roleFlag);
+        QFETCH(unsigned, bitmap);
+        RecordingSchema &schema = record("roads", qPrintable(format));
+        schema.flagB = flags;
+        schema.merged = schema.fanout = roleFlag;
+        auto dialog = open(schema);
+        QTabBar *tabs = dialog->tabControl();
+        // General, then the attribute pages (user attributes by default).
+        QCOMPARE(tabs->count(), 3);
+        QCOMPARE(tabs->tabText(0), loadResourceString(res::GeneralTabTitle));
+        QCOMPARE(imageOf(tabs->tabIcon(0)), imageOf(QIcon(resourceImagePath(ResourceKind::Bitmap, bitmap))));
+        QCOMPARE(dialog->currentPage(), static_cast<QWidget *>(dialog->generalPage()));
+        QCOMPARE(dialog->generalPage()->isSource(), format == QLatin1String("CSV"));
     }
 
     void shouldApplyTheChosenPropertiesToTheChosenFeatureTypes_data()

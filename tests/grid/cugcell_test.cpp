@@ -7,6 +7,14 @@
 namespace vyr {
 namespace {
 
+TEST(CUGCellTest, AClearedPropertyBitHidesTheStoredValue)
+{
+    CUGCell cell;
+    cell.setBackColor(Qt::yellow);
+    cell.setPropertyFlag(CUGCell::BackColor, false);
+    EXPECT_FALSE(cell.backColor().isValid());
+}
+
 TEST(CUGCellTest, AddTakesOnlyWhatTheSourceSetsAndCopyTakesItsMask)
 {
     CUGCell target;

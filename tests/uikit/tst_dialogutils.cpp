@@ -7,6 +7,7 @@
 #include "support/scratchdirectory.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QMessageBox>
 #include <QtTest>
 
@@ -41,6 +42,13 @@ private slots:
         QCOMPARE(QString::fromStdString(ResolveHelpReference(reference.toStdString())), resolved);
     }
 
+    void shouldWriteTheDefinitionInItsOrder()
+    {
+        const std::string text = MakeGuiDefinition("Title", {"first"}, {"second", "third"}, "x.chm#t");
+        QCOMPARE(text, std::string("GUI TITLE Title\nGUI HELP \"x.chm#t\"\nfirst\nsecond\nthird\n"));
+        QCOMPARE(MakeGuiDefinition("T", {}, {}, {}), std::string("GUI TITLE T\n"));
+    }
+
     void shouldReadLoomhouseFlags_data()
     {
         QTest::addColumn<QString>("file");
@@ -65,6 +73,15 @@ private slots:
         QCOMPARE(ReadLoomhouseFlag("Allow Source Feature Type Editing", fallback), expected);
         if (!fallback)
             QCOMPARE(IsSourceFeatureTypeEditingAllowed(), expected);
+    }
+
+    void shouldFindComboItemsByExactText()
+    {
+        QComboBox combo;
+        combo.addItems({"Line", "line", "Polygon"});
+        QCOMPARE(SelectComboItem(&combo, QStringLiteral("line")), 1);
+        QCOMPARE(SelectComboItem(&combo, QStringLiteral("Poly")), -1);
+        QCOMPARE(combo.currentIndex(), 1);
     }
 
     void shouldAnswerMessageBoxesWithTheirButtonCodes_data()
