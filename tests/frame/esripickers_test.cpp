@@ -6,13 +6,9 @@
 #include "frame/esripickers.h"
 #include "vyrguimfc/vyrguimfc.h"
 
-#include "support/scopedenvironment.h"
-#include "support/scratchdirectory.h"
-
 #include <dlfcn.h>
 
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -121,32 +117,6 @@ TEST_F(GeodatabasePicker, unterminatedAnswerIsCutAtTheBuffer)
     m_answer(0, full.data(), 260);
     ASSERT_TRUE(pick("/", true));
     EXPECT_EQ(text(), std::string(259, 'q'));
-}
-
-// The export itself, over an installation whose directory dialog library is
-// the stand-in: the caller's "must exist" reaches the picker inverted, as
-// its option to offer a new geodatabase. Each test runs in a process of its
-// own, so this one's installation directory is read here first.
-TEST_F(GeodatabasePicker, theExportPassesMustExistInverted)
-{
-    vyr::test::ScratchDirectory home;
-    for (const auto &entry : std::filesystem::directory_iterator(VYR_TEST_STAGE_DIR)) {
-        const std::string name = entry.path().filename().string();
-        const std::filesystem::path target
-            = name == "libvyr_dirDialog.so" ? std::filesystem::path(VYR_FAKE_DIRDIALOG) : entry.path();
-        std::filesystem::create_symlink(target, std::filesystem::path(home.path()) / name);
-    }
-    vyr::test::ScopedEnvironment environment;
-    environment.set("VYR_HOME", home.path() + "/");
-    environment.set("VYR_HOME_OVERRIDE", std::nullopt);
-    environment.set("QT_QPA_PLATFORM", "offscreen");
-    for (const bool mustExist : {true, false}) {
-        m_answer(0, "/data/new.gdb", 14);
-        set("/data");
-        ASSERT_TRUE(VYREsriGeoDBDlg(0, m_handle.get(), mustExist, 0, nullptr)) << mustExist;
-        EXPECT_EQ(m_lastCall()->option, mustExist ? 0 : 1);
-        EXPECT_EQ(text(), "/data/new.gdb");
-    }
 }
 
 TEST(GeodatabasePickerLibrary, missingLibraryOrFunctionAnswersFalseWithoutTouchingTheHandle)

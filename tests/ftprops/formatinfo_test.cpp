@@ -31,25 +31,6 @@ public:
     }
 };
 
-TEST(FormatInfoTest, EmptyCapabilitiesGiveEveryDefault)
-{
-    const VYRObjFTPropsFormatInfo info("", nullptr);
-    EXPECT_EQ(info.getId(), "FRMT");
-    EXPECT_TRUE(info.isSource());
-    EXPECT_TRUE(info.hasDeflineAttrs());
-    EXPECT_FALSE(info.isSchemaReader() || info.isDatabase() || info.supportsFeatTypeFanout() || info.supportsMultiGeom()
-                 || info.featureTypeLengthIncludesPrefix());
-    EXPECT_EQ(info.getMaxAttrLength(), 0);
-    EXPECT_EQ(info.getFeatureTypeLength(), 0);
-    EXPECT_EQ(info.getFormatName(), "");
-    EXPECT_TRUE(info.getFormatAttrNames().empty() && info.getDeflineParmNames().empty()
-                && info.getAllowedFeatTypes().empty() && info.getFeatureTypeReservedWordSet().empty());
-    EXPECT_EQ(info.getTypeListMode(), 0);
-    ASSERT_TRUE(info.getDataTypeMappings());
-    EXPECT_EQ(info.getDataTypeMappings()->pairCount(), 0u);
-    EXPECT_TRUE(info.getGeometryTypeMappings()->pairs().empty());
-}
-
 TEST(FormatInfoTest, LaterValuesWinAndTrailingKeysAreIgnored)
 {
     const VYRObjFTPropsFormatInfo info("FORMAT,X1,SOURCE,no,SOURCE,yes,ROLE,schema_reader,ATTR_CASE", nullptr);

@@ -162,11 +162,5 @@ TEST(ApplyPromptTest, readsEachAnswerByItsOwnRulesAndLeavesBadOnesEmpty)
     EXPECT_TRUE(ApplyPrompt(input, promptText).read({{"PARAMETERS", "\"Coordinate System\""}}).parameters.empty());
 }
 
-TEST(NamesNotInTest, keepsTheOrderOfTheFirstList)
-{
-    EXPECT_EQ(NamesNotIn({"c", "a", "b", "a"}, {"b"}), (StringList{"c", "a", "a"}));
-    EXPECT_EQ(NamesNotIn({}, {"b"}), StringList{});
-}
-
 } // namespace
 } // namespace vyr

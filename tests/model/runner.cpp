@@ -19,7 +19,6 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QTimer>
 #include <QtTest>
 
@@ -265,8 +264,6 @@ SessionResult Runner::run(const Session &session)
                 dialog->reject();
             scriptDone = true;
         };
-        if (auto *label = qobject_cast<QLabel *>(driver.control("nameLabel")))
-            result.nameLabel = label->text().toStdString();
         // What the pages show at opening is the first thing the rules fix.
         shown = readScreen(driver);
         const Strings differences = differencesFromModel(shown, model, driver);

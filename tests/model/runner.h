@@ -64,7 +64,6 @@ struct SessionResult
     bool saved = false;
     QStringList refusalMessages; // what a refused OK said
     std::string savedJson;       // the edited feature afterwards
-    std::string nameLabel;       // the name field's label, as the resources gave it
 };
 
 class Runner

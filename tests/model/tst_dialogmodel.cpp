@@ -51,20 +51,6 @@ private slots:
     }
     void cleanupTestCase() { VYR_SessionDestroy(m_session); }
 
-    // The sessions speak the language the environment chose (LANG=de_DE...
-    // runs them in German): the name field's label says so.
-    void sessionsSpeakTheProcessLanguage()
-    {
-        Runner runner(*m_workspace, m_session, m_config.path().toStdString());
-        Session session;
-        session.ending.kind = EndingKind::Cancel;
-        const SessionResult result = runner.run(session);
-        QVERIFY2(result.failures.empty(), result.transcript.c_str());
-        const char *lang = std::getenv("LANG");
-        const bool german = lang && std::string(lang).rfind("de", 0) == 0;
-        QCOMPARE(QString::fromStdString(result.nameLabel).contains(QLatin1String("Feature-Typs")), german);
-    }
-
     // Each seed picks the feature type (every one in turn, readers with and
     // without source editing), the actions and the ending.
     void randomSequencesKeepWhatTheScreenShows()
