@@ -26,8 +26,8 @@ namespace {
 
 enum class Unattended { None, Drawn, Accepted, Refused, Failed };
 
-// Draws and answers the picker once it is up. The folder tree is read in
-// the background, so it gets a moment to fill before it is drawn.
+// Draws and answers the picker once it is up, after a moment for the
+// window manager and the first paint.
 void answerPicker(const DialogOptions &options, Unattended &outcome, QString &reason)
 {
     auto *picker = qobject_cast<QDialog *>(QApplication::activeModalWidget());

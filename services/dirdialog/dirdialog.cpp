@@ -6,6 +6,7 @@
 #include "uikit/narrowtext.h"
 
 #include <QApplication>
+#include <QThread>
 
 #include <cstring>
 #include <string>
@@ -23,7 +24,10 @@ QString textOf(const char *text)
 
 extern "C" int VYR_SelectGeodatabase(const char *title, const char *prompt, char *path, void *parent, int option)
 {
-    if (!path || !qobject_cast<QApplication *>(QCoreApplication::instance()))
+    // Widgets live on the application's thread; a call from another would
+    // race its event loop.
+    if (!path || !qobject_cast<QApplication *>(QCoreApplication::instance())
+        || QThread::currentThread() != QCoreApplication::instance()->thread())
         return -1;
     try {
         const int maxBytes = VYR_GEODATABASE_PATH_BUFFER - 1;

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <cstdio>
 #include <cstdlib>
 #include <mutex>
 #include <unordered_map>
@@ -48,18 +50,15 @@ std::optional<std::string> convertWhole(const IconvConversion &conversion, std::
 }
 
 // Whether each of the bytes 0x01-0x7F reads as the character of its value
-// and that character is written as that one byte again. ESC is left out: it
-// starts the shift sequences of the ISO 2022 code pages (ISO-2022-JP), which
-// keep every other ASCII byte as itself, and no name, separator or token
-// holds it.
+// and that character is written as that one byte again. A code page that
+// shifts with escape sequences (ISO-2022-JP) fails on ESC, and rightly: in
+// its shifted state every byte is ASCII, so a comma or a quote in the bytes
+// may be half of a character.
 bool asciiIsItself(const std::string &name)
 {
-    constexpr int kEscape = 0x1B;
     const IconvConversion toWide("UTF-16LE", name);
     const IconvConversion fromWide(name, "UTF-16LE");
     for (int value = 0x01; value <= 0x7F; ++value) {
-        if (value == kEscape)
-            continue;
         const char byte = static_cast<char>(value);
         const std::string narrow(1, byte);
         const std::string wide{byte, '\0'};
@@ -124,10 +123,13 @@ std::string localeCodeset()
     return "UTF-8";
 }
 
+// Hosts may call the codecs from several threads at once; the first call
+// chooses the code page for all of them.
 struct NarrowCodePageState
 {
+    std::mutex mutex;
     std::optional<std::string> name;
-    unsigned generation = 0;
+    std::atomic<unsigned> generation = 0;
 };
 
 NarrowCodePageState &narrowState()
@@ -172,13 +174,20 @@ std::optional<std::string> canonicalCodePageName(std::string_view name, std::str
 const std::string &narrowCodePageRef()
 {
     NarrowCodePageState &state = narrowState();
+    const std::lock_guard lock(state.mutex);
     if (!state.name) {
         std::optional<std::string> chosen;
+        std::string refusal;
         // "0" would name the narrow code page by itself: treat it as unset.
         const char *requested = std::getenv("VYR_CODEPAGE");
         if (requested && *requested && codePageNumber(requested) != kAnsiCodePage)
-            chosen = canonicalCodePageName(requested);
+            chosen = canonicalCodePageName(requested, &refusal);
         state.name = chosen ? std::move(*chosen) : localeCodeset();
+        // The host's user set it for a reason: a text read in another code
+        // page than the one asked for must not pass unsaid.
+        if (!refusal.empty())
+            std::fprintf(stderr, "vyrguimfc: VYR_CODEPAGE: %s; the locale's code page %s is used instead\n",
+                         refusal.c_str(), state.name->c_str());
     }
     return *state.name;
 }
@@ -212,6 +221,7 @@ bool setNarrowCodePage(std::string_view name)
     if (!canonical)
         return false;
     NarrowCodePageState &state = narrowState();
+    const std::lock_guard lock(state.mutex);
     if (state.name != canonical) {
         state.name = std::move(canonical);
         ++state.generation;
@@ -222,6 +232,7 @@ bool setNarrowCodePage(std::string_view name)
 void resetNarrowCodePage()
 {
     NarrowCodePageState &state = narrowState();
+    const std::lock_guard lock(state.mutex);
     state.name.reset();
     ++state.generation;
 }

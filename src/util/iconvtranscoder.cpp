@@ -1,4 +1,4 @@
-// Multi-byte and stateful code pages (CP932, GB18030, ISO-2022-JP ...) go
+// Multi-byte code pages (CP932, GB18030, EUC-JP ...) go
 // through iconv text by text.
 #include "util/iconvconversion_p.h"
 #include "util/transcoder_p.h"
