@@ -147,7 +147,9 @@ TEST(FormatInfoTest, ManyGeometryPairsKeepTheFirstOfEach)
     const VYRObjFTPropsFormatInfo info(csvJoin({"GEOM_TYPE_MAPPINGS", csvJoin(elements, ',')}, ','), nullptr);
     const GeometryTypeMappings *geometries = info.getGeometryTypeMappings();
     ASSERT_EQ(geometries->pairs(), firsts);
-    for (const auto &[native, generic] : firsts) {
+    for (const Pair &pair : firsts) {
+        const std::string &native = pair.first;
+        const std::string &generic = pair.second;
         const auto byNative =
             std::find_if(firsts.begin(), firsts.end(), [&](const Pair &p) { return p.first == native; });
         const auto byGeneric =
