@@ -33,22 +33,6 @@ bool iconvConvertsBothWays(const std::string &name)
     return IconvConversion("UTF-16LE", name).isValid() && IconvConversion(name, "UTF-16LE").isValid();
 }
 
-// The whole of `input` through `conversion`, shift state left at the end;
-// nothing when iconv refuses it or holds part of it back.
-std::optional<std::string> convertWhole(const IconvConversion &conversion, std::string_view input)
-{
-    conversion.reset();
-    char buffer[32];
-    char *in = const_cast<char *>(input.data());
-    std::size_t inLeft = input.size();
-    char *out = buffer;
-    std::size_t outLeft = sizeof buffer;
-    if (iconv(conversion.get(), &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1)
-        || iconv(conversion.get(), nullptr, nullptr, &out, &outLeft) == static_cast<std::size_t>(-1) || inLeft != 0)
-        return std::nullopt;
-    return std::string(buffer, static_cast<std::size_t>(out - buffer));
-}
-
 // Whether each of the bytes 0x01-0x7F reads as the character of its value
 // and that character is written as that one byte again. A code page that
 // shifts with escape sequences (ISO-2022-JP) fails on ESC, and rightly: in
@@ -62,7 +46,7 @@ bool asciiIsItself(const std::string &name)
         const char byte = static_cast<char>(value);
         const std::string narrow(1, byte);
         const std::string wide{byte, '\0'};
-        if (convertWhole(toWide, narrow) != wide || convertWhole(fromWide, wide) != narrow)
+        if (toWide.convertShort(narrow) != wide || fromWide.convertShort(wide) != narrow)
             return false;
     }
     return true;

@@ -7,7 +7,9 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace vyr {
 
@@ -30,6 +32,31 @@ public:
 
     // Back to the initial shift state, forgetting any partial input.
     void reset() const { iconv(descriptor_, nullptr, nullptr, nullptr, nullptr); }
+
+    // The bytes a short `input` (a character or two) makes in one call with
+    // a final flush, from the initial shift state; nothing when iconv
+    // refuses the input or holds part of it back, with `error` (when given)
+    // saying why.
+    std::optional<std::string> convertShort(std::string_view input, int *error = nullptr) const
+    {
+        reset();
+        char buffer[32];
+        char *in = const_cast<char *>(input.data());
+        std::size_t inLeft = input.size();
+        char *out = buffer;
+        std::size_t outLeft = sizeof buffer;
+        int failure = 0;
+        if (iconv(descriptor_, &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1)
+            || iconv(descriptor_, nullptr, nullptr, &out, &outLeft) == static_cast<std::size_t>(-1))
+            failure = errno;
+        else if (inLeft != 0)
+            failure = EINVAL;
+        if (error)
+            *error = failure;
+        if (failure != 0)
+            return std::nullopt;
+        return std::string(buffer, static_cast<std::size_t>(out - buffer));
+    }
 
     // Converts all of `input` (bytes) and appends the result to `out`, a
     // std::string or std::u16string. Where iconv stops at input it cannot

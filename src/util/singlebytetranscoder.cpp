@@ -14,29 +14,6 @@ namespace {
 
 constexpr std::int16_t kNoByte = -1;
 
-// The bytes iconv makes of `input` in one call with a final flush; nothing
-// when iconv refuses the input or holds it back, with `error` saying why.
-std::optional<std::string> convertOnce(const IconvConversion &conversion, std::string_view input, int &error)
-{
-    conversion.reset();
-    char buffer[16];
-    char *in = const_cast<char *>(input.data());
-    std::size_t inLeft = input.size();
-    char *out = buffer;
-    std::size_t outLeft = sizeof buffer;
-    error = 0;
-    if (iconv(conversion.get(), &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1)
-        || iconv(conversion.get(), nullptr, nullptr, &out, &outLeft) == static_cast<std::size_t>(-1)) {
-        error = errno;
-        return std::nullopt;
-    }
-    if (inLeft != 0) {
-        error = EINVAL;
-        return std::nullopt;
-    }
-    return std::string(buffer, static_cast<std::size_t>(out - buffer));
-}
-
 class SingleByteTranscoder final : public Transcoder
 {
 public:
@@ -51,7 +28,7 @@ public:
         for (int byte = 0; byte < 256; ++byte) {
             const char narrow = static_cast<char>(byte);
             int error;
-            const auto wide = convertOnce(toWide, std::string_view(&narrow, 1), error);
+            const auto wide = toWide.convertShort(std::string_view(&narrow, 1), &error);
             if (!wide) {
                 if (error != EILSEQ)
                     return false; // a lead byte or a shift: not single-byte
@@ -70,7 +47,7 @@ public:
                 continue;
             const std::string_view unitBytes(reinterpret_cast<const char *>(&unit), sizeof unit);
             int error;
-            const auto narrowBack = convertOnce(fromWide, unitBytes, error);
+            const auto narrowBack = fromWide.convertShort(unitBytes, &error);
             if (!narrowBack || narrowBack->size() != 1)
                 continue;
             auto &page = fromWide_[unit >> 8];
