@@ -9,6 +9,7 @@
 #include "uikit/dialogutils.h"
 #include "uikit/narrowtext.h"
 #include "uikit/outsideservices.h"
+#include "uikit/pageaccessible.h"
 #include "util/installdir.h"
 #include "uikit/resourcelibrary.h"
 
@@ -196,6 +197,7 @@ void CFeatTypePropsDlg::AddPage(CVyrDialog *page, TabRule rule, unsigned titleId
     entry.helpKind = helpKind;
     entry.creationIndex = static_cast<int>(m_pages.size());
     m_pages.push_back(entry);
+    describeAsPage(page, entry.title);
     page->Create();
     page->hide();
 }

@@ -28,6 +28,7 @@ void CFormatAttrGrid::OnGridInit()
     CVVyrGrid::OnGridInit();
     SetTopHeadingHeight(20);
     SetSideHeadingWidth(20);
+    SetRowNameColumn(kNameColumn);
     const unsigned headings[] = {res::ExposedHeading, res::FormatAttributeHeading, res::ListElementsHeading};
     for (int column = 0; column < 3; ++column)
         SetCellText(column, -1, loadResourceString(headings[column]));

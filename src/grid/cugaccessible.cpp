@@ -1,6 +1,7 @@
 #include "grid/cugaccessible.h"
 
 #include "grid/cugctrl.h"
+#include "grid/ugtexts.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -14,10 +15,13 @@ class CUGAccessibleGrid;
 
 namespace {
 
-// One cell, heading cells included (negative positions).
+// One cell, heading cells included (negative positions). Every cell has a
+// name, says its column and row, and reads as text even when empty, so that
+// a listener moving through a grid always hears where they are.
 class CUGAccessibleCell final : public QAccessibleInterface,
                                 public QAccessibleTableCellInterface,
-                                public QAccessibleActionInterface
+                                public QAccessibleActionInterface,
+                                public QAccessibleTextInterface
 {
 public:
     CUGAccessibleCell(CUGCtrl *grid, int column, long row)
@@ -41,14 +45,18 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        if (isValid() && kind == QAccessible::Description)
-            return m_grid->OnCellDescription(m_column, m_row);
-        if (!isValid() || (kind != QAccessible::Name && kind != QAccessible::Value))
+        if (!isValid())
             return QString();
-        CUGCell cell;
-        m_grid->GetCellResolved(m_column, m_row, cell);
-        const CUGCellType *type = m_grid->GetCellType(cell);
-        return kind == QAccessible::Name ? type->AccessibleName(cell) : type->AccessibleValue(cell);
+        switch (kind) {
+        case QAccessible::Name:
+            return name();
+        case QAccessible::Description:
+            return description();
+        case QAccessible::Value:
+            return value();
+        default:
+            return QString();
+        }
     }
     // Assistive technology writes as a person does, with the same checks.
     void setText(QAccessible::Text, const QString &text) override
@@ -90,9 +98,14 @@ public:
             CUGCell cell;
             m_grid->GetCellResolved(m_column, m_row, cell);
             state.readOnly = cell.isReadOnly();
+            state.disabled = !m_grid->isEnabled() || !m_grid->IsGridEnabled()
+                || !m_grid->IsCellEnabled(m_column, m_row);
+            m_grid->GetCellType(cell)->AccessibleState(cell, state);
         }
+        // A grid on a page not shown has cells with places but nothing seen.
         QRect cell;
-        state.invisible = m_grid->GetCellRect(m_column, m_row, cell) != ug::Success || cell.isEmpty();
+        state.invisible = !m_grid->isVisible() || m_grid->GetCellRect(m_column, m_row, cell) != ug::Success
+            || cell.isEmpty();
         return state;
     }
     void *interface_cast(QAccessible::InterfaceType type) override
@@ -101,6 +114,8 @@ public:
             return static_cast<QAccessibleTableCellInterface *>(this);
         if (type == QAccessible::ActionInterface)
             return static_cast<QAccessibleActionInterface *>(this);
+        if (type == QAccessible::TextInterface)
+            return static_cast<QAccessibleTextInterface *>(this);
         return nullptr;
     }
 
@@ -131,7 +146,75 @@ public:
     int rowExtent() const override { return 1; }
     QAccessibleInterface *table() const override { return QAccessible::queryAccessibleInterface(m_grid); }
 
+    // The text interface reads the cell's value; a cell is edited through
+    // the grid, never through a caret of its own.
+    void selection(int, int *startOffset, int *endOffset) const override { *startOffset = *endOffset = 0; }
+    int selectionCount() const override { return 0; }
+    void addSelection(int, int) override {}
+    void removeSelection(int) override {}
+    void setSelection(int, int, int) override {}
+    int cursorPosition() const override { return 0; }
+    void setCursorPosition(int) override {}
+    QString text(int startOffset, int endOffset) const override
+    {
+        const QString all = isValid() ? value() : QString();
+        if (endOffset < 0 || endOffset > all.size())
+            endOffset = int(all.size());
+        startOffset = std::clamp(startOffset, 0, endOffset);
+        return all.mid(startOffset, endOffset - startOffset);
+    }
+    int characterCount() const override { return isValid() ? int(value().size()) : 0; }
+    QRect characterRect(int) const override { return QRect(); }
+    int offsetAtPoint(const QPoint &) const override { return -1; }
+    void scrollToSubstring(int, int) override {}
+    QString attributes(int, int *startOffset, int *endOffset) const override
+    {
+        *startOffset = *endOffset = -1;
+        return QString();
+    }
+
 private:
+    QString columnHeading() const
+    {
+        return m_grid->GetTopHeadingRows() > 0 ? m_grid->GetCellText(m_column, -1) : QString();
+    }
+    QString name() const
+    {
+        if (m_row < 0) {
+            const QString heading = m_grid->GetCellText(m_column, m_row);
+            return heading.isEmpty() && m_column >= 0 ? ug::gridText("Column %1").arg(m_column + 1) : heading;
+        }
+        if (m_column < 0)
+            return m_grid->OnRowName(m_row);
+        CUGCell cell;
+        m_grid->GetCellResolved(m_column, m_row, cell);
+        const CUGCellType *type = m_grid->GetCellType(cell);
+        QString name = type->AccessibleName(cell);
+        // A tick box is named by its row, as a check box by its label; an
+        // empty cell by its column, so that it is never silent.
+        if (name.isEmpty() && type->AccessibleRole(cell) == QAccessible::CheckBox)
+            name = m_grid->OnRowName(m_row);
+        if (name.isEmpty())
+            name = columnHeading();
+        return name.isEmpty() ? m_grid->OnRowName(m_row) : name;
+    }
+    QString description() const
+    {
+        if (m_row < 0 || m_column < 0)
+            return QString();
+        const QString heading = columnHeading();
+        const QString rowName = m_grid->OnRowName(m_row);
+        QString where = heading.isEmpty() ? rowName : QStringLiteral("%1, %2").arg(heading, rowName);
+        const QString more = m_grid->OnCellDescription(m_column, m_row);
+        return more.isEmpty() ? where : where + QLatin1String(". ") + more;
+    }
+    QString value() const
+    {
+        CUGCell cell;
+        m_grid->GetCellResolved(m_column, m_row, cell);
+        return m_grid->GetCellType(cell)->AccessibleValue(cell);
+    }
+
     CUGCtrl *m_grid;
     int m_column;
     long m_row;
@@ -312,6 +395,27 @@ void notifyGridFocus(CUGCtrl *grid, int column, long row)
     QAccessibleEvent event(grid, QAccessible::Focus);
     event.setChild(int(row) * grid->GetColumnCount() + column);
     QAccessible::updateAccessibility(&event);
+}
+
+void notifyGridCellChanged(CUGCtrl *grid, int column, long row)
+{
+    if (!QAccessible::isActive() || column < 0 || row < 0 || !grid->isVisible())
+        return;
+    CUGCell cell;
+    grid->GetCellResolved(column, row, cell);
+    const int child = int(row) * grid->GetColumnCount() + column;
+    QAccessible::State changed;
+    grid->GetCellType(cell)->AccessibleState(cell, changed);
+    if (changed.checkable) {
+        QAccessible::State which;
+        which.checked = true;
+        QAccessibleStateChangeEvent event(grid, which);
+        event.setChild(child);
+        QAccessible::updateAccessibility(&event);
+    }
+    QAccessibleEvent named(grid, QAccessible::NameChanged);
+    named.setChild(child);
+    QAccessible::updateAccessibility(&named);
 }
 
 void notifyGridReset(CUGCtrl *grid)

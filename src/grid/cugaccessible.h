@@ -12,6 +12,8 @@ class CUGCtrl;
 void installGridAccessibility();
 // The current cell moved.
 void notifyGridFocus(CUGCtrl *grid, int column, long row);
+// A cell's text or tick changed.
+void notifyGridCellChanged(CUGCtrl *grid, int column, long row);
 // The grid's rows or columns changed.
 void notifyGridReset(CUGCtrl *grid);
 

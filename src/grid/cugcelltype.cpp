@@ -103,6 +103,8 @@ QStringList CUGCellType::AccessibleActions(const CUGCell &) const
 
 void CUGCellType::DoAccessibleAction(int, long, const QString &) {}
 
+void CUGCellType::AccessibleState(const CUGCell &, QAccessible::State &) const {}
+
 void CUGCellType::attach(CUGCtrl *ctrl, int id)
 {
     m_ctrl = ctrl;

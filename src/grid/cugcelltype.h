@@ -77,6 +77,8 @@ public:
     virtual QString AccessibleName(const CUGCell &cell) const;
     virtual QString AccessibleValue(const CUGCell &cell) const;
     virtual QStringList AccessibleActions(const CUGCell &cell) const;
+    // States beyond those every cell has (a check box's tick). Base: none.
+    virtual void AccessibleState(const CUGCell &cell, QAccessible::State &state) const;
     virtual void DoAccessibleAction(int column, long row, const QString &action);
 
     // Hands an event to the grid's OnCellTypeEvent and returns its answer.

@@ -11,6 +11,7 @@
 #include "grid/cugsections.h"
 #include "grid/cugstandardtypes.h"
 #include "grid/maskedtext.h"
+#include "grid/ugtexts.h"
 
 #include <QScrollBar>
 
@@ -128,7 +129,10 @@ int CUGCtrl::SetCell(int column, long row, const CUGCell &cell)
     OnCellWrite(column, row, cell);
     int storeColumn = 0;
     CUGDataSource *store = storeFor(column, storeColumn);
-    return store->SetCell(storeColumn, row, cell) == 0 ? ug::Success : ug::Refused;
+    if (store->SetCell(storeColumn, row, cell) != 0)
+        return ug::Refused;
+    notifyGridCellChanged(this, column, row);
+    return ug::Success;
 }
 
 QString CUGCtrl::GetCellText(int column, long row)
@@ -383,6 +387,29 @@ int CUGCtrl::OnCellTipText(int column, long row, int, QString &text)
 QString CUGCtrl::OnCellDescription(int, long)
 {
     return QString();
+}
+
+QString CUGCtrl::OnRowName(long row)
+{
+    if (m_rowNameColumn >= 0 && m_rowNameColumn < GetColumnCount()) {
+        if (const QString name = GetCellText(m_rowNameColumn, row); !name.isEmpty())
+            return name;
+    }
+    if (GetSideHeadingColumns() > 0) {
+        if (const QString heading = GetCellText(-1, row); !heading.isEmpty())
+            return heading;
+    }
+    return ug::gridText("Row %1").arg(row + 1);
+}
+
+bool CUGCtrl::IsCellEnabled(int, long)
+{
+    return true;
+}
+
+bool CUGCtrl::IsGridEnabled() const
+{
+    return true;
 }
 
 int CUGCtrl::OnCompareCells(const CUGCell *first, const CUGCell *second, int flags)

@@ -71,6 +71,8 @@ public:
     int SetTopHeadingRows(int count);
     int GetSideHeadingColumns() const;
     int SetSideHeadingColumns(int count);
+    // The column whose text names a row to assistive technology; -1: none.
+    void SetRowNameColumn(int column) { m_rowNameColumn = column; }
 
     // --- Cells
     // The data store's properties only.
@@ -291,6 +293,15 @@ public:
     // What a screen reader says of a cell beyond its name and value (its
     // accessible description). Base: nothing.
     virtual QString OnCellDescription(int column, long row);
+    // What a screen reader calls a row: the text of the row-name column in
+    // that row (SetRowNameColumn), else its side heading, else "Row N".
+    virtual QString OnRowName(long row);
+    // Whether a person may reach and change the cell; a disabled cell is
+    // greyed and says so to assistive technology. Base: every cell.
+    virtual bool IsCellEnabled(int column, long row);
+    // Whether the grid as a whole takes changes; a grid that does not is
+    // greyed but can still be read cell by cell. Base: yes.
+    virtual bool IsGridEnabled() const;
     // Sort comparison; flags bit 2 sorts descending. Public for sorting code.
     virtual int OnCompareCells(const CUGCell *first, const CUGCell *second, int flags);
 
@@ -465,6 +476,7 @@ private:
     long m_menuRow = -1;
     int m_menuSection = 0;
 
+    int m_rowNameColumn = -1;
     bool m_updatingScrollBars = false;
     bool m_layingOut = false;
     bool m_initialised = false;

@@ -645,6 +645,10 @@ int CUGCtrl::AttachToDialogItem(QWidget *dialog, int controlId)
     setSizePolicy(placeholder->sizePolicy());
     setMinimumSize(placeholder->minimumSize());
     setMaximumSize(placeholder->maximumSize());
+    if (accessibleName().isEmpty())
+        setAccessibleName(placeholder->accessibleName());
+    if (accessibleDescription().isEmpty())
+        setAccessibleDescription(placeholder->accessibleDescription());
     // Labels that named the placeholder as their buddy name the grid now, so
     // their mnemonics reach it.
     const QList<QLabel *> labels = parent->window()->findChildren<QLabel *>();

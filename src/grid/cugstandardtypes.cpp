@@ -335,6 +335,14 @@ QString CUGCheckBoxType::AccessibleName(const CUGCell &cell) const
     return cell.label();
 }
 
+void CUGCheckBoxType::AccessibleState(const CUGCell &cell, QAccessible::State &state) const
+{
+    const int value = int(cell.number());
+    state.checkable = true;
+    state.checked = value == 1;
+    state.checkStateMixed = value == 2 && (cell.cellTypeParam() & ug::ParamCheckTriState);
+}
+
 QStringList CUGCheckBoxType::AccessibleActions(const CUGCell &cell) const
 {
     if (cell.isReadOnly())

@@ -90,6 +90,7 @@ public:
 
     QAccessible::Role AccessibleRole(const CUGCell &cell) const override;
     QString AccessibleName(const CUGCell &cell) const override;
+    void AccessibleState(const CUGCell &cell, QAccessible::State &state) const override;
     QStringList AccessibleActions(const CUGCell &cell) const override;
     void DoAccessibleAction(int column, long row, const QString &action) override;
 

@@ -4,6 +4,7 @@
 #include "grid/cugctrl.h"
 #include "uikit/cellbuttonpainter.h"
 #include "uikit/cvvyrgrid.h"
+#include "uikit/pageaccessible.h"
 #include "util/colourtext.h"
 
 #include <QColorDialog>
@@ -156,7 +157,18 @@ QAccessible::Role CVVyrBrowseButtonType::AccessibleRole(const CUGCell &cell) con
 
 QString CVVyrBrowseButtonType::AccessibleName(const CUGCell &cell) const
 {
-    return buttonLabel(cell);
+    // A cell that shows its text is named by it, as any text cell; a bare
+    // button says what it does and to what ("Edit LandUseClass"), since
+    // "..." or "Edit..." alone tells a listener nothing.
+    if (isEditable(cell))
+        return cell.text();
+    QString action = withoutMnemonics(buttonLabel(cell));
+    if (action.endsWith(QLatin1String("...")))
+        action.chop(3);
+    else if (action.endsWith(QChar(0x2026)))
+        action.chop(1);
+    const QString subject = cell.text().simplified();
+    return subject.isEmpty() || action.isEmpty() ? action + subject : action + u' ' + subject;
 }
 
 QStringList CVVyrBrowseButtonType::AccessibleActions(const CUGCell &cell) const

@@ -89,6 +89,8 @@ void CVVyrGrid::OnGridInit()
 {
     SetSideHeadingWidth(0);
     SetTopHeadingHeight(0);
+    // A record is named by its first field (an attribute's name, a code).
+    SetRowNameColumn(0);
     SetMultiSelect(true);
     SetVScrollMode(1);
     SetVScrollWidth(style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this));

@@ -120,7 +120,7 @@ public:
 
     // --- Enabling
     virtual void EnableCell(int column, long row, bool enable);
-    virtual bool IsCellEnabled(int column, long row);
+    bool IsCellEnabled(int column, long row) override;
 
     // Ends an edit in progress with the editor's text, not continuing.
     // Call it before reading or checking the grid.
@@ -146,7 +146,7 @@ public:
     static CellActionHandler *CellActionHandlerOf(const CUGCell &cell);
 
     virtual void EnableGrid(bool enable);
-    virtual bool IsGridEnabled() const;
+    bool IsGridEnabled() const override;
     // Enables or disables the grid as one control of a dialog: an edit
     // under way is taken first, and a disabled grid takes no focus.
     void EnableControl(bool enable);

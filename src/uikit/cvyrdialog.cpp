@@ -2,6 +2,7 @@
 
 #include "uikit/helpevents.h"
 #include "uikit/outsideservices.h"
+#include "uikit/pageaccessible.h"
 #include "uikit/templateloader.h"
 #include "uikit/tooltipctrl.h"
 #include "uikit/resourcelibrary.h"
@@ -166,6 +167,7 @@ void CVyrDialog::releaseBindings()
 bool CVyrDialog::OnInitDialog()
 {
     SetupToolTips();
+    giveLabelHintsToBuddies(this);
     resolveBindings();
     const QString icon = resourceImagePath(ResourceKind::Icon, res::ApplicationIcon);
     if (!icon.isEmpty())

@@ -1,6 +1,6 @@
-// A combo box that says when its list is about to drop down, so that the
-// list can be filled with what is current at that moment. Templates name it
-// "VyrDropDownComboBox".
+// Combo boxes of the library's dialogs. DropDownComboBox says when its list is
+// about to drop down, so that the list can be filled with what is current at
+// that moment; templates name it "VyrDropDownComboBox".
 #ifndef VYR_UIKIT_DROPDOWNCOMBOBOX_H
 #define VYR_UIKIT_DROPDOWNCOMBOBOX_H
 
@@ -8,7 +8,19 @@
 
 namespace vyr {
 
-class DropDownComboBox : public QComboBox
+// The library's combo box: assistive technology hears it named by its label,
+// with the label's mnemonic as the key that reaches it, and its value as the
+// value (a bare QComboBox on Linux is named by its value and tells no key).
+// Templates' QComboBox is made one.
+class ComboBox : public QComboBox
+{
+    Q_OBJECT
+
+public:
+    explicit ComboBox(QWidget *parent = nullptr);
+};
+
+class DropDownComboBox : public ComboBox
 {
     Q_OBJECT
 

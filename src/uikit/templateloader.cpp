@@ -1,8 +1,7 @@
 #include "uikit/templateloader.h"
 
 #include "uikit/dropdowncombobox.h"
-
-#include <QTabBar>
+#include "uikit/pageaccessible.h"
 
 namespace vyr {
 
@@ -19,10 +18,15 @@ QWidget *TemplateLoader::createWidget(const QString &className, QWidget *parent,
         combo->setObjectName(name);
         return combo;
     }
+    if (className == QLatin1String("QComboBox")) {
+        auto *combo = new ComboBox(parent);
+        combo->setObjectName(name);
+        return combo;
+    }
     // Designer has no tab bar of its own; the frames that page their
     // dialogs themselves need one.
     if (className == QLatin1String("QTabBar")) {
-        auto *tabBar = new QTabBar(parent);
+        auto *tabBar = new PageTabBar(parent);
         tabBar->setObjectName(name);
         return tabBar;
     }

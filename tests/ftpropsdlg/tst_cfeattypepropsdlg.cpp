@@ -20,9 +20,11 @@
 
 #include "vyr/IVYRStringArray.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -653,6 +655,49 @@ private slots:
         QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(dialog->attributesPage()->grid()));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
         QCOMPARE(QApplication::focusWidget(), name);
+    }
+
+    // A listener hears the pages by their tabs' names, which one is shown,
+    // each field by its label (with the key that reaches it) and a grid's
+    // usage with the grid; nothing of a page not shown claims to be seen.
+    void shouldNameItsPagesTabsAndFieldsToAssistiveTechnology()
+    {
+        auto dialog = open(record("roads", "SHP"));
+        QVERIFY(test::showActive(*dialog));
+        QAccessibleInterface *tabs = QAccessible::queryAccessibleInterface(dialog->tabControl());
+        QCOMPARE(tabs->role(), QAccessible::PageTabList);
+        QCOMPARE(tabs->childCount(), dialog->tabControl()->count());
+        QCOMPARE(tabs->child(0)->role(), QAccessible::PageTab);
+        QCOMPARE(tabs->child(0)->text(QAccessible::Name), loadResourceString(res::GeneralTabTitle).remove(u'&'));
+        QVERIFY(tabs->child(0)->state().selected && !tabs->child(1)->state().selected);
+
+        QAccessibleInterface *general = QAccessible::queryAccessibleInterface(dialog->generalPage());
+        QCOMPARE(general->role(), QAccessible::Pane);
+        QCOMPARE(general->text(QAccessible::Name), tabs->child(0)->text(QAccessible::Name));
+        QAccessibleInterface *grid = QAccessible::queryAccessibleInterface(dialog->attributesPage()->grid());
+        QVERIFY(grid->tableInterface()->cellAt(0, 0)->state().invisible);
+        QVERIFY(!grid->text(QAccessible::Description).isEmpty());
+
+        const auto labelOf = [&dialog](QWidget *field) {
+            const QList<QLabel *> labels = dialog->findChildren<QLabel *>();
+            const auto found
+                = std::find_if(labels.begin(), labels.end(), [field](QLabel *label) { return label->buddy() == field; });
+            return found == labels.end() ? nullptr : *found;
+        };
+        auto *dataset = dialog->findChild<QComboBox *>("datasetCombo");
+        QAccessibleInterface *combo = QAccessible::queryAccessibleInterface(dataset);
+        QVERIFY(labelOf(dataset));
+        QCOMPARE(combo->text(QAccessible::Name), labelOf(dataset)->text().remove(u'&'));
+        QCOMPARE(combo->text(QAccessible::Value), dataset->currentText());
+        QCOMPARE(combo->actionInterface()->keyBindingsForAction(QAccessibleActionInterface::showMenuAction()),
+                 QStringList{QKeySequence::mnemonic(labelOf(dataset)->text()).toString(QKeySequence::NativeText)});
+        auto *sources = dialog->findChild<QLineEdit *>("sourcesEdit");
+        QCOMPARE(QAccessible::queryAccessibleInterface(sources)->text(QAccessible::Name),
+                 labelOf(sources)->text().remove(u'&'));
+
+        dialog->tabControl()->setCurrentIndex(1);
+        QVERIFY(!tabs->child(0)->state().selected && tabs->child(1)->state().selected);
+        QVERIFY(!grid->tableInterface()->cellAt(0, 0)->state().invisible);
     }
 
     void shouldNotShrinkBelowItsFirstSize()

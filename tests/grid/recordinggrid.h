@@ -34,6 +34,7 @@ public:
     std::function<bool(QChar &)> verify;
     std::function<long(int, int, long, std::intptr_t)> typeEvent;
     std::function<void(int, long, CUGCell &)> read;
+    std::function<bool(int, long)> enabled;
     int gridInits = 0;
     QRect focusFrame;
 
@@ -75,6 +76,7 @@ protected:
     void OnLeftColumnChanged(int, int newColumn) override { log << QStringLiteral("left %1").arg(newColumn); }
     void OnTopRowChanged(long, long newRow) override { log << QStringLiteral("top %1").arg(newRow); }
     void OnCellRead(int column, long row, CUGCell &cell) override { if (read) read(column, row, cell); }
+    bool IsCellEnabled(int column, long row) override { return !enabled || enabled(column, row); }
     void OnCellWrite(int, long, const CUGCell &) override { ++writes; }
     long OnCellTypeEvent(int, int column, long row, int message, std::intptr_t parameter) override
     {

@@ -33,6 +33,7 @@ private slots:
     void findAndReplace();
     void replaceAllReplacesOnlyWhatMayBeReplaced();
     void accessibleTable();
+    void accessibleCellsSayWhereTheyAreAndWhatTheyHold();
 };
 
 void tst_CUGCellTypes::standardTypesHaveTheirIndices()
@@ -333,7 +334,57 @@ void tst_CUGCellTypes::accessibleTable()
     table->modelChange(&reset);
     grid.SetRowCount(2);
     QVERIFY(!table->cellAt(3, 1));
-    QCOMPARE(table->cellAt(1, 1)->text(QAccessible::Name), QString());
+    QCOMPARE(table->cellAt(1, 1)->text(QAccessible::Name), QString("Heading"));
+}
+
+// A listener moving through a grid hears every cell: its column and row, its
+// tick, whether it can be changed, and a text even when it is empty; cells of
+// a grid that is not shown are not showing.
+void tst_CUGCellTypes::accessibleCellsSayWhereTheyAreAndWhatTheyHold()
+{
+    RecordingGrid grid(3, 2);
+    QVERIFY(showActive(grid));
+    grid.SetCellText(0, -1, "Name");
+    grid.SetCellText(1, -1, "Ticked");
+    grid.SetRowNameColumn(0);
+    grid.setColumnDefault(1, [](CUGCell &cell) { cell.setCellType(ug::CheckBoxCellType); });
+    grid.SetCellText(0, 0, "alpha");
+    grid.SetCellText(1, 0, "1");
+    grid.SetCellText(1, 1, "0");
+    grid.enabled = [](int column, long row) { return !(column == 2 && row == 0); };
+    QAccessibleTableInterface *table = QAccessible::queryAccessibleInterface(&grid)->tableInterface();
+    struct Expected
+    {
+        int column;
+        long row;
+        QAccessible::Role role;
+        const char *name;
+        const char *description;
+        bool checked;
+        bool enabled;
+    };
+    const Expected expected[] = {
+        {0, 0, QAccessible::Cell, "alpha", "Name, alpha", false, true},
+        {1, 0, QAccessible::CheckBox, "alpha", "Ticked, alpha", true, true},
+        {2, 0, QAccessible::Cell, "alpha", "alpha", false, false},
+        {0, 1, QAccessible::Cell, "Name", "Name, Row 2", false, true},
+        {1, 1, QAccessible::CheckBox, "Row 2", "Ticked, Row 2", false, true},
+    };
+    for (const Expected &want : expected) {
+        const QString where = QStringLiteral("%1,%2").arg(want.column).arg(want.row);
+        QAccessibleInterface *cell = table->cellAt(int(want.row), want.column);
+        QVERIFY2(cell, qPrintable(where));
+        QCOMPARE(cell->role(), want.role);
+        QCOMPARE(cell->text(QAccessible::Name), QString(want.name));
+        QCOMPARE(cell->text(QAccessible::Description), QString(want.description));
+        QCOMPARE(bool(cell->state().checked), want.checked);
+        QCOMPARE(bool(cell->state().disabled), !want.enabled);
+        QVERIFY2(cell->textInterface(), qPrintable(where));
+        QCOMPARE(cell->textInterface()->text(0, -1), cell->text(QAccessible::Value));
+        QVERIFY(!cell->state().invisible);
+    }
+    grid.hide();
+    QVERIFY(table->cellAt(0, 0)->state().invisible);
 }
 
 QTEST_MAIN(tst_CUGCellTypes)
