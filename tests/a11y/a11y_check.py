@@ -64,7 +64,8 @@ class FeatureType:
             else:
                 raise LookupError("the workspace has no feature type " + name)
         with open(os.path.join(folder, entry["format"])) as file:
-            self.caps = {row[0]: row[1] for row in csv.reader(line for line in file if not line.startswith("#")) if len(row) > 1}
+            rows = csv.reader(line for line in file if not line.startswith("#"))
+            self.caps = {row[0]: row[1] for row in rows if len(row) > 1}
 
     def saved(self):
         with open(self.feature_path) as file:
@@ -93,7 +94,8 @@ class FeatureType:
     def format_attributes(self):
         """(name, checked) per row: the format's names sorted, checked when the
         feature exposes the name or, for a list, its elements."""
-        exposed = {re.sub(r"\{[0-9]+\}", "{}", n) for n in self.feature.get("lists", {}).get("*vyr_format_attr_name", [])}
+        names = self.feature.get("lists", {}).get("*vyr_format_attr_name", [])
+        exposed = {re.sub(r"\{[0-9]+\}", "{}", n) for n in names}
         return [(n, n in exposed) for n in sorted(set(csv_values(self.caps.get("FORMAT_ATTRS"))[0::2]))]
 
     def checked_options(self):
@@ -247,7 +249,8 @@ class Run:
         while obj is not None and obj != self.top:
             line.append(obj)
             obj = obj.parent
-        return [c for a in line[1:] + [self.top] for c in children(a) if c not in line and get(c, "childCount", default=0)
+        line.append(self.top)
+        return [c for a in line[1:] for c in children(a) if c not in line and get(c, "childCount", default=0)
                 and get(c, "getRole") not in (R.ROLE_PUSH_BUTTON, R.ROLE_PAGE_TAB_LIST)]
 
     def shown_page(self):
@@ -263,6 +266,10 @@ class Run:
     def gap(self, page, obj, what):
         self.report.gap(self.case, page, obj, self.top, what)
 
+    def wrong(self, page, obj, what):
+        self.report.tally(self.case, page, "wrong state")
+        self.gap(page, obj, what)
+
     def kill(self):
         if self.process.poll() is None:
             self.timed_out = True
@@ -270,11 +277,12 @@ class Run:
 
     def close(self, ended_by_ok):
         self.watchdog.cancel()
+        with open(self.output, errors="replace") as output:
+            said = output.read()[-200:]
         # Checks on a program that went away would read nothing and pass.
         if self.process.poll() is not None and not ended_by_ok and not self.timed_out:
-            with open(self.output, errors="replace") as output:
-                self.gap("-", None, "the program ended during the check, exit %d (said: %s)"
-                         % (self.process.returncode, output.read()[-200:]))
+            self.gap("-", None, "the program ended during the check, exit %d (said: %s)"
+                     % (self.process.returncode, said))
         if self.process.poll() is None:
             os.killpg(self.process.pid, signal.SIGTERM)
             try:
@@ -283,8 +291,7 @@ class Run:
                 os.killpg(self.process.pid, signal.SIGKILL)
                 self.process.wait()
         if self.timed_out:
-            with open(self.output, errors="replace") as output:
-                self.gap("-", None, "no end within %d s; killed (said: %s)" % (RUN_SECONDS, output.read()[-200:]))
+            self.gap("-", None, "no end within %d s; killed (said: %s)" % (RUN_SECONDS, said))
 
 
 # --- the accessible tree -------------------------------------------------------
@@ -324,12 +331,10 @@ def check_tree(run):
         if kind == "general":
             boxes = [o for o in walk(page) if get(o, "getRole") == R.ROLE_CHECK_BOX]
             if sum(R.STATE_CHECKED in states(o) for o in boxes) != run.data.checked_options():
-                run.report.tally(run.case, title, "wrong state")
-                run.gap(title, page, "CHECKED on %s; the feature turns on %d of these options"
+                run.wrong(title, page, "CHECKED on %s; the feature turns on %d of these options"
                         % ([get(o, "name") for o in boxes if R.STATE_CHECKED in states(o)], run.data.checked_options()))
     for obj, hidden in stray.items():
-        run.report.tally(run.case, titles.get(hidden, "(page without a tab)"), "wrong state")
-        run.gap(titles.get(hidden, "(page without a tab)"), obj, "SHOWING while its page is hidden")
+        run.wrong(titles.get(hidden, "(page without a tab)"), obj, "SHOWING while its page is hidden")
 
 
 def says(text, word):
@@ -367,8 +372,8 @@ def check_table(run, title, kind, table_obj):
             for state, shown, words in ((R.STATE_ENABLED, enabled, ("disabled", "enabled")),
                                         (R.STATE_CHECKED, checked, ("unchecked", "checked"))):
                 if shown is not None and (state in have) != shown:
-                    run.report.tally(run.case, title, "wrong state")
-                    run.gap(title, cell, where + "shown %s but %s%s" % (words[shown], "not " * shown, words[1].upper()))
+                    run.wrong(title, cell, where + "shown %s but %s%s"
+                              % (words[shown], "not " * shown, words[1].upper()))
 
 
 # --- the keyboard --------------------------------------------------------------

@@ -42,4 +42,4 @@ timeout -k 5 200 dbus-run-session -- sh -c '
         sleep 0.1
     done
     shift
-    /usr/bin/python3 "$@"' sh "$launcher" "$here/a11y_check.py" "$tool" "$examples" "$work"
+    PYTHONIOENCODING=utf-8 /usr/bin/python3 "$@"' sh "$launcher" "$here/a11y_check.py" "$tool" "$examples" "$work"
