@@ -500,11 +500,11 @@ def tab_cycle(run, title, page, start, log):
     return visits if closed else None
 
 
-def grid_focus(run, kind):
-    """Puts the keyboard on a page's grid, by AT-SPI: how it gets there is
-    not what these runs test."""
+def put_focus(run, kind, role):
+    """Puts the keyboard on a page's first control of a role, by AT-SPI: how
+    it gets there is not what these runs test."""
     page = run.show(kind)
-    next(o for o in walk(page) if get(o, "getRole") == R.ROLE_TABLE).queryComponent().grabFocus()
+    next(o for o in walk(page) if get(o, "getRole") == role).queryComponent().grabFocus()
     time.sleep(0.3)
 
 
@@ -516,14 +516,16 @@ def parameter(feature, name):
 # check -> (where the keyboard is, the keys that get it there and edit, what
 # the saved feature holds): Control+Enter must press OK from there.
 OK_RUNS = {
-    "ok_text": ("the name field", lambda run: press("ctrl+a", "p", "a", "r", "c", "e", "l", "s"),
+    "ok_text": ("the name field", lambda run: (put_focus(run, "general", R.ROLE_TEXT),
+                                               press("ctrl+a", "p", "a", "r", "c", "e", "l", "s")),
                 lambda feature: feature["feature_type"] == "parcels"),
-    "ok_cell": ("an open cell edit", lambda run: (grid_focus(run, "attributes"), press("ctrl+Home", "Home"),
-                                                  press("k", "i", "n", "d")),
+    "ok_cell": ("an open cell edit", lambda run: (put_focus(run, "attributes", R.ROLE_TABLE),
+                                                  press("ctrl+Home", "Home", "k", "i", "n", "d")),
                 lambda feature: feature.get("attribute_order", [""])[0] == "kind"),
     # The open list has no current entry: a letter picks one, an arrow only
     # marks the first.
-    "ok_list": ("a drop-list cell", lambda run: (grid_focus(run, "parameters"), press("ctrl+Home", "Home", "Right"),
+    "ok_list": ("a drop-list cell", lambda run: (put_focus(run, "parameters", R.ROLE_TABLE),
+                                                 press("ctrl+Home", "Home", "Right"),
                                                  press("alt+Down"), time.sleep(0.3), press("n", "Return")),
                 lambda feature: parameter(feature, "SPATIAL_INDEX") == "No"),
 }
