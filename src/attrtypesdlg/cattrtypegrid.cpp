@@ -6,6 +6,8 @@
 #include "uikit/resourcelibrary.h"
 #include "util/resourceids.h"
 
+#include <QFontMetrics>
+
 #include <algorithm>
 #include <typeinfo>
 #include <utility>
@@ -355,22 +357,54 @@ void CAttrTypeGrid::OnPasted(const PasteResult &)
 
 void CAttrTypeGrid::LayoutLeadingColumns(int) {}
 
+int CAttrTypeGrid::ArgumentColumnFloor()
+{
+    const QFontMetrics metrics(font());
+    int floor = 0;
+    for (const int column : {argumentColumn(0), argumentColumn(1)})
+        floor = std::max(floor, metrics.horizontalAdvance(GetCellText(column, -1)) + 2 * cellMargin());
+    CUGCell button;
+    button.setCellType(BrowseTypeId());
+    for (const unsigned label : {res::BrowseEditLabel, res::BrowseViewLabel}) {
+        button.setLabel(loadResourceString(label));
+        QSize size;
+        GetCellType(button)->MeasureCell(size, button);
+        floor = std::max(floor, size.width());
+    }
+    return floor;
+}
+
 void CAttrTypeGrid::OnLayoutComponents(Layout &layout)
 {
     const int width = layout.grid.width();
     LayoutLeadingColumns(width);
-    int rest = width;
+    int leading = 0;
     for (int column = 0; column < m_typeColumn; ++column)
-        rest -= GetColumnWidth(column);
+        leading += GetColumnWidth(column);
+    // The leading columns (a name) give way before a button is cut: the type
+    // and the arguments (and domains) keep at least an argument's width each.
+    const int floor = ArgumentColumnFloor();
+    const int needed = (hasDomains() ? 4 : 3) * floor;
+    if (leading > 0 && width - leading < needed) {
+        const int allowed = std::max(0, width - needed);
+        for (int column = 0; column < m_typeColumn; ++column)
+            SetColumnWidth(column, int(qint64(GetColumnWidth(column)) * allowed / leading));
+        leading = allowed;
+    }
+    const int rest = width - leading;
     // Shares of what the leading columns leave; without domains the domain
     // column takes nothing and the others share its part.
     const double type = hasDomains() ? 0.35 : 0.5;
     const double argument = hasDomains() ? 0.15 : 0.25;
     const double domain = hasDomains() ? 0.35 : 0.0;
-    SetColumnWidth(m_typeColumn, int(type * rest));
-    SetColumnWidth(argumentColumn(0), int(argument * rest));
-    SetColumnWidth(argumentColumn(1), int(argument * rest));
-    SetColumnWidth(domainColumn(), int(domain * rest));
+    // An argument column is never narrower than its heading or its button
+    // ("Bearbeiten..." in German); the type and domain columns give way.
+    const int argumentWidth = std::min(std::max(int(argument * rest), floor), rest / 3);
+    const int left = rest - 2 * argumentWidth;
+    SetColumnWidth(m_typeColumn, int(left * type / (type + domain)));
+    SetColumnWidth(argumentColumn(0), argumentWidth);
+    SetColumnWidth(argumentColumn(1), argumentWidth);
+    SetColumnWidth(domainColumn(), int(left * domain / (type + domain)));
     layout.tabs = QRect();
 }
 

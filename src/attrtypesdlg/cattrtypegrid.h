@@ -90,6 +90,8 @@ protected:
     bool OnRowAdded(long row) override;
     void OnCellChange(int column, long row, ug::TextSource source) override;
     void OnLayoutComponents(Layout &layout) override;
+    // The width an argument column needs for its heading and its button.
+    int ArgumentColumnFloor();
     // Says once which pasted types the format has no counterpart for.
     void OnPasted(const PasteResult &result) override;
     // An argument cell holds only what its kind keeps as it is: a width is

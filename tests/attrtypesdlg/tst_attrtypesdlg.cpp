@@ -128,6 +128,27 @@ private slots:
         QCOMPARE(ui.grid->GetCellText(2, -1), loadResourceString(res::DecimalsHeading));
     }
 
+    // However narrow the window and wide the leading column, an argument's
+    // button keeps its label whole ("Bearbeiten..." is long).
+    void argumentColumnsKeepRoomForTheirButtons()
+    {
+        TypeGridWindow ui(rich(), 1, 0);
+        CAttrTypeGrid &grid = *ui.grid;
+        QVERIFY(ui.show());
+        grid.SetColumnWidth(0, 5000);
+        ui.window.resize(380, 360);
+        QTRY_VERIFY(grid.width() < 400);
+        CUGCell button;
+        button.setCellType(grid.BrowseTypeId());
+        button.setLabel(loadResourceString(res::BrowseEditLabel));
+        QSize wanted;
+        grid.GetCellType(button)->MeasureCell(wanted, button);
+        QVERIFY(wanted.width() > 0);
+        for (const int column : {2, 3})
+            QVERIFY2(grid.GetColumnWidth(column) >= wanted.width(), qPrintable(QString::number(column)));
+        QVERIFY(grid.GetColumnWidth(0) < 5000);
+    }
+
     void choosingATypeSetsUpItsArgumentCells()
     {
         TypeGridWindow ui(rich(), 1, 0);
