@@ -12,6 +12,7 @@
 #include "grid/cugstandardtypes.h"
 #include "grid/maskedtext.h"
 
+#include <QApplication>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -344,6 +345,11 @@ void CUGCtrl::OnSideHeadingClick(int, long, bool) {}
 void CUGCtrl::OnCornerButtonClick(bool) {}
 void CUGCtrl::OnCellKey(int &, bool) {}
 void CUGCtrl::OnCellChar(QChar &, bool) {}
+
+void CUGCtrl::OnKeyRefused()
+{
+    QApplication::beep();
+}
 void CUGCtrl::OnCellRead(int, long, CUGCell &) {}
 void CUGCtrl::OnCellWrite(int, long, const CUGCell &) {}
 

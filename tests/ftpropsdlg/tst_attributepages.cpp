@@ -507,8 +507,7 @@ private slots:
             const QString name = QStringLiteral("field%1").arg(i, 2, 10, QLatin1Char('0'));
             names.push_back(name.toStdString());
             type(name);
-            press(Qt::Key_Return);
-            press(Qt::Key_Right);
+            press(Qt::Key_Tab);
             if (i == 5) {
                 pickType(Qt::Key_I);
             } else if (i == 6 || i == 10) {
