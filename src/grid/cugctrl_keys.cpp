@@ -167,13 +167,17 @@ void CUGCtrl::keyPressEvent(QKeyEvent *event)
         return;
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         // Enter belongs to the grid, not to the dialog's default button;
-        // Control+Enter is passed on to the window as a plain Enter.
+        // Control+Enter is passed on to the window, and to a window that
+        // does not take it as a plain Enter, for its default button.
         event->accept();
-        if (event->modifiers() & Qt::ControlModifier) {
+        if ((event->modifiers() & Qt::ControlModifier) && window() != this) {
+            QKeyEvent asTyped(QEvent::KeyPress, event->key(), event->modifiers(), event->text());
+            QCoreApplication::sendEvent(window(), &asTyped);
+            if (asTyped.isAccepted())
+                return;
             QKeyEvent plain(QEvent::KeyPress, event->key(), event->modifiers() & ~Qt::ControlModifier,
                             event->text());
-            if (window() != this)
-                QCoreApplication::sendEvent(window(), &plain);
+            QCoreApplication::sendEvent(window(), &plain);
         }
         return;
     }
