@@ -7,17 +7,57 @@
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QPointer>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTextBrowser>
 #include <QToolButton>
 #include <QUrl>
+#include <QUrlQuery>
 #include <QVBoxLayout>
 
 namespace vyr::services {
 
+namespace {
+
+// A note saying what is missing is shown as a page of its own, so that the
+// browser's history holds it like any page: its address carries the book it
+// was asked of and its text.
+constexpr char kNoteScheme[] = "vyrhelp-note";
+
+QUrl noteUrl(const QString &book, const QString &text)
+{
+    QUrlQuery query;
+    query.addQueryItem(QStringLiteral("book"), book);
+    query.addQueryItem(QStringLiteral("text"), text);
+    QUrl url;
+    url.setScheme(QLatin1String(kNoteScheme));
+    url.setQuery(query);
+    return url;
+}
+
+QString noteItem(const QUrl &url, const QString &item)
+{
+    return QUrlQuery(url).queryItemValue(item, QUrl::FullyDecoded);
+}
+
+class HelpBrowser final : public QTextBrowser
+{
+public:
+    using QTextBrowser::QTextBrowser;
+
+    QVariant loadResource(int type, const QUrl &name) override
+    {
+        if (name.scheme() == QLatin1String(kNoteScheme))
+            return QStringLiteral("<p>%1</p>").arg(noteItem(name, QStringLiteral("text")).toHtmlEscaped());
+        return QTextBrowser::loadResource(type, name);
+    }
+};
+
+} // namespace
+
 HelpViewer::HelpViewer(QWidget *parent)
     : QWidget(parent, Qt::Window)
-    , m_browser(new QTextBrowser(this))
+    , m_browser(new HelpBrowser(this))
     , m_contents(new QListWidget(this))
     , m_back(new QToolButton(this))
     , m_forward(new QToolButton(this))
@@ -69,6 +109,16 @@ HelpViewer::HelpViewer(QWidget *parent)
     connect(m_home, &QToolButton::clicked, m_browser, &QTextBrowser::home);
     connect(m_browser, &QTextBrowser::backwardAvailable, m_back, &QToolButton::setEnabled);
     connect(m_browser, &QTextBrowser::forwardAvailable, m_forward, &QToolButton::setEnabled);
+    connect(m_browser, &QTextBrowser::sourceChanged, this, [this](const QUrl &shown) {
+        const QString book = bookOf(shown);
+        if (shown.isLocalFile())
+            m_bookOfPage.insert(shown.adjusted(QUrl::RemoveFragment).toString(), book);
+        fillContents(book);
+    });
+    for (const QKeyCombination keys : {QKeyCombination(Qt::Key_Escape), Qt::CTRL | Qt::Key_W}) {
+        auto *shortcut = new QShortcut(QKeySequence(keys), this);
+        connect(shortcut, &QShortcut::activated, this, &QWidget::close);
+    }
     connect(m_contents, &QListWidget::itemActivated, this, [this](QListWidgetItem *item) {
         m_browser->setSource(QUrl::fromLocalFile(item->data(Qt::UserRole).toString()));
     });
@@ -101,6 +151,14 @@ void HelpViewer::fillContents(const QString &book)
     }
 }
 
+QString HelpViewer::bookOf(const QUrl &shown) const
+{
+    if (shown.scheme() == QLatin1String(kNoteScheme))
+        return noteItem(shown, QStringLiteral("book"));
+    // A page reached by a link is in the book of the page that linked it.
+    return m_bookOfPage.value(shown.adjusted(QUrl::RemoveFragment).toString(), m_book);
+}
+
 void HelpViewer::showLocation(const HelpLocation &location, const QString &missingNote)
 {
     fillContents(location.book);
@@ -109,11 +167,14 @@ void HelpViewer::showLocation(const HelpLocation &location, const QString &missi
         page = m_contents->item(0)->data(Qt::UserRole).toString();
     if (!page.isEmpty() && QFileInfo(page).isFile()) {
         QUrl url = QUrl::fromLocalFile(page);
+        // A page a translation lacks comes from the book itself, but belongs
+        // to the book it was asked of.
+        m_bookOfPage.insert(url.toString(), location.book);
         if (!location.anchor.isEmpty())
             url.setFragment(location.anchor);
-        m_browser->setSource(url);
+        m_browser->setSource(url, QTextDocument::HtmlResource);
     } else {
-        m_browser->setHtml(QStringLiteral("<p>%1</p>").arg(missingNote.toHtmlEscaped()));
+        m_browser->setSource(noteUrl(location.book, missingNote), QTextDocument::HtmlResource);
     }
     show();
     raise();

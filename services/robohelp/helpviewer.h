@@ -1,14 +1,19 @@
 // The help viewer window: one per process, reused for every help request.
+// Back and Forward go through what it showed - pages of every book and the
+// notes that said what was missing - with the contents of the book shown;
+// Escape and Control+W close it.
 #ifndef VYR_SERVICES_HELPVIEWER_H
 #define VYR_SERVICES_HELPVIEWER_H
 
 #include "helpbook.h"
 
+#include <QHash>
 #include <QWidget>
 
 class QListWidget;
 class QTextBrowser;
 class QToolButton;
+class QUrl;
 
 namespace vyr::services {
 
@@ -31,6 +36,8 @@ public:
 
 private:
     void fillContents(const QString &book);
+    // The book a shown page or note belongs to.
+    QString bookOf(const QUrl &shown) const;
 
     QTextBrowser *m_browser;
     QListWidget *m_contents;
@@ -38,6 +45,8 @@ private:
     QToolButton *m_forward;
     QToolButton *m_home;
     QString m_book;
+    // The book of each page shown, by its address without the anchor.
+    QHash<QString, QString> m_bookOfPage;
 };
 
 } // namespace vyr::services

@@ -17,6 +17,7 @@
 #include "vyr/IVYRSession.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QBitmap>
 #include <QLayout>
 #include <QPainter>
@@ -25,6 +26,7 @@
 #include <QTabBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace vyr {
 namespace {
@@ -231,11 +233,17 @@ void CFeatTypePropsDlg::ShowPageTab(CVyrDialog *page, bool show)
 
 void CFeatTypePropsDlg::SelectPage(CVyrDialog *page)
 {
-    if (m_currentPage)
-        m_currentPage->hide();
-    m_currentPage = page;
+    QWidget *previous = std::exchange(m_currentPage, page);
     page->raise();
     page->show();
+    if (previous && previous != page) {
+        // A hidden page hands its focus to the next control in the chain -
+        // the Help button - which a screen reader would announce on the
+        // way: the new page takes it first, so that it moves once.
+        if (previous->isAncestorOf(QApplication::focusWidget()))
+            FocusFirstField();
+        previous->hide();
+    }
     LayoutControls();
     LayoutControls();
     update();

@@ -13,6 +13,7 @@
 #include "grid/maskedtext.h"
 #include "grid/ugtexts.h"
 
+#include <QApplication>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -348,6 +349,11 @@ void CUGCtrl::OnSideHeadingClick(int, long, bool) {}
 void CUGCtrl::OnCornerButtonClick(bool) {}
 void CUGCtrl::OnCellKey(int &, bool) {}
 void CUGCtrl::OnCellChar(QChar &, bool) {}
+
+void CUGCtrl::OnKeyRefused()
+{
+    QApplication::beep();
+}
 void CUGCtrl::OnCellRead(int, long, CUGCell &) {}
 void CUGCtrl::OnCellWrite(int, long, const CUGCell &) {}
 

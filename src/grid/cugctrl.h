@@ -146,6 +146,12 @@ public:
     // MoveToCell as code means it whatever keys are held: the selection
     // collapses to the cell.
     int GotoCell(int column, long row);
+    // GotoCell, but when a hook refuses the cell, the nearest one it allows:
+    // the other cells of that row by their distance from it (beyond it first
+    // on a tie, so that a move to the side goes on past a refused cell),
+    // then the rows back towards the current one. The keys move this way,
+    // so that a disabled cell never stops them.
+    int GotoNearestCell(int column, long row);
     enum StepMove { StepUp = 0, StepDown = 1, StepPageUp = 2, StepPageDown = 3, StepFirst = 4, StepLast = 5 };
     int StepCurrentRow(int move);
     int GetLeftCol() const;
@@ -269,6 +275,9 @@ protected:
     virtual void OnCornerButtonClick(bool pressed);
     virtual void OnCellKey(int &key, bool handled);
     virtual void OnCellChar(QChar &character, bool handled);
+    // A key the grid can do nothing with where it is (F2 or typing on a
+    // cell that takes no text): the base beeps, as the desktop does.
+    virtual void OnKeyRefused();
     virtual void OnCellRead(int column, long row, CUGCell &cell);
     virtual void OnCellWrite(int column, long row, const CUGCell &cell);
 
@@ -370,6 +379,7 @@ private:
     // After every move of the current cell or of the view.
     void afterPositionChange(DragMode mode);
     int moveCurrentTo(int column, long row, DragMode mode);
+    int moveCurrentNear(int column, long row, DragMode mode);
     // The first row from `row` on, `step` by `step`, that has a height; -1
     // when none has.
     long shownRowFrom(long row, long step) const;

@@ -79,10 +79,10 @@ bool CUGCtrl::handleCellKey(QKeyEvent *event)
     const long currentRow = std::max(0L, row);
     switch (key) {
     case Qt::Key_Left:
-        moveCurrentTo(std::max(0, currentColumn - 1), currentRow, mode);
+        moveCurrentNear(std::max(0, currentColumn - 1), currentRow, mode);
         return true;
     case Qt::Key_Right:
-        moveCurrentTo(std::min(m_info.numberOfColumns - 1, currentColumn + 1), currentRow, mode);
+        moveCurrentNear(std::min(m_info.numberOfColumns - 1, currentColumn + 1), currentRow, mode);
         return true;
     case Qt::Key_Tab:
         if (control)
@@ -96,29 +96,30 @@ bool CUGCtrl::handleCellKey(QKeyEvent *event)
     case Qt::Key_Down: {
         const long steps = repeatedSteps(event);
         const long target = key == Qt::Key_Up ? currentRow - steps : currentRow + steps;
-        moveCurrentTo(currentColumn, std::clamp(target, 0L, std::max(0L, m_info.numberOfRows - 1)), mode);
+        moveCurrentNear(currentColumn, std::clamp(target, 0L, std::max(0L, m_info.numberOfRows - 1)), mode);
         return true;
     }
     case Qt::Key_PageUp:
-        moveCurrentTo(currentColumn, std::max(0L, currentRow - GetPageRows()), mode);
+        moveCurrentNear(currentColumn, std::max(0L, currentRow - GetPageRows()), mode);
         return true;
     case Qt::Key_PageDown:
-        moveCurrentTo(currentColumn, std::min(m_info.numberOfRows - 1, currentRow + GetPageRows()), mode);
+        moveCurrentNear(currentColumn, std::min(m_info.numberOfRows - 1, currentRow + GetPageRows()), mode);
         return true;
     case Qt::Key_Home:
         if (control)
-            moveCurrentTo(currentColumn, 0, mode);
+            moveCurrentNear(currentColumn, 0, mode);
         else
-            moveCurrentTo(0, currentRow, mode);
+            moveCurrentNear(0, currentRow, mode);
         return true;
     case Qt::Key_End:
         if (control)
-            moveCurrentTo(currentColumn, m_info.numberOfRows - 1, mode);
+            moveCurrentNear(currentColumn, m_info.numberOfRows - 1, mode);
         else
-            moveCurrentTo(m_info.numberOfColumns - 1, currentRow, mode);
+            moveCurrentNear(m_info.numberOfColumns - 1, currentRow, mode);
         return true;
     case Qt::Key_F2:
-        BeginEdit(0);
+        if (BeginEdit(0) != ug::Success)
+            OnKeyRefused();
         return true;
     case Qt::Key_F:
         if (control) {
@@ -166,13 +167,17 @@ void CUGCtrl::keyPressEvent(QKeyEvent *event)
         return;
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         // Enter belongs to the grid, not to the dialog's default button;
-        // Control+Enter is passed on to the window as a plain Enter.
+        // Control+Enter is passed on to the window, and to a window that
+        // does not take it as a plain Enter, for its default button.
         event->accept();
-        if (event->modifiers() & Qt::ControlModifier) {
+        if ((event->modifiers() & Qt::ControlModifier) && window() != this) {
+            QKeyEvent asTyped(QEvent::KeyPress, event->key(), event->modifiers(), event->text());
+            QCoreApplication::sendEvent(window(), &asTyped);
+            if (asTyped.isAccepted())
+                return;
             QKeyEvent plain(QEvent::KeyPress, event->key(), event->modifiers() & ~Qt::ControlModifier,
                             event->text());
-            if (window() != this)
-                QCoreApplication::sendEvent(window(), &plain);
+            QCoreApplication::sendEvent(window(), &plain);
         }
         return;
     }

@@ -422,6 +422,38 @@ int CUGCtrl::GotoCell(int column, long row)
     return moveCurrentTo(column, row, DragMode::None);
 }
 
+int CUGCtrl::GotoNearestCell(int column, long row)
+{
+    return moveCurrentNear(column, row, DragMode::None);
+}
+
+int CUGCtrl::moveCurrentNear(int column, long row, DragMode mode)
+{
+    const int result = moveCurrentTo(column, row, mode);
+    if (result != ug::Refused)
+        return result;
+    const int fromColumn = std::max(0, m_info.currentColumn);
+    const long fromRow = std::max(0L, m_info.currentRow);
+    const long towardsCurrent = row > fromRow ? -1 : 1;
+    const int beyond = column > fromColumn ? 1 : -1;
+    // The current cell is a candidate too: reaching it ends the search
+    // without a move.
+    for (long candidateRow = row;; candidateRow += towardsCurrent) {
+        for (int distance = 0; distance < m_info.numberOfColumns; ++distance) {
+            for (const int side : {beyond, -beyond}) {
+                const int candidate = column + side * distance;
+                if ((distance == 0 && (side != beyond || candidateRow == row)) || candidate < 0
+                    || candidate >= m_info.numberOfColumns)
+                    continue;
+                if (moveCurrentTo(candidate, candidateRow, mode) == ug::Success)
+                    return ug::Success;
+            }
+        }
+        if (candidateRow == fromRow)
+            return ug::Refused;
+    }
+}
+
 long CUGCtrl::shownRowFrom(long row, long step) const
 {
     while (row >= 0 && row < m_info.numberOfRows && GetRowHeight(row) == 0)

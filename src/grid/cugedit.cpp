@@ -41,6 +41,19 @@ void CUGEdit::insertTyped(const QString &text)
     insertPlainText(text);
 }
 
+bool CUGEdit::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)
+            && (key->modifiers() & Qt::ControlModifier) && keepsControlEnter()) {
+            event->accept();
+            return true;
+        }
+    }
+    return QPlainTextEdit::event(event);
+}
+
 void CUGEdit::keyPressEvent(QKeyEvent *event)
 {
     if (editorKey(event))

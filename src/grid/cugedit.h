@@ -23,6 +23,9 @@ public:
     void insertTyped(const QString &text) override;
 
 protected:
+    // Claims Control+Enter from the window's shortcuts in a cell that takes
+    // it as a line break.
+    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;

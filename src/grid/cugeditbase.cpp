@@ -2,6 +2,7 @@
 
 #include "grid/cugctrl.h"
 
+#include <QCoreApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QWidget>
@@ -37,9 +38,17 @@ bool CUGEditBase::editorKey(QKeyEvent *event)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if ((modifiers & Qt::ControlModifier) && (m_ctrl->m_editCell.cellTypeParam() & ug::ParamMultiLine))
+        if (!(modifiers & Qt::ControlModifier)) {
+            endBy(false, true, 0, 1);
+            return true;
+        }
+        if (keepsControlEnter())
             return false;
-        endBy(false, true, 0, 1);
+        // Control+Enter is the window's (OK): the text is kept first, and
+        // the key goes on through the grid only when it was taken.
+        endBy(false, false, 0, 0);
+        if (!m_ctrl->m_editing)
+            QCoreApplication::sendEvent(m_ctrl, event);
         return true;
     case Qt::Key_Up:
         endBy(false, true, 0, -1);
@@ -70,6 +79,11 @@ bool CUGEditBase::editorKey(QKeyEvent *event)
     if (!accepted.isEmpty())
         insertTyped(accepted);
     return true;
+}
+
+bool CUGEditBase::keepsControlEnter() const
+{
+    return m_ctrl->m_editing && (m_ctrl->m_editCell.cellTypeParam() & ug::ParamMultiLine);
 }
 
 bool CUGEditBase::verifyCharacter(QChar &character)

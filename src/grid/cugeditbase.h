@@ -4,8 +4,10 @@
 // the text).
 //
 // The keys: Tab and Shift+Tab go on in the next or previous column, Enter
-// in the next row (Control+Enter stays in a cell whose type parameter has
-// bit 2), Up and Down in the previous or next row, Escape cancels.
+// in the next row, Up and Down in the previous or next row, Escape cancels.
+// Control+Enter keeps the text and passes the key on to the grid, which
+// hands it to the window (OK); a cell whose type parameter has bit 2 takes
+// it as a line break instead.
 #ifndef VYR_GRID_CUGEDITBASE_H
 #define VYR_GRID_CUGEDITBASE_H
 
@@ -51,6 +53,9 @@ protected:
     bool editorKey(QKeyEvent *event);
     // The character may go in; it may come back changed.
     bool verifyCharacter(QChar &character);
+    // Whether the cell takes Control+Enter as a line break rather than
+    // leaving it to the window.
+    bool keepsControlEnter() const;
     void editorFocusOut(QFocusEvent *event);
     CUGCtrl *ctrl() const { return m_ctrl; }
 

@@ -1,7 +1,9 @@
 #include "grid/cuglstbox.h"
 
+#include "grid/cugctrl.h"
 #include "grid/cugstandardtypes.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -22,16 +24,23 @@ CUGLstBox::CUGLstBox(CUGDropListType *type, QWidget *parent)
     connect(this, &QListWidget::itemEntered, this, [this](QListWidgetItem *item) { setCurrentItem(item); });
 }
 
-void CUGLstBox::chooseCurrent()
+bool CUGLstBox::chooseCurrent()
 {
     const int index = currentRow();
     if (index < 0 || m_done)
-        return;
+        return false;
     m_done = true;
     const QString text = item(index)->text();
     CUGDropListType *type = m_type;
     close();
-    type->Choose(index, text);
+    return type->Choose(index, text);
+}
+
+void CUGLstBox::closeWithoutChoice()
+{
+    m_done = true;
+    close();
+    m_type->closedWithoutChoice(false);
 }
 
 void CUGLstBox::dismiss()
@@ -44,14 +53,21 @@ void CUGLstBox::keyPressEvent(QKeyEvent *event)
 {
     switch (event->key()) {
     case Qt::Key_Return:
-    case Qt::Key_Enter:
-        if (currentRow() >= 0)
-            chooseCurrent();
+    case Qt::Key_Enter: {
+        const bool control = event->modifiers() & Qt::ControlModifier;
+        CUGCtrl *grid = m_type->ctrl();
+        if (currentRow() >= 0) {
+            if (!chooseCurrent())
+                return;
+        } else if (control) {
+            closeWithoutChoice();
+        }
+        if (control)
+            QCoreApplication::sendEvent(grid, event);
         return;
+    }
     case Qt::Key_Escape:
-        m_done = true;
-        close();
-        m_type->closedWithoutChoice(false);
+        closeWithoutChoice();
         return;
     default:
         QListWidget::keyPressEvent(event);

@@ -218,7 +218,7 @@ bool CUGDropListType::OpenList(int column, long row)
     return true;
 }
 
-void CUGDropListType::Choose(int index, const QString &text)
+bool CUGDropListType::Choose(int index, const QString &text)
 {
     const int column = m_openColumn;
     const long row = m_openRow;
@@ -227,12 +227,14 @@ void CUGDropListType::Choose(int index, const QString &text)
     m_pressed = false;
     RaiseEvent(column, row, ug::DropListSelectIndex, index);
     QString chosen = text;
+    bool taken = false;
     if (RaiseEvent(column, row, ug::DropListSelect, reinterpret_cast<std::intptr_t>(&chosen))) {
-        ctrl()->StoreUserText(column, row, chosen, ug::TextChosen);
+        taken = ctrl()->StoreUserText(column, row, chosen, ug::TextChosen) == ug::Success;
         RaiseEvent(column, row, ug::DropListPostSelect, reinterpret_cast<std::intptr_t>(&chosen));
     }
     ctrl()->RepaintAll();
     ctrl()->setFocus(Qt::PopupFocusReason);
+    return taken;
 }
 
 void CUGDropListType::closedWithoutChoice(bool byClick)

@@ -53,8 +53,8 @@ protected:
     // The pop-up list a derived type shows its entries in.
     virtual CUGLstBox *CreateListBox();
     // An entry of the open list was chosen: 102, then 101, and when that
-    // agrees the text is stored and 103 raised.
-    virtual void Choose(int index, const QString &text);
+    // agrees the text is stored and 103 raised. Whether the cell took it.
+    virtual bool Choose(int index, const QString &text);
     // The button shows pressed.
     bool isPressed() const { return m_pressed; }
 

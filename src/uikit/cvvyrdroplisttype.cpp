@@ -24,15 +24,13 @@ CUGLstBox *CVVYRDropListType::CreateListBox()
     return new CVVyrDLListBox(this, ctrl());
 }
 
-void CVVYRDropListType::Choose(int index, const QString &text)
+bool CVVYRDropListType::Choose(int index, const QString &text)
 {
     auto *grid = qobject_cast<CVVyrGrid *>(ctrl());
-    if (!grid) {
-        CUGDropListType::Choose(index, text);
-        return;
-    }
+    if (!grid)
+        return CUGDropListType::Choose(index, text);
     CVVyrGrid::UndoStep step(*grid);
-    CUGDropListType::Choose(index, text);
+    return CUGDropListType::Choose(index, text);
 }
 
 void CVVYRDropListType::Paint(QPainter &painter, const QRect &rect, int, long, const CUGCell &cell, bool selected,

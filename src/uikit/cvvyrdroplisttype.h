@@ -32,7 +32,7 @@ public:
 
 protected:
     CUGLstBox *CreateListBox() override;
-    void Choose(int index, const QString &text) override;
+    bool Choose(int index, const QString &text) override;
 };
 
 } // namespace vyr

@@ -302,16 +302,21 @@ int CVVyrGrid::OnBeginEdit(int column, long row, QWidget *&editor)
     GetCellResolved(column, row, cell);
     // A cell that became disabled under the current cell (a sort, a new
     // type) is never edited.
-    if (isDisabledCell(cell))
-        return 0;
-    const int type = cell.cellType();
-    // A drop list or a button is typed into only in its editable look.
-    if ((type == m_dropListId || type == m_browseId || type == m_colourId)
-        && !(cell.cellTypeParam() & ug::ParamEditable))
+    if (isDisabledCell(cell) || !takesTyping(cell))
         return 0;
     m_editor->setMaxLength(32767);
     editor = m_editor.get();
     return 1;
+}
+
+bool CVVyrGrid::takesTyping(const CUGCell &cell) const
+{
+    const int type = cell.cellType();
+    // A drop list or a button is typed into only in its editable look; a
+    // check box, an arrow and the grid control's own list never.
+    if (type == m_dropListId || type == m_browseId || type == m_colourId)
+        return cell.cellTypeParam() & ug::ParamEditable;
+    return type != ug::DropListCellType && type != ug::CheckBoxCellType && type != ug::ArrowCellType;
 }
 
 int CVVyrGrid::OnEditNextCell(int, long, int &, long &)

@@ -7,8 +7,11 @@
 // can be enabled or disabled, each with its colours; a disabled cell (cell
 // property bit 0x4000000) cannot become current. Tab and Shift+Tab walk the
 // enabled cells and leave the grid at its ends; Delete and Backspace delete
-// the selected rows, Insert opens a row, F2 or typing edits the current
-// cell. Three program cell types (a drop list, a browse button and a colour
+// the selected rows, Insert opens a row, F2, Enter or typing edits the
+// current cell (Enter on a list or a button opens it), and Enter in the
+// editor keeps the text and moves down. A key the grid cannot act on
+// (typing on a button, Delete in a grid without a new row) is refused with
+// a beep (OnKeyRefused). Three program cell types (a drop list, a browse button and a colour
 // pick) are registered with every grid, and a cell may name a
 // CellActionHandler that its list or button calls.
 //
@@ -277,9 +280,17 @@ private:
     static EditShortcut editShortcut(int key, Qt::KeyboardModifiers modifiers);
     // Using the new row appends a blank record first; false when refused.
     bool useNewRow();
-    // F2, typing or a double click: edits the current cell, making the new
-    // row a record first; `firstKey` goes to the editor.
-    void editCurrentCell(int firstKey);
+    // Whether the cell's type takes typed text (a text cell, or a list or
+    // button in its editable look).
+    bool takesTyping(const CUGCell &cell) const;
+    // F2, Enter, typing or a double click: edits the current cell, making
+    // the new row a record first; `firstKey` goes to the editor. False when
+    // the cell takes no typing (nothing changes then, but for a new row whose
+    // record leaves the cell disabled).
+    bool editCurrentCell(int firstKey);
+    // A key that edits the current cell: a cell that cannot be edited
+    // refuses it.
+    void editCurrentCellByKey(int firstKey);
     // Opens a blank row at `row` and asks OnRowAdded; -1 when refused.
     long addBlankRowAt(long row);
     // Covers the column defaults' texts in new rows with empty ones.

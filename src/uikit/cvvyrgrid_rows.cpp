@@ -352,6 +352,8 @@ void CVVyrGrid::OnCellKey(int &key, bool)
     case Qt::Key_Backspace:
         if (m_enabled && m_keepNewRow)
             DeleteSelectedRows();
+        else
+            OnKeyRefused();
         key = 0;
         return;
     case Qt::Key_Tab:
@@ -373,14 +375,22 @@ void CVVyrGrid::OnCellKey(int &key, bool)
         if (m_enabled && m_keepNewRow && GetCurrentRow() >= 0) {
             UndoStep step(*this);
             addBlankRowAt(GetCurrentRow());
+        } else {
+            OnKeyRefused();
         }
         key = 0;
         return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        // Control+Enter is the window's (OK): the grid control passes it on.
+        if (control)
+            return;
+        key = 0;
+        editCurrentCellByKey(0);
+        return;
     case Qt::Key_F2:
         key = 0;
-        // A read-only grid never grows, not even by its new row.
-        if (m_enabled)
-            editCurrentCell(0);
+        editCurrentCellByKey(0);
         return;
     default:
         return;
@@ -389,21 +399,34 @@ void CVVyrGrid::OnCellKey(int &key, bool)
 
 void CVVyrGrid::OnCellChar(QChar &character, bool)
 {
-    if (character == u'\t' || character == QChar(0x1b) || character == u'\b' || !m_enabled)
+    if (character == u'\t' || character == QChar(0x1b) || character == u'\b')
         return;
-    editCurrentCell(character.unicode());
+    editCurrentCellByKey(character.unicode());
 }
 
-void CVVyrGrid::editCurrentCell(int firstKey)
+void CVVyrGrid::editCurrentCellByKey(int firstKey)
 {
-    const bool madeRecord = isNewRow(GetCurrentRow());
-    if (madeRecord && !useNewRow())
-        return;
+    if (!editCurrentCell(firstKey))
+        OnKeyRefused();
+}
+
+bool CVVyrGrid::editCurrentCell(int firstKey)
+{
+    // A read-only grid never grows, not even by its new row; nor does a key
+    // the cell would refuse anyway.
     CUGCell cell;
     GetCellResolved(GetCurrentCol(), GetCurrentRow(), cell);
+    if (!m_enabled || !takesTyping(cell))
+        return false;
+    const bool madeRecord = isNewRow(GetCurrentRow());
+    if (madeRecord && !useNewRow())
+        return false;
+    if (BeginEdit(firstKey) != ug::Success)
+        return false;
     // The blank row made for the edit and the edit undo as one.
-    if (!cell.isReadOnly() && BeginEdit(firstKey) == ug::Success && madeRecord)
+    if (madeRecord)
         m_history.joinNext();
+    return true;
 }
 
 } // namespace vyr

@@ -2,7 +2,9 @@
 // leaves its cell the list way. A grid never edits on into the next cell
 // (CVVyrGrid::OnEditNextCell), so after the key ended the edit: Tab and
 // Shift+Tab move to the next or previous enabled cell (and on out of the
-// grid at its ends), Up and Down move to the row above or below.
+// grid at its ends), Up moves to the row above, Enter and Down to the row
+// below (from the new row: to the blank row opened under the new record),
+// each to the nearest enabled cell of that row.
 #ifndef VYR_UIKIT_CVVYRGRIDEDIT_H
 #define VYR_UIKIT_CVVYRGRIDEDIT_H
 

@@ -1,5 +1,6 @@
 #include "uikit/cvyrdialog.h"
 
+#include "uikit/cvvyrgrid.h"
 #include "uikit/helpevents.h"
 #include "uikit/outsideservices.h"
 #include "uikit/pageaccessible.h"
@@ -8,6 +9,7 @@
 #include "uikit/resourcelibrary.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QBuffer>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -174,6 +176,7 @@ bool CVyrDialog::OnInitDialog()
         setWindowIcon(QIcon(icon));
     setUpAccelerators();
     connectStandardButtons();
+    setUpOkKeys();
     return true;
 }
 
@@ -211,6 +214,35 @@ void CVyrDialog::connectStandardButtons()
     wire(kIdCancel, [this] { OnCancel(); });
     wire(kIdHelp, [] { requestHelp(); });
     wire(kIdHelpCommand, [] { requestHelp(); });
+}
+
+void CVyrDialog::setUpOkKeys()
+{
+    // A page is part of the window around it, which has the keys.
+    if (!isWindow() || !qobject_cast<QAbstractButton *>(GetDlgItem(kIdOk)))
+        return;
+    m_okKeys = true;
+    // A shortcut, so that no control on the way - a cell that opens a list
+    // on Enter, a button that presses itself - takes the key first.
+    for (const QKeyCombination keys : {Qt::CTRL | Qt::Key_Return, Qt::CTRL | Qt::Key_Enter}) {
+        auto *shortcut = new QShortcut(QKeySequence(keys), this);
+        connect(shortcut, &QShortcut::activated, this, [this] { pressOkFromAnywhere(); });
+    }
+}
+
+void CVyrDialog::pressOkFromAnywhere()
+{
+    const QList<CVVyrGrid *> grids = findChildren<CVVyrGrid *>();
+    for (CVVyrGrid *grid : grids) {
+        grid->CommitEdit();
+        if (grid->IsEditing())
+            return;
+    }
+    auto *ok = qobject_cast<QAbstractButton *>(GetDlgItem(kIdOk));
+    if (ok && ok->isEnabled() && ok->isVisible())
+        ok->click();
+    else
+        QApplication::beep();
 }
 
 void CVyrDialog::OnCommand(unsigned id)
@@ -277,6 +309,13 @@ void CVyrDialog::keyPressEvent(QKeyEvent *event)
 {
     if (!isWindow()) {
         event->ignore();
+        return;
+    }
+    // Control+Enter passed on by a grid (from its list, say) rather than
+    // caught as the shortcut.
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && (event->modifiers() & Qt::ControlModifier) && m_okKeys) {
+        pressOkFromAnywhere();
         return;
     }
     QDialog::keyPressEvent(event);

@@ -9,7 +9,9 @@
 // - optional tool tips that also show over disabled controls, and optional
 //   accelerator keys from the resource library;
 // - icon 128 of the resource library as the window icon;
-// - what OK, Cancel, closing and destruction do, by construction mode.
+// - what OK, Cancel, closing and destruction do, by construction mode;
+// - Control+Enter presses OK from wherever the focus is in the window,
+//   after the edit open in one of its grids was taken.
 //
 // The template's widgets are made by Create (modeless) or DoModal (modal);
 // until then the dialog "has no window" and bindings wait.
@@ -120,6 +122,11 @@ private:
     void releaseBindings();
     void setUpAccelerators();
     void connectStandardButtons();
+    // Control+Enter, in a window with an OK button: an edit open in a grid
+    // is taken first (a text the grid refuses keeps the window open, the
+    // grid says why), then OK is clicked.
+    void setUpOkKeys();
+    void pressOkFromAnywhere();
 
     QByteArray m_template;
     QByteArray m_accelerators;
@@ -131,6 +138,8 @@ private:
     unsigned m_templateId;
     DialogMode m_mode;
     QWidget *m_root = nullptr;
+    // Control+Enter presses OK (setUpOkKeys).
+    bool m_okKeys = false;
 };
 
 } // namespace vyr

@@ -293,6 +293,44 @@ private slots:
         QCOMPARE(shown.texts, QStringList({repeated("x")}));
         QCOMPARE(current, 2L);
     }
+
+    // Control+Enter in the open editor presses OK with the text typed; a
+    // text the set refuses keeps the dialog open on the edit.
+    void controlEnterTakesTheOpenEditBeforeOk_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("result");
+        QTest::newRow("a new value") << "c" << "a:b:c";
+        QTest::newRow("a value the set holds") << "a" << QString();
+    }
+
+    void controlEnterTakesTheOpenEditBeforeOk()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, result);
+        ArgumentEditor editor(Kind::StringSet, "a:b", nullptr, true);
+        Messages shown;
+        bool editing = false;
+        test::onNextModalDialog([&](QDialog *dialog) {
+            QVERIFY(QTest::qWaitForWindowActive(dialog));
+            CVVyrGrid &grid = *static_cast<CGridEditDlg *>(dialog)->grid();
+            grid.GotoCell(0, grid.GetRowCount() - 1);
+            QTest::keyClicks(&grid, typed);
+            QVERIFY(grid.IsEditing());
+            if (result.isEmpty())
+                shown.answerNext();
+            QTest::keyClick(grid.GetEditor(), Qt::Key_Return, Qt::ControlModifier);
+            editing = grid.IsEditing();
+            if (dialog->isVisible()) {
+                grid.CancelEdit();
+                dialog->reject();
+            }
+        });
+        const std::optional<std::string> taken = editor.run();
+        QCOMPARE(QString::fromStdString(taken.value_or(std::string())), result);
+        QCOMPARE(editing, result.isEmpty());
+        QCOMPARE(shown.texts.size(), result.isEmpty() ? 1 : 0);
+    }
 };
 
 QTEST_MAIN(tst_ListEditors)

@@ -15,7 +15,9 @@
 #include "ftpropsdlg/cfeattypepropsexposableattrs.h"
 #include "ftpropsdlg/cfeattypepropsgeneral.h"
 #include "ftpropsdlg/cfeattypepropsgeneraldest.h"
+#include "ftpropsdlg/cfeattypepropsparms.h"
 #include "ftpropsdlg/cformatattrgrid.h"
+#include "grid/cugstandardtypes.h"
 #include "stringobjects/vyrrwstringimp.h"
 #include "uikit/application.h"
 #include "uikit/resourcelibrary.h"
@@ -465,6 +467,59 @@ private slots:
         QCOMPARE(m_schema->getAttributeNames(true, false), (StringList{"station", "x", "y"}));
     }
 
+    // Control+Enter presses OK wherever the keyboard is, an edit open in a
+    // grid taken first; no control on the way takes the key for itself.
+    void shouldPressOkWithControlEnterFromAnywhere_data()
+    {
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QString>("where");
+        QTest::newRow("the name field") << 0 << "name";
+        QTest::newRow("a button of the page") << 0 << "format help";
+        QTest::newRow("a type list cell") << 1 << "type";
+        QTest::newRow("an open type list") << 1 << "list";
+        QTest::newRow("the editor of a new attribute") << 1 << "editor";
+        QTest::newRow("the filter field") << 3 << "filter";
+    }
+    void shouldPressOkWithControlEnterFromAnywhere()
+    {
+        QFETCH(int, page);
+        QFETCH(QString, where);
+        open("shapefile-roads.json", "SHAPEFILE");
+        QVERIFY(test::showActive(*m_dialog));
+        m_dialog->tabControl()->setCurrentIndex(page);
+        CAttrGrid *grid = attributes();
+        QWidget *target = grid;
+        if (where == "name")
+            target = m_dialog->generalPage()->GetDlgItem(CFeatTypePropsGeneral::kIdName);
+        else if (where == "format help")
+            target = m_dialog->generalPage()->GetDlgItem(CFeatTypePropsGeneral::kIdFormatHelp);
+        else if (where == "filter")
+            target = m_dialog->parametersPage()->GetDlgItem(CFeatTypePropsParms::kIdFilter);
+        target->setFocus();
+        QTRY_VERIFY(target->hasFocus());
+        if (where == "type" || where == "list") {
+            grid->GotoCell(grid->typeColumn(), 0);
+        }
+        if (where == "list") {
+            QTest::keyClick(grid, Qt::Key_F4);
+            auto *type = static_cast<CUGDropListType *>(grid->GetCellType(grid->DropListTypeId()));
+            QTRY_VERIFY(type->IsListOpen());
+            QTest::keyClick(type->ListBox(), Qt::Key_D);
+            target = type->ListBox();
+        } else if (where == "editor") {
+            grid->GotoCell(CAttrGrid::kNameColumn, grid->GetRowCount() - 1);
+            QTest::keyClicks(grid, "e");
+            QTest::keyClicks(grid->GetEditor(), "xtra");
+            QVERIFY(grid->IsEditing());
+        }
+        QTest::keyClick(where == "list" ? target : QApplication::focusWidget(), Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_dialog->result(), kEndOk);
+        QCOMPARE(m_schema->getAttributeType("ROAD_NAME") == "date", where == "list");
+        const StringList names = m_schema->getAttributeNames(true, false);
+        QCOMPARE(std::count(names.begin(), names.end(), "EXTRA"), where == "editor" ? 1 : 0);
+    }
+
     // A person with a keyboard only builds a table: twenty attributes typed
     // into the last row, some given another type from the list, a width, or
     // a ranged integer with its domain named in the domain dialog; rows
@@ -507,8 +562,7 @@ private slots:
             const QString name = QStringLiteral("field%1").arg(i, 2, 10, QLatin1Char('0'));
             names.push_back(name.toStdString());
             type(name);
-            press(Qt::Key_Return);
-            press(Qt::Key_Right);
+            press(Qt::Key_Tab);
             if (i == 5) {
                 pickType(Qt::Key_I);
             } else if (i == 6 || i == 10) {

@@ -458,6 +458,14 @@ void tst_CUGCtrl::editEndsWithTheKeyThatSaysWhereToGoOn()
     QCOMPARE(grid.GetCurrentRow(), 2L);
     QVERIFY(grid.IsEditing());
 
+    // Control+Enter keeps the text, then reaches the default button.
+    QTest::keyClicks(grid.GetEditor(), "4");
+    QTest::keyClick(grid.GetEditor(), Qt::Key_Return, Qt::ControlModifier);
+    QVERIFY(!grid.IsEditing());
+    QCOMPARE(grid.GetCellText(2, 2), QString("4"));
+    QCOMPARE(ui.accepted, 2);
+
+    QVERIFY(grid.editAt(0, 3));
     grid.CancelEdit();
     QVERIFY(!grid.IsEditing());
     QVERIFY(grid.hasFocus());

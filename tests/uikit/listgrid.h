@@ -1,6 +1,7 @@
-// A list grid for tests: it writes down its hooks, can refuse new rows and
-// choices, and upper-cases what a person types into column 0 (as a subclass
-// that makes names legal would). GridWindow<ListGrid> puts it in a window;
+// A list grid for tests: it writes down its hooks, counts the keys it
+// refuses (rather than beeping), can refuse new rows and choices, and
+// upper-cases what a person types into column 0 (as a subclass that makes
+// names legal would). GridWindow<ListGrid> puts it in a window;
 // ListGridTest gives each test a fresh one, shown and focused.
 #ifndef VYR_TESTS_LISTGRID_H
 #define VYR_TESTS_LISTGRID_H
@@ -21,11 +22,13 @@ public:
     using CVVyrGrid::CVVyrGrid;
 
     QStringList log;
+    int refusedKeys = 0;
     bool refuseRows = false;
     bool upperCaseColumn0 = false;
     std::function<void(int, long, QStringList &)> choices;
 
 protected:
+    void OnKeyRefused() override { ++refusedKeys; }
     bool OnRowAdded(long row) override
     {
         log << QStringLiteral("added %1").arg(row);

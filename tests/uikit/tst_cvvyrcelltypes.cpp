@@ -51,6 +51,8 @@ private slots:
     void dropListOpensByKeyboardAndTypingFindsEntries_data();
     void dropListOpensByKeyboardAndTypingFindsEntries();
     void buttonsAnswerOnlyWhereTheyShould();
+    void keysACellTakesNoTextForAreRefused_data();
+    void keysACellTakesNoTextForAreRefused();
     void colourCellsPickAndShowTheirColour();
     void colourCellsKeepTheTextOfAnUnchangedColour_data();
     void colourCellsKeepTheTextOfAnUnchangedColour();
@@ -153,6 +155,38 @@ void tst_CVVyrCellTypes::buttonsAnswerOnlyWhereTheyShould()
     grid.EnableCell(1, 1, false);
     static_cast<CVVyrBrowseButtonType *>(grid.GetCellType(grid.BrowseTypeId()))->Browse(1, 1);
     QCOMPARE(browsed(), 4);
+}
+
+void tst_CVVyrCellTypes::keysACellTakesNoTextForAreRefused_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<long>("row");
+    QTest::addColumn<QKeyCombination>("keys");
+    QTest::newRow("typing on a button") << "button" << 0L << QKeyCombination(Qt::Key_Q);
+    QTest::newRow("F2 on a button") << "button" << 0L << QKeyCombination(Qt::Key_F2);
+    QTest::newRow("typing on a drop list") << "list" << 0L << QKeyCombination(Qt::Key_Q);
+    QTest::newRow("typing on a check box") << "check box" << 0L << QKeyCombination(Qt::Key_Q);
+    QTest::newRow("Enter on a check box") << "check box" << 0L << QKeyCombination(Qt::Key_Return);
+    // Not even the new row becomes a record for it.
+    QTest::newRow("typing on the new row's button") << "button" << 1L << QKeyCombination(Qt::Key_Q);
+}
+
+void tst_CVVyrCellTypes::keysACellTakesNoTextForAreRefused()
+{
+    QFETCH(QString, type);
+    QFETCH(long, row);
+    QFETCH(QKeyCombination, keys);
+    ListGrid &grid = shownGrid(2, true, {"x\t0"});
+    const int typeId = type == "button" ? grid.BrowseTypeId()
+        : type == "list"                ? grid.DropListTypeId()
+                                        : int(ug::CheckBoxCellType);
+    setCellType(grid, 1, row, typeId, type == "list" ? "0\n1\n" : "Edit...");
+    const QStringList before = rows(grid);
+    grid.GotoCell(1, row);
+    QTest::keyClick(&grid, keys.key(), keys.keyboardModifiers());
+    QVERIFY(!grid.IsEditing());
+    QCOMPARE(rows(grid), before);
+    QCOMPARE(grid.refusedKeys, 1);
 }
 
 void tst_CVVyrCellTypes::colourCellsPickAndShowTheirColour()

@@ -65,6 +65,9 @@ private slots:
     void cleanup() { ui.reset(); }
     void disabledCellsAndGridsAreNeverEdited();
     void tabWalksEnabledCellsAndLeavesAtTheEnds();
+    void keyMovesLandOnTheNearestEnabledCell_data();
+    void keyMovesLandOnTheNearestEnabledCell();
+    void enterKeepsTheTextAndGoesDownToTheNextRecord();
     void deletingAndMovingRowsFollowTheSelection();
     void sortIsStableAndIgnoresCase();
     void cellTypeEventsGoToTheHandlerOrTheGrid();
@@ -172,6 +175,69 @@ void tst_CVVyrGrid::tabWalksEnabledCellsAndLeavesAtTheEnds()
     grid.GotoCell(2, 1);
     QTest::keyClick(&grid, Qt::Key_Tab);
     QTRY_VERIFY(ui->after->hasFocus());
+}
+
+void tst_CVVyrGrid::keyMovesLandOnTheNearestEnabledCell_data()
+{
+    QTest::addColumn<QPoint>("from");
+    QTest::addColumn<bool>("editing");
+    QTest::addColumn<QKeyCombination>("keys");
+    QTest::addColumn<QPoint>("to");
+    // The cells, enabled (o) and disabled (x):  o x o / x o o / o x x
+    QTest::newRow("Control+Home, the column disabled at the top")
+        << QPoint(1, 1) << false << (Qt::ControlModifier | Qt::Key_Home) << QPoint(0, 0);
+    QTest::newRow("Control+End, the bottom row's nearest")
+        << QPoint(2, 1) << false << (Qt::ControlModifier | Qt::Key_End) << QPoint(0, 2);
+    QTest::newRow("Home, the first enabled cell") << QPoint(2, 1) << false << QKeyCombination(Qt::Key_Home)
+                                                  << QPoint(1, 1);
+    QTest::newRow("Right, on past a disabled cell") << QPoint(0, 0) << false << QKeyCombination(Qt::Key_Right)
+                                                    << QPoint(2, 0);
+    QTest::newRow("Down, the next row's nearest") << QPoint(1, 1) << false << QKeyCombination(Qt::Key_Down)
+                                                  << QPoint(0, 2);
+    QTest::newRow("Enter in the editor") << QPoint(1, 1) << true << QKeyCombination(Qt::Key_Return) << QPoint(0, 2);
+}
+
+void tst_CVVyrGrid::keyMovesLandOnTheNearestEnabledCell()
+{
+    QFETCH(QPoint, from);
+    QFETCH(bool, editing);
+    QFETCH(QKeyCombination, keys);
+    QFETCH(QPoint, to);
+    ListGrid &grid = shownGrid(3, false, {"a", "b", "c"});
+    for (const QPoint cell : {QPoint(1, 0), QPoint(0, 1), QPoint(1, 2), QPoint(2, 2)})
+        grid.EnableCell(cell.x(), cell.y(), false);
+    QCOMPARE(grid.GotoCell(from.x(), from.y()), int(ug::Success));
+    if (editing) {
+        QTest::keyClick(&grid, Qt::Key_F2);
+        QVERIFY(grid.IsEditing());
+    }
+    QTest::keyClick(QApplication::focusWidget(), keys.key(), keys.keyboardModifiers());
+    QVERIFY(!grid.IsEditing());
+    QCOMPARE(QPoint(grid.GetCurrentCol(), int(grid.GetCurrentRow())), to);
+}
+
+// Entering a list row after row: Enter keeps the text and goes down in the
+// same column; on the new row it keeps the record and waits on the blank
+// row opened below, ready for the next.
+void tst_CVVyrGrid::enterKeepsTheTextAndGoesDownToTheNextRecord()
+{
+    ListGrid &grid = shownGrid(2, true, {"a", "b"});
+    const auto at = [&grid] { return QPoint(grid.GetCurrentCol(), int(grid.GetCurrentRow())); };
+    typeInto(grid, 1, 0, "x");
+    QVERIFY(!grid.IsEditing());
+    QCOMPARE(at(), QPoint(1, 1));
+    typeInto(grid, 1, 2, "y");
+    QCOMPARE(at(), QPoint(1, 3));
+    QTest::keyClicks(&grid, "z");
+    QTest::keyClick(grid.GetEditor(), Qt::Key_Enter, Qt::KeypadModifier);
+    QCOMPARE(at(), QPoint(1, 4));
+    QCOMPARE(rows(grid), QStringList({"a|x", "b|b.1", "|y", "|z", "|"}));
+
+    // Enter on a cell that is not being edited edits it.
+    grid.GotoCell(0, 0);
+    QTest::keyClick(&grid, Qt::Key_Return);
+    QVERIFY(grid.IsEditing());
+    QCOMPARE(grid.refusedKeys, 0);
 }
 
 void tst_CVVyrGrid::deletingAndMovingRowsFollowTheSelection()

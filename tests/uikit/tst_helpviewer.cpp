@@ -5,6 +5,7 @@
 #include "uikit/outsideservices.h"
 #include "util/installdir.h"
 
+#include <QAbstractButton>
 #include <QListWidget>
 #include <QTextBrowser>
 #include <QTimer>
@@ -109,6 +110,58 @@ private slots:
         QCOMPARE(showFormatHelp(getInstallDirectory() + "help/VYRReadersWriters.chm", "SHAPEFILE", 1), 1);
         QVERIFY2(shownPage().endsWith(QStringLiteral("/help/%1/shapefile.htm#attributes").arg(formats)),
                  qPrintable(shownPage()));
+    }
+
+    void shouldCloseWithEscapeOrControlW_data()
+    {
+        QTest::addColumn<QString>("focus");
+        QTest::addColumn<QKeyCombination>("keys");
+        for (const char *focus : {"helpBrowser", "helpContents"}) {
+            QTest::addRow("Escape in %s", focus) << focus << QKeyCombination(Qt::Key_Escape);
+            QTest::addRow("Control+W in %s", focus) << focus << (Qt::ControlModifier | Qt::Key_W);
+        }
+    }
+    void shouldCloseWithEscapeOrControlW()
+    {
+        QFETCH(QString, focus);
+        QFETCH(QKeyCombination, keys);
+        QCOMPARE(showLoomhouseHelp("Editing_Feature_Type_Properties.htm"), 1);
+        QWidget *viewer = helpViewer();
+        QVERIFY(QTest::qWaitForWindowActive(viewer));
+        QWidget *control = viewer->findChild<QWidget *>(focus);
+        control->setFocus();
+        QTest::keyClick(control, keys.key(), keys.keyboardModifiers());
+        QVERIFY(!viewer->isVisible());
+    }
+
+    // Back and Forward go through what was shown, whatever its book, a note
+    // of what is missing included, each with its book's contents.
+    void shouldGoBackAndForwardThroughWhatItShowed()
+    {
+        QCOMPARE(showLoomhouseHelp("Editing_Feature_Type_Properties.htm"), 1);
+        QWidget *viewer = helpViewer();
+        viewer->findChild<QTextBrowser *>(QStringLiteral("helpBrowser"))->clearHistory();
+        auto *back = viewer->findChild<QAbstractButton *>(QStringLiteral("helpBack"));
+        auto *forward = viewer->findChild<QAbstractButton *>(QStringLiteral("helpForward"));
+        auto *contents = viewer->findChild<QListWidget *>(QStringLiteral("helpContents"));
+        const auto shown = [contents] {
+            return shownText().section(u'\n', 0, 0) + " | " + (contents->count() ? contents->item(0)->text() : "-");
+        };
+        const std::string formats = getInstallDirectory() + "help/VYRReadersWriters.chm";
+        QStringList showings{shown()};
+        QCOMPARE(showFormatHelp(formats, "GPX", 0), 1);
+        showings << shown();
+        QCOMPARE(showFormatHelp(formats, "NO_SUCH_FORMAT", 1), 1);
+        showings << shown();
+        QVERIFY2(showings[0] != showings[1] && showings[2].contains("NO_SUCH_FORMAT"), qPrintable(showings.join(", ")));
+        QStringList walked;
+        for (QAbstractButton *button : {back, back, forward, forward}) {
+            QVERIFY(button->isEnabled());
+            button->click();
+            walked << shown();
+        }
+        QCOMPARE(walked, (QStringList{showings[1], showings[0], showings[1], showings[2]}));
+        QVERIFY(!forward->isEnabled());
     }
 
     void shouldSayWhatIsMissing()
