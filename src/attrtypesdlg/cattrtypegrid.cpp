@@ -359,7 +359,10 @@ void CAttrTypeGrid::LayoutLeadingColumns(int) {}
 
 int CAttrTypeGrid::ArgumentColumnFloor()
 {
-    const QFontMetrics metrics(font());
+    // Headings are drawn in the heading font, bolder than the cells'.
+    CUGCell heading;
+    GetHeadingDefaultCell(heading);
+    const QFontMetrics metrics(cellFont(heading));
     int floor = 0;
     for (const int column : {argumentColumn(0), argumentColumn(1)})
         floor = std::max(floor, metrics.horizontalAdvance(GetCellText(column, -1)) + 2 * cellMargin());

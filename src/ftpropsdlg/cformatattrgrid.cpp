@@ -73,11 +73,13 @@ void CFormatAttrGrid::Fill()
 void CFormatAttrGrid::CheckAll(bool checked)
 {
     UndoStep step(*this);
+    BeginBatch();
     for (long row = 0; row < GetRowCount(); ++row) {
         const auto read = ReadRow(row);
         if (read)
             SetRow(row, checked, read->count);
     }
+    EndBatch();
     RepaintAll();
 }
 

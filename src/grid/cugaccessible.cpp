@@ -15,6 +15,19 @@ class CUGAccessibleGrid;
 
 namespace {
 
+QString columnHeadingOf(CUGCtrl *grid, int column)
+{
+    return grid->GetTopHeadingRows() > 0 ? grid->GetCellText(column, -1) : QString();
+}
+
+// Where a cell is, as a listener hears it: "Type, storeys".
+QString placeOf(CUGCtrl *grid, int column, long row)
+{
+    const QString heading = columnHeadingOf(grid, column);
+    const QString rowName = grid->OnRowName(row);
+    return heading.isEmpty() ? rowName : QStringLiteral("%1, %2").arg(heading, rowName);
+}
+
 // One cell, heading cells included (negative positions). Every cell has a
 // name, says its column and row, and reads as text even when empty, so that
 // a listener moving through a grid always hears where they are.
@@ -174,10 +187,7 @@ public:
     }
 
 private:
-    QString columnHeading() const
-    {
-        return m_grid->GetTopHeadingRows() > 0 ? m_grid->GetCellText(m_column, -1) : QString();
-    }
+    QString columnHeading() const { return columnHeadingOf(m_grid, m_column); }
     QString name() const
     {
         if (m_row < 0) {
@@ -202,9 +212,7 @@ private:
     {
         if (m_row < 0 || m_column < 0)
             return QString();
-        const QString heading = columnHeading();
-        const QString rowName = m_grid->OnRowName(m_row);
-        QString where = heading.isEmpty() ? rowName : QStringLiteral("%1, %2").arg(heading, rowName);
+        const QString where = placeOf(m_grid, m_column, m_row);
         const QString more = m_grid->OnCellDescription(m_column, m_row);
         return more.isEmpty() ? where : where + QLatin1String(". ") + more;
     }
@@ -285,6 +293,8 @@ public:
     }
     QAccessibleInterface *focusChild() const override
     {
+        if (grid()->GetCurrentCol() < 0 || grid()->GetCurrentRow() < 0)
+            return nullptr;
         return cell(grid()->GetCurrentCol(), grid()->GetCurrentRow());
     }
     QAccessibleInterface *childAt(int x, int y) const override
@@ -397,6 +407,13 @@ void notifyGridFocus(CUGCtrl *grid, int column, long row)
     QAccessible::updateAccessibility(&event);
 }
 
+void describeEditor(CUGCtrl *grid, QWidget *editor, int column, long row)
+{
+    const QString heading = columnHeadingOf(grid, column);
+    editor->setAccessibleName(heading.isEmpty() ? grid->OnRowName(row) : heading);
+    editor->setAccessibleDescription(placeOf(grid, column, row));
+}
+
 void notifyGridCellChanged(CUGCtrl *grid, int column, long row)
 {
     if (!QAccessible::isActive() || column < 0 || row < 0 || !grid->isVisible())
@@ -404,15 +421,15 @@ void notifyGridCellChanged(CUGCtrl *grid, int column, long row)
     CUGCell cell;
     grid->GetCellResolved(column, row, cell);
     const int child = int(row) * grid->GetColumnCount() + column;
-    QAccessible::State changed;
-    grid->GetCellType(cell)->AccessibleState(cell, changed);
-    if (changed.checkable) {
-        QAccessible::State which;
-        which.checked = true;
-        QAccessibleStateChangeEvent event(grid, which);
-        event.setChild(child);
-        QAccessible::updateAccessibility(&event);
-    }
+    QAccessible::State typeStates;
+    grid->GetCellType(cell)->AccessibleState(cell, typeStates);
+    // A cell is enabled or greyed (and ticked) anew with each write.
+    QAccessible::State which;
+    which.disabled = true;
+    which.checked = typeStates.checkable;
+    QAccessibleStateChangeEvent event(grid, which);
+    event.setChild(child);
+    QAccessible::updateAccessibility(&event);
     QAccessibleEvent named(grid, QAccessible::NameChanged);
     named.setChild(child);
     QAccessible::updateAccessibility(&named);

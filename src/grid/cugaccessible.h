@@ -4,6 +4,8 @@
 #ifndef VYR_GRID_CUGACCESSIBLE_H
 #define VYR_GRID_CUGACCESSIBLE_H
 
+class QWidget;
+
 namespace vyr {
 
 class CUGCtrl;
@@ -12,6 +14,9 @@ class CUGCtrl;
 void installGridAccessibility();
 // The current cell moved.
 void notifyGridFocus(CUGCtrl *grid, int column, long row);
+// `editor` (a text field, an open list) works on the cell: it is named by the
+// cell's column and says where the cell is.
+void describeEditor(CUGCtrl *grid, QWidget *editor, int column, long row);
 // A cell's text or tick changed.
 void notifyGridCellChanged(CUGCtrl *grid, int column, long row);
 // The grid's rows or columns changed.

@@ -132,7 +132,7 @@ int CUGCtrl::SetCell(int column, long row, const CUGCell &cell)
     CUGDataSource *store = storeFor(column, storeColumn);
     if (store->SetCell(storeColumn, row, cell) != 0)
         return ug::Refused;
-    notifyGridCellChanged(this, column, row);
+    notifyCellChanged(column, row);
     return ug::Success;
 }
 

@@ -438,6 +438,7 @@ private:
     bool editorVerify(QChar &character);
 
     void notifyAccessibility(int column, long row);
+    void notifyCellChanged(int column, long row);
 
     CUGGridInfo m_info;
     QFont m_defaultFont;

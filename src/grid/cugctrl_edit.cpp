@@ -3,6 +3,7 @@
 // edit, and going on in the next cell.
 #include "grid/cugctrl.h"
 
+#include "grid/cugaccessible.h"
 #include "grid/cugedit.h"
 #include "grid/cugmaskededit.h"
 #include "grid/cugsections.h"
@@ -56,6 +57,7 @@ int CUGCtrl::BeginEdit(int firstKey)
     m_editColumn = column;
     m_editRow = row;
     m_activeEditor = widget;
+    describeEditor(this, widget, column, row);
     editor->setEditReadOnly(false);
     widget->setFont(cellFont(m_editCell));
     if (widget->parentWidget() != m_grid)

@@ -169,6 +169,8 @@ int CUGCtrl::PermuteRowTexts(long row, const std::vector<long> &order)
     for (const auto &[store, columns] : stores)
         store->PermuteTexts(columns, row, order);
     OnRowTextsPermuted(row, order);
+    // Rows took other texts, so other names: assistive technology reads anew.
+    notifyAccessibility(-1, -1);
     RepaintAll();
     return ug::Success;
 }

@@ -7,6 +7,7 @@
 #include "grid/cugaccessible.h"
 #include "grid/cugsections.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
@@ -718,6 +719,23 @@ void CUGCtrl::InitializeGrid()
         return;
     m_initialised = true;
     OnGridInit();
+}
+
+void CUGCtrl::notifyCellChanged(int column, long row)
+{
+    if (!QAccessible::isActive())
+        return;
+    // Many cells at once (a paste, Check All, an undo) are told as one change
+    // of the whole grid when the batch ends; a cell out of sight is read when
+    // it is reached. Either way a big grid costs a listener nothing per cell.
+    if (m_batchDepth > 0) {
+        m_batchDirty = true;
+        return;
+    }
+    const long top = GetTopRow();
+    if (row < top || row > top + visibleRowsFrom(top, m_grid->height()))
+        return;
+    notifyGridCellChanged(this, column, row);
 }
 
 void CUGCtrl::notifyAccessibility(int column, long row)

@@ -1,5 +1,6 @@
 #include "grid/cugstandardtypes.h"
 
+#include "grid/cugaccessible.h"
 #include "grid/cugcell.h"
 #include "grid/cugctrl.h"
 #include "grid/cuglstbox.h"
@@ -188,6 +189,7 @@ bool CUGDropListType::OpenList(int column, long row)
         return false;
 
     CUGLstBox *list = CreateListBox();
+    describeEditor(ctrl(), list, column, row);
     list->setFont(ctrl()->cellFont(cell));
     list->addItems(entries);
     const QFontMetrics metrics(list->font());

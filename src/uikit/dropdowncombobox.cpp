@@ -41,9 +41,13 @@ public:
     QAccessibleInterface *child(int index) const override
     {
         if (QLineEdit *edit = field(); edit && index == 0) {
-            // The field is the combo box to a listener; it has no label of its own.
-            if (edit->accessibleName().isEmpty())
-                edit->setAccessibleName(text(QAccessible::Name));
+            // The field is the combo box to a listener and has no label of its
+            // own: it takes the combo box's, once there is one (named by its
+            // value, it would keep its first value as its name).
+            if (edit->accessibleName().isEmpty()) {
+                if (const QLabel *label = labelOf(combo()))
+                    edit->setAccessibleName(withoutMnemonics(label->text()));
+            }
             return QAccessible::queryAccessibleInterface(edit);
         }
         if (QAbstractItemView *list = openList(); list && index == (field() ? 1 : 0))

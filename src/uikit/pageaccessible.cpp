@@ -182,15 +182,18 @@ PageTabBar::PageTabBar(QWidget *parent)
 {
     installPageAccessibility();
     // A tab bar changes its selection without telling assistive technology
-    // in words it understands; say which tab is selected now.
-    connect(this, &QTabBar::currentChanged, this, [this](int index) {
-        if (!QAccessible::isActive() || index < 0)
+    // in words it understands; say it of every tab (a window has a handful),
+    // so that the one left is heard unselected even after a quiet change.
+    connect(this, &QTabBar::currentChanged, this, [this](int) {
+        if (!QAccessible::isActive())
             return;
         QAccessible::State selected;
         selected.selected = true;
-        QAccessibleStateChangeEvent event(this, selected);
-        event.setChild(index);
-        QAccessible::updateAccessibility(&event);
+        for (int tab = 0; tab < count(); ++tab) {
+            QAccessibleStateChangeEvent event(this, selected);
+            event.setChild(tab);
+            QAccessible::updateAccessibility(&event);
+        }
     });
 }
 

@@ -326,6 +326,13 @@ def check_tree(run):
                 if not get(obj, "name"):
                     run.report.tally(run.case, title, "unnamed")
                     run.gap(title, obj, "focusable object without a name")
+                # A greyed field's key reaches nothing, so it need not be told.
+                if (get(obj, "getRole") == R.ROLE_COMBO_BOX and R.STATE_ENABLED in states(obj)
+                        and get(obj.parent, "getRole") != R.ROLE_TABLE):
+                    action = get(obj, "queryAction", default=None)
+                    keys = [get(action, "getKeyBinding", i) for i in range(action.nActions)] if action else []
+                    if not any(k for k in keys):
+                        run.gap(title, obj, "a combo box that tells no key to reach it")
         for table in (o for o in walk(page) if get(o, "getRole") == R.ROLE_TABLE):
             check_table(run, title, kind, table)
         if kind == "general":
@@ -337,6 +344,10 @@ def check_tree(run):
         run.wrong(titles.get(hidden, "(page without a tab)"), obj, "SHOWING while its page is hidden")
 
 
+# What a bare button cell is labelled with, in the languages the check runs in.
+BUTTON_LABELS = {"Edit", "View", "Bearbeiten", "Anzeigen", ""}
+
+
 def says(text, word):
     return re.search(r"(?<!\w)%s(?!\w)" % re.escape(word), text, re.IGNORECASE) is not None
 
@@ -346,9 +357,11 @@ def check_table(run, title, kind, table_obj):
     headings = []
     for column in range(table.nColumns):
         header = get(table, "getColumnHeader", column, default=None)
-        headings.append(get(header, "name") or get(table, "getColumnDescription", column))
-        if not headings[-1]:
-            run.gap(title, table_obj, "column %d has no header (getColumnHeader/getColumnDescription)" % (column + 1))
+        headings.append(get(header, "name"))
+        if table.nRows and not headings[-1]:
+            run.gap(title, table_obj, "column %d has no header (getColumnHeader)" % (column + 1))
+    if not get(table_obj, "description"):
+        run.gap(title, table_obj, "the table has no description (how to use it)")
     rows = {"attributes": len(run.data.attribute_rows()), "format": len(run.data.format_attributes())}.get(kind)
     if rows is not None and table.nRows != rows:
         run.gap(title, table_obj, "nRows is %d, the feature has %d rows" % (table.nRows, rows))
@@ -368,6 +381,8 @@ def check_table(run, title, kind, table_obj):
                 run.gap(title, cell, where + "name/description does not say its row")
             if not get(cell, "queryText", default=None):
                 run.gap(title, cell, where + "no Text interface")
+            if get(cell, "getRole") == R.ROLE_PUSH_BUTTON and get(cell, "name").rstrip(".\u2026") in BUTTON_LABELS:
+                run.gap(title, cell, where + "a button named by its label alone, not by what it works on")
             enabled, checked = run.data.expected_cell(kind, row, column) or (None, None)
             for state, shown, words in ((R.STATE_ENABLED, enabled, ("disabled", "enabled")),
                                         (R.STATE_CHECKED, checked, ("unchecked", "checked"))):
@@ -576,5 +591,8 @@ def main():
 
 
 if __name__ == "__main__":
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit(2))
+    # The time limit ends the check at once: an exception here would be
+    # caught by a case's handler and the next case would start. The dialog
+    # left behind dies with its X server.
+    signal.signal(signal.SIGTERM, lambda *_: os._exit(2))
     sys.exit(main())

@@ -144,8 +144,14 @@ private slots:
         QSize wanted;
         grid.GetCellType(button)->MeasureCell(wanted, button);
         QVERIFY(wanted.width() > 0);
-        for (const int column : {2, 3})
-            QVERIFY2(grid.GetColumnWidth(column) >= wanted.width(), qPrintable(QString::number(column)));
+        CUGCell heading;
+        grid.GetHeadingDefaultCell(heading);
+        const QFontMetrics headingMetrics(grid.cellFont(heading));
+        for (const int column : {2, 3}) {
+            const int headingWidth = headingMetrics.horizontalAdvance(grid.GetCellText(column, -1));
+            QVERIFY2(grid.GetColumnWidth(column) >= std::max(wanted.width(), headingWidth),
+                     qPrintable(QString::number(column)));
+        }
         QVERIFY(grid.GetColumnWidth(0) < 5000);
     }
 

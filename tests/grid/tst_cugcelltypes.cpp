@@ -383,6 +383,11 @@ void tst_CUGCellTypes::accessibleCellsSayWhereTheyAreAndWhatTheyHold()
         QCOMPARE(cell->textInterface()->text(0, -1), cell->text(QAccessible::Value));
         QVERIFY(!cell->state().invisible);
     }
+    // The editor over a cell is named as the cell's place, not left silent.
+    QVERIFY(grid.editAt(0, 1));
+    QCOMPARE(grid.GetEditor()->accessibleName(), QString("Name"));
+    QCOMPARE(grid.GetEditor()->accessibleDescription(), QString("Name, Row 2"));
+    grid.CancelEdit();
     grid.hide();
     QVERIFY(table->cellAt(0, 0)->state().invisible);
 }
