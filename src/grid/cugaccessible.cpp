@@ -1,5 +1,6 @@
 #include "grid/cugaccessible.h"
 
+#include "grid/accessibleleaf.h"
 #include "grid/cugctrl.h"
 #include "grid/ugtexts.h"
 
@@ -31,14 +32,15 @@ QString placeOf(CUGCtrl *grid, int column, long row)
 // One cell, heading cells included (negative positions). Every cell has a
 // name, says its column and row, and reads as text even when empty, so that
 // a listener moving through a grid always hears where they are.
-class CUGAccessibleCell final : public QAccessibleInterface,
+class CUGAccessibleCell final : public AccessibleLeaf,
                                 public QAccessibleTableCellInterface,
                                 public QAccessibleActionInterface,
                                 public QAccessibleTextInterface
 {
 public:
     CUGAccessibleCell(CUGCtrl *grid, int column, long row)
-        : m_grid(grid)
+        : AccessibleLeaf(grid)
+        , m_grid(grid)
         , m_column(column)
         , m_row(row)
     {
@@ -49,12 +51,6 @@ public:
         return m_grid && m_column >= -m_grid->GetSideHeadingColumns() && m_column < m_grid->GetColumnCount()
             && m_row >= -m_grid->GetTopHeadingRows() && m_row < m_grid->GetRowCount();
     }
-    QObject *object() const override { return nullptr; }
-    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
-    QAccessibleInterface *parent() const override { return QAccessible::queryAccessibleInterface(m_grid); }
-    QAccessibleInterface *child(int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
 
     QString text(QAccessible::Text kind) const override
     {

@@ -1,5 +1,7 @@
 #include "uikit/pageaccessible.h"
 
+#include "grid/accessibleleaf.h"
+
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QHash>
@@ -15,22 +17,17 @@ const char kPageProperty[] = "vyrPage";
 
 // One tab of the list; it reads the tab bar each time, so it never goes stale
 // as tabs come and go (an index past the end is simply invalid).
-class TabAccessible final : public QAccessibleInterface, public QAccessibleActionInterface
+class TabAccessible final : public AccessibleLeaf, public QAccessibleActionInterface
 {
 public:
     TabAccessible(QTabBar *tabs, int index)
-        : m_tabs(tabs)
+        : AccessibleLeaf(tabs)
+        , m_tabs(tabs)
         , m_index(index)
     {
     }
 
     bool isValid() const override { return m_tabs && m_index < m_tabs->count(); }
-    QObject *object() const override { return nullptr; }
-    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
-    QAccessibleInterface *parent() const override { return QAccessible::queryAccessibleInterface(m_tabs); }
-    QAccessibleInterface *child(int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
     QString text(QAccessible::Text kind) const override
     {
         if (!isValid())
