@@ -117,10 +117,35 @@ void refuseRepeatedKeys(const Members &members, bool attributesMayRepeat)
     refuseKeysGivenTwice(members, "lists", "list");
 }
 
+// Texts of the file in the narrow code page, for the feature's setters: as
+// simdjson holds them (with a null after each) when the code page is UTF-8,
+// which spares a copy of every name and value.
+class NarrowText
+{
+public:
+    explicit NarrowText(bool asIs)
+        : m_asIs(asIs)
+    {}
+    const char *of(const char *utf8, std::size_t size)
+    {
+        if (m_asIs)
+            return utf8;
+        m_narrow = utf8ToAnsi(std::string_view(utf8, size));
+        return m_narrow.c_str();
+    }
+
+private:
+    bool m_asIs;
+    std::string m_narrow;
+};
+
 // The feature the members describe; `keys` counts the keys of "attributes".
 VYRFeature build(const Members &members, std::size_t &keys)
 {
     VYRFeature feature;
+    const bool asIs = utf8IsAnsi();
+    NarrowText narrowName(asIs);
+    NarrowText narrowValue(asIs);
     std::string_view text;
     if (!members.featureType)
         throw FeatureFileError({}, "\"feature_type\" is missing");
@@ -130,12 +155,13 @@ VYRFeature build(const Members &members, std::size_t &keys)
 
     if (const auto attributes = member<simdjson::dom::object>(members.attributes, "attributes", "an object of texts")) {
         feature.reserve(attributes->size());
-        for (const simdjson::dom::key_value_pair field : *attributes) {
+        for (auto field = attributes->begin(); field != attributes->end(); ++field) {
             ++keys;
-            if (field.value.get(text) != simdjson::SUCCESS)
-                throw FeatureFileError({std::string("attributes"), std::string(field.key)},
-                                       "attribute \"" + std::string(field.key) + "\" must be a text");
-            feature.setAttribute(utf8ToAnsi(field.key).c_str(), utf8ToAnsi(text).c_str());
+            if (field.value().get(text) != simdjson::SUCCESS)
+                throw FeatureFileError({std::string("attributes"), std::string(field.key())},
+                                       "attribute \"" + std::string(field.key()) + "\" must be a text");
+            feature.setAttribute(narrowName.of(field.key_c_str(), field.key_length()),
+                                 narrowValue.of(text.data(), text.size()));
         }
     }
 
@@ -294,15 +320,16 @@ private:
 
 std::optional<VYRFeature> readFeatureJson(std::string_view text, const std::string &origin, std::string &error)
 {
-    if (const auto refusal = refuseDeepJson(text)) {
-        error = origin + ": " + *refusal;
-        return std::nullopt;
-    }
     try {
+        // simdjson refuses nesting beyond the guard's limit itself, which
+        // spares the guard's walk over every text that is read.
         simdjson::dom::parser parser;
         Element document;
-        if (parser.parse(text.data(), text.size()).get(document) == simdjson::SUCCESS)
+        if (parser.allocate(text.size(), kMostJsonNesting) == simdjson::SUCCESS
+            && parser.parse(text.data(), text.size()).get(document) == simdjson::SUCCESS)
             return readLayout(document);
+        if (const auto refusal = refuseDeepJson(text))
+            throw JsonRefused(origin + ": " + *refusal);
         Restatement restatement(text, origin);
         Json::sax_parse(text.data(), text.data() + text.size(), &restatement);
         const std::string &restated = restatement.restated();
