@@ -4,8 +4,9 @@
 // page sets them in one call) and in one call, with distinct names, and a
 // feature type name resolved against 10,000
 // taken names. Each at two sizes, to show how the cost grows. Also a
-// feature file of 10,000 and 100,000 attributes read and written, against
-// the JSON library parsing the same text on its own.
+// feature file of 10,000 and 100,000 attributes read and written; the read,
+// which makes the feature, is compared with nlohmann's parse of the same
+// text alone (the ratio printed at the end: above 1, the read is faster).
 #include "ratioreporter.h"
 
 #include "ftprops/namerules.h"

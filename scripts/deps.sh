@@ -10,6 +10,7 @@ packages=(
     cmake ninja-build g++ clang libclang-rt-14-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     qt6-base-dev libqt6opengl6-dev qt6-tools-dev gettext locales xvfb xauth tcl8.6-dev nlohmann-json3-dev
+    libsimdjson-dev
     pkg-config dpkg-dev file
     at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-gi dbus xdotool
 )

@@ -38,9 +38,10 @@ struct WorkspaceFeatureType
     std::string formatName;
     bool source = false;
     IVYRFeature *feature = nullptr;
-    // The feature as its file holds it (as JSON), from the last read or
-    // successful save: an edit whose save failed still counts as a change.
-    nlohmann::json saved;
+    // The feature as its file holds it (its text as written now), from the
+    // last read or successful save: an edit whose save failed still counts
+    // as a change.
+    std::string saved;
 
     std::string name() const;
 };

@@ -43,6 +43,8 @@ public:
     // Room for `attributes` attributes, for a reader that knows how many
     // come.
     void reserve(std::size_t attributes);
+    // How many attributes the feature has.
+    std::size_t attributeCount() const { return m_attributes.size(); }
     // Puts the attribute `name` last in the order of the user's attributes,
     // as setOrderedAttribute with its own value does; false when there is
     // no such attribute.

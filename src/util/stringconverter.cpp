@@ -131,4 +131,10 @@ std::string utf8ToAnsi(std::string_view text)
     return recode(text, kUtf8CodePage, kAnsiCodePage);
 }
 
+bool utf8IsAnsi()
+{
+    const Transcoder *narrow = transcoderFor(kAnsiCodePage);
+    return narrow && narrow == transcoderFor(kUtf8CodePage);
+}
+
 } // namespace vyr

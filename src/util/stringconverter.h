@@ -52,6 +52,10 @@ private:
 std::string ansiToUtf8(std::string_view text);
 std::string utf8ToAnsi(std::string_view text);
 
+// Whether utf8ToAnsi gives every text back as it is (the narrow code page is
+// UTF-8), so that a reader of much UTF-8 text may pass it on unconverted.
+bool utf8IsAnsi();
+
 // Narrow text in the narrow code page to UTF-16 and back, for text that
 // people see and edit: wideToAnsi(ansiToWide(x)) == x for every byte string
 // x in every code page. Where the code page would give a character back as

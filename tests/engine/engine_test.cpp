@@ -258,6 +258,15 @@ TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
          "\"attributes\" is given twice"},
         {"{\"feature_type\": \"x\", \"attributes\": {\"a\": \"1\", \"a\": \"2\"}}", "attribute \"a\" is given twice"},
         {"{\"feature_type\": \"x\", \"lists\": {\"l\": [], \"l\": [\"b\"]}}", "list \"l\" is given twice"},
+        // The key given twice is named, not the fault of its first value;
+        // of two faulty lists the first in byte order.
+        {"{\"feature_type\": \"x\", \"attributes\": {\"a\": 1, \"a\": \"2\"}}", "attribute \"a\" is given twice"},
+        {"{\"feature_type\": \"x\", \"lists\": {\"m\": 1, \"l\": 2}}", "t.json:1:46: list \"l\" must be a list of texts"},
+        // What comes first in the file is told first.
+        {"{\"feature_type\": \"x\", \"feature_type\": \"y\" oops", "\"feature_type\" is given twice"},
+        {"{\"feature_type\": \"\\uDC00\"}", "t.json:1:24: not valid JSON: unexpected '0'"},
+        {"{\"feature_type\": \"caf\xE9\"}", "t.json:1:23: not valid JSON: unexpected '\"'"},
+        {"{\"feature_type\": 1, \"n\": 123456789012345678901234}", "t.json:1:18: \"feature_type\" must be a text"},
     };
     IVYRFeature &feature = newFeature();
     feature.setFeatureType("kept");
@@ -270,6 +279,43 @@ TEST_F(EngineTest, MalformedFeatureFilesAreRefusedWithTheirPlace)
     VYRRWStringImp error;
     EXPECT_FALSE(VYR_FeatureLoadJson(&feature, "/nonexistent/f.json", &error));
     EXPECT_EQ(std::string(error.view()), "/nonexistent/f.json: No such file or directory");
+}
+
+// A byte order mark, integers beyond 64 bits and a null after the text (a
+// host passing the length of a C string with its terminator) were always
+// taken.
+TEST_F(EngineTest, FilesWithAByteOrderMarkHugeIntegersOrATrailingNullAreRead)
+{
+    const std::string attributes = "\"attributes\": {\"a\": \"1\", \"b\": \"q\\\"\\u0041\"}";
+    const std::string texts[] = {
+        "\xEF\xBB\xBF{\"feature_type\": \"x\", " + attributes + "}",
+        "{\"feature_type\": \"x\", \"size\": 123456789012345678901234, " + attributes + "}",
+        "{\"feature_type\": \"x\", " + attributes + "}" + std::string(1, '\0'),
+    };
+    for (const std::string &text : texts) {
+        IVYRFeature &feature = newFeature();
+        VYRRWStringImp error;
+        ASSERT_TRUE(VYR_FeatureReadJson(&feature, text.data(), text.size(), "t.json", &error)) << error.c_str();
+        EXPECT_STREQ(feature.getFeatureType(), "x") << text;
+        EXPECT_EQ(value(feature, "a"), "1") << text;
+        EXPECT_EQ(value(feature, "b"), "q\"A") << text;
+    }
+}
+
+TEST_F(EngineTest, NestingIsRefusedJustPastItsLimit)
+{
+    // The top object is one level, "extra" the rest.
+    const auto nested = [](std::size_t levels) {
+        return "{\"feature_type\": \"x\", \"extra\": " + std::string(levels - 1, '[') + std::string(levels - 1, ']')
+            + "}";
+    };
+    IVYRFeature &feature = newFeature();
+    VYRRWStringImp error;
+    const std::string deepest = nested(256);
+    EXPECT_TRUE(VYR_FeatureReadJson(&feature, deepest.data(), deepest.size(), "t.json", &error)) << error.c_str();
+    const std::string tooDeep = nested(257);
+    EXPECT_FALSE(VYR_FeatureReadJson(&feature, tooDeep.data(), tooDeep.size(), "t.json", &error));
+    EXPECT_EQ(std::string(error.view()), "t.json: arrays and objects nest more than 256 levels deep");
 }
 
 // The session knows the installation's example formats (VYR_HOME is the stage).
