@@ -221,18 +221,25 @@ std::string VYRObjFTPropsSchemaInfo::genericType(const std::string &type) const
     return generic ? formatType(*generic, kDialogListMode) : std::string();
 }
 
-std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) const
+std::string VYRObjFTPropsSchemaInfo::attributeType(const std::string &name, IVYRString &text,
+                                                   std::optional<std::string> &generic) const
 {
     if (const std::string *type = formatAttributeType(name))
         return *type;
-    std::string stored;
-    if (readAttribute("*" + name, stored))
-        return stored;
-    readAttribute(name, stored);
+    if (m_feature.getAttribute(("*" + name).c_str(), text))
+        return std::string(text.data(), text.length());
+    generic = m_feature.getAttribute(name.c_str(), text) ? std::string(text.data(), text.length()) : std::string();
     const DataTypeMappings &mappings = *m_format->getDataTypeMappings();
-    const auto generic = mappings.createType(stored, kStoredListMode);
-    const auto native = generic ? mappings.toNative(*generic) : nullptr;
-    return native ? formatType(*native, kDialogListMode) : stored;
+    const auto read = mappings.createType(*generic, kStoredListMode);
+    const auto native = read ? mappings.toNative(*read) : nullptr;
+    return native ? formatType(*native, kDialogListMode) : *generic;
+}
+
+std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) const
+{
+    SessionString text(m_session);
+    std::optional<std::string> generic;
+    return attributeType(name, *text, generic);
 }
 
 std::string VYRObjFTPropsSchemaInfo::getGenericAttributeType(const std::string &name) const
@@ -240,6 +247,23 @@ std::string VYRObjFTPropsSchemaInfo::getGenericAttributeType(const std::string &
     std::string generic;
     readAttribute(name, generic);
     return generic;
+}
+
+std::vector<UserAttributeTypes> VYRObjFTPropsSchemaInfo::getUserAttributes() const
+{
+    StringList names = readAttributeNames(true, false);
+    std::vector<UserAttributeTypes> attributes;
+    attributes.reserve(names.size());
+    SessionString text(m_session);
+    for (std::string &name : names) {
+        std::optional<std::string> generic;
+        std::string type = attributeType(name, *text, generic);
+        if (!generic)
+            generic = m_feature.getAttribute(name.c_str(), *text) ? std::string((*text).data(), (*text).length())
+                                                                  : std::string();
+        attributes.push_back({std::move(name), std::move(type), std::move(*generic)});
+    }
+    return attributes;
 }
 
 void VYRObjFTPropsSchemaInfo::setAttributeType(const std::string &name, const std::string &type)
@@ -315,7 +339,10 @@ const std::string *VYRObjFTPropsSchemaInfo::formatAttributeType(const std::strin
 {
     if (const auto found = m_formatAttributeTypes.find(name); found != m_formatAttributeTypes.end())
         return &found->second;
-    // An element "part{3}" of a format list attribute "part{}".
+    // An element "part{3}" of a format list attribute "part{}"; most names
+    // have no braces at all.
+    if (name.find('{') == std::string::npos)
+        return nullptr;
     static const Pattern number("{[0-9]+}");
     const auto braces = number.find(name);
     if (!braces)
@@ -374,27 +401,43 @@ StringList VYRObjFTPropsSchemaInfo::getAttributeNames(bool user, bool format) co
 
 StringList VYRObjFTPropsSchemaInfo::readAttributeNames(bool user, bool format) const
 {
-    StringList result;
-    std::unordered_set<std::string> seen;
+    // Names seen point into `candidates` and `formatNames`, which keep
+    // their strings in place until the result is made.
+    std::unordered_set<std::string_view> seen;
+    StringList candidates;
+    std::vector<std::size_t> users;
     if (user) {
         SessionArray names(m_session);
         m_feature.getOrderedAttributeNames(*names);
-        StringList candidates = names.list();
+        candidates = names.list();
         m_feature.getAllAttributeNames(*names);
-        const StringList all = names.list();
-        candidates.insert(candidates.end(), all.begin(), all.end());
+        candidates.reserve(candidates.size() + (*names).entries());
+        for (std::size_t i = 0; i < (*names).entries(); ++i)
+            candidates.emplace_back((*names).elementAt(i));
         seen.reserve(candidates.size());
-        for (std::string &name : candidates) {
-            if (seen.insert(name).second && isUserAttributeName(name))
-                result.push_back(std::move(name));
+        for (std::size_t i = 0; i < candidates.size(); ++i) {
+            // Without format attributes to tell apart, other names need not
+            // be remembered.
+            const std::string &name = candidates[i];
+            if ((format || isUserAttributeName(name)) && seen.insert(name).second && isUserAttributeName(name))
+                users.push_back(i);
         }
     }
+    StringList formatNames;
+    std::vector<std::size_t> exposed;
     if (format) {
-        for (std::string &name : readList(kFormatAttrNames)) {
-            if (seen.insert(name).second)
-                result.push_back(std::move(name));
+        formatNames = readList(kFormatAttrNames);
+        for (std::size_t i = 0; i < formatNames.size(); ++i) {
+            if (seen.insert(formatNames[i]).second)
+                exposed.push_back(i);
         }
     }
+    StringList result;
+    result.reserve(users.size() + exposed.size());
+    for (const std::size_t i : users)
+        result.push_back(std::move(candidates[i]));
+    for (const std::size_t i : exposed)
+        result.push_back(std::move(formatNames[i]));
     return result;
 }
 

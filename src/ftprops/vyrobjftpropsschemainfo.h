@@ -29,6 +29,7 @@
 
 class IVYRFeature;
 class IVYRSession;
+class IVYRString;
 
 namespace vyr {
 
@@ -68,6 +69,8 @@ public:
     std::string getAttributeType(const std::string &name) const override;
     void setAttributeType(const std::string &name, const std::string &type) override;
     std::string getGenericAttributeType(const std::string &name) const override;
+    // The names read once, and every type through one engine string.
+    std::vector<UserAttributeTypes> getUserAttributes() const override;
     StringList getExtraFanoutNames() const override { return {}; }
     void removeAttribute(const std::string &name) override;
     void storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute) override;
@@ -141,6 +144,9 @@ private:
     // Whether a parameter is part of the format's prompt rather than a value
     // of the feature type, and so never stored.
     bool isUnstoredParameter(const std::string &name) const;
+    // A user attribute's type as the user writes it, read through `text`;
+    // its generic type, when it had to be read, in `generic`.
+    std::string attributeType(const std::string &name, IVYRString &text, std::optional<std::string> &generic) const;
     // The generic form of a type as the user writes it; empty when the
     // format's data types do not know it.
     std::string genericType(const std::string &type) const;
