@@ -445,6 +445,11 @@ void CFeatTypePropsDlg::AttributeRenamed(const std::string &before, const std::s
         m_parameters->RenameAttribute(before, after);
 }
 
+bool CFeatTypePropsDlg::WasAttribute(const std::string &name) const
+{
+    return m_attributesSeen.contains(name) || (m_attributes && m_attributes->WasLoaded(name));
+}
+
 StringList CFeatTypePropsDlg::PageAttributeNames() const
 {
     StringList names;
