@@ -55,25 +55,28 @@ bool CFeatTypePropsAttrs::OnInitDialog()
 class CFeatTypePropsAttrs::LoadedTypes final : public KnownRowTypes::Loaded
 {
 public:
-    explicit LoadedTypes(CAttrGrid &grid)
-        : m_grid(grid)
+    LoadedTypes(CFeatTypePropsAttrs &page, CAttrGrid &grid)
+        : m_page(page)
+        , m_grid(grid)
     {
     }
     std::size_t count() const override { return m_grid.loadedAttributes().size(); }
     QString name(std::size_t index) const override { return m_grid.LoadedName(index); }
     KnownRowTypes::Given given(std::size_t index) const override
     {
-        const UserAttributeTypes &attribute = m_grid.loadedAttributes()[index];
-        return {m_grid.LoadedTypeKey(index), {attribute.type, attribute.generic}, true};
+        return {m_grid.LoadedTypeKey(index), m_page.LoadedTypeTexts(index), true};
     }
 
 private:
+    CFeatTypePropsAttrs &m_page;
     CAttrGrid &m_grid;
 };
 
 void CFeatTypePropsAttrs::LoadRows()
 {
-    std::vector<UserAttributeTypes> loaded = m_schema->getUserAttributes();
+    // The generic types are read when a row is written or compared.
+    std::vector<UserAttributeTypes> loaded = m_schema->getUserAttributes(false);
+    m_loadedGenerics.assign(loaded.size(), std::nullopt);
     // A type's suffix is its domain: the domains the schema uses are the
     // ones the domain column offers, so that each is shown and kept.
     StringList domains;
@@ -91,7 +94,7 @@ void CFeatTypePropsAttrs::LoadRows()
     // Each row shows its attribute as the schema holds it, and is known
     // by those texts, read only when a row needs them.
     grid->LoadAttributes(std::move(loaded));
-    m_loadedTypes = std::make_unique<LoadedTypes>(*grid);
+    m_loadedTypes = std::make_unique<LoadedTypes>(*this, *grid);
     m_knownTypes.rememberLoaded(m_format->getId(), *m_loadedTypes);
     grid->SetTypeNote([this](long row) { return TypeNote(row); });
     grid->EnableGrid(editable());
@@ -99,6 +102,15 @@ void CFeatTypePropsAttrs::LoadRows()
     connect(grid, &CAttrGrid::nameReplaced, this, [this](const QString &before, const QString &after) {
         m_dialog->AttributeRenamed(toNarrow(before), toNarrow(after));
     });
+}
+
+AttributeTypeTexts CFeatTypePropsAttrs::LoadedTypeTexts(std::size_t record)
+{
+    const UserAttributeTypes &attribute = m_grid->loadedAttributes()[record];
+    std::optional<std::string> &generic = m_loadedGenerics[record];
+    if (!generic)
+        generic = m_schema->getGenericAttributeType(attribute.name);
+    return {attribute.type, *generic};
 }
 
 bool CFeatTypePropsAttrs::WasLoaded(const std::string &name) const
@@ -129,8 +141,8 @@ const KnownRowTypes::Given *CFeatTypePropsAttrs::KnownType(long row)
 std::optional<AttributeTypeTexts> CFeatTypePropsAttrs::RowTypeTexts(long row)
 {
     // An untouched row is its attribute as the schema held it.
-    if (const UserAttributeTypes *loaded = m_grid->LoadedAttributeOf(row))
-        return AttributeTypeTexts{loaded->type, loaded->generic};
+    if (const std::optional<std::size_t> record = m_grid->LoadedRecordOf(row))
+        return LoadedTypeTexts(*record);
     // The attribute's own texts first; a type the format reads is written
     // in its own words rather than in another attribute's spelling of it.
     if (const KnownRowTypes::Given *own = m_knownTypes.ofName(

@@ -126,6 +126,20 @@ bool CFeatTypePropsDlg::OnInitDialog()
         connect(shortcut, &QShortcut::activated, this, [this, step = pageKey.step] { TurnPage(step); });
     }
 
+    // The pages read the schema as they open: the record may read its
+    // names once for all of them.
+    struct Reading
+    {
+        FTPropsSchemaInfo &schema;
+        explicit Reading(FTPropsSchemaInfo &record)
+            : schema(record)
+        {
+            schema.beginReading();
+        }
+        ~Reading() { schema.endReading(); }
+        Reading(const Reading &) = delete;
+        Reading &operator=(const Reading &) = delete;
+    } reading(*m_schema);
     if (m_currentFormat->isSource())
         m_general = std::make_unique<CFeatTypePropsGeneralSource>(m_schema, m_currentFormat, this);
     else
