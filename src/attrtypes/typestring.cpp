@@ -1,25 +1,27 @@
 #include "attrtypes/typestring.h"
 
 #include "attrtypes/attrtype.h"
-#include "util/pattern.h"
 #include "util/tokencodec.h"
 
 namespace vyr {
 
 namespace {
 
-// Compiled once: type strings are read by the thousand when a schema loads.
-const Pattern &suffixPattern()
+// Where the suffix's comma is: the last comma, when no parenthesis follows.
+std::optional<std::size_t> suffixComma(std::string_view text)
 {
-    static const Pattern pattern(",[^,()]*$");
-    return pattern;
+    const std::size_t comma = text.rfind(',');
+    if (comma == std::string_view::npos || text.find_first_of("()", comma + 1) != std::string_view::npos)
+        return std::nullopt;
+    return comma;
 }
 
-const Pattern &argumentListPattern()
+// Whether the text ends in an argument list: a "(" after a non-empty name
+// and a ")" as the last character.
+bool hasArgumentList(std::string_view text)
 {
-    // Parentheses are ordinary characters in this pattern language.
-    static const Pattern pattern("^[^(]+(.*)$");
-    return pattern;
+    const std::size_t open = text.find('(');
+    return open != std::string_view::npos && open > 0 && text.size() >= open + 2 && text.back() == ')';
 }
 
 StringList splitValues(std::string_view text, int listMode)
@@ -42,11 +44,11 @@ ParsedType parseType(std::string_view text, int listMode)
 {
     ParsedType parsed;
     std::string_view rest = text;
-    if (const auto suffix = suffixPattern().find(rest)) {
-        parsed.suffix = std::string(rest.substr(suffix->begin + 1, suffix->end - suffix->begin - 1));
-        rest = rest.substr(0, suffix->begin);
+    if (const std::optional<std::size_t> comma = suffixComma(rest)) {
+        parsed.suffix = std::string(rest.substr(*comma + 1));
+        rest = rest.substr(0, *comma);
     }
-    if (argumentListPattern().foundIn(rest)) {
+    if (hasArgumentList(rest)) {
         const std::size_t open = rest.find('(');
         parsed.name = std::string(rest.substr(0, open));
         parsed.values = splitValues(rest.substr(open + 1, rest.size() - open - 2), listMode);
@@ -54,6 +56,12 @@ ParsedType parseType(std::string_view text, int listMode)
         parsed.name = std::string(rest);
     }
     return parsed;
+}
+
+std::string_view typeSuffix(std::string_view text)
+{
+    const std::optional<std::size_t> comma = suffixComma(text);
+    return comma ? text.substr(*comma + 1) : std::string_view();
 }
 
 std::optional<std::string> typeTextProblem(std::string_view text, int listMode)

@@ -37,6 +37,11 @@ struct ParsedType
 // that has no argument list is all name.
 ParsedType parseType(std::string_view text, int listMode);
 
+// The suffix parseType reads from `text` (in any list mode), without
+// reading the rest: a schema's types are scanned for their domains by the
+// thousand.
+std::string_view typeSuffix(std::string_view text);
+
 // Why `text` is not a well-formed type string, or nothing when it is: every
 // "(" is closed by a ")", nothing follows the argument list but a suffix,
 // and in the dialog's list mode every quoted value is closed. parseType

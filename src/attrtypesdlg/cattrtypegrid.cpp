@@ -154,7 +154,9 @@ void CAttrTypeGrid::SetUpArgumentCells(long row, const AttrType *pattern, bool f
         }
         EnableCell(column, row, takes);
     }
-    RepaintAll();
+    // A row being made is made for a paint under way.
+    if (!isMakingRow())
+        RepaintAll();
 }
 
 void CAttrTypeGrid::OnCellChange(int column, long row, ug::TextSource source)

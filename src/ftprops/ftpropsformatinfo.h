@@ -5,6 +5,7 @@
 #ifndef VYR_FTPROPS_FTPROPSFORMATINFO_H
 #define VYR_FTPROPS_FTPROPSFORMATINFO_H
 
+#include "ftprops/guiparameterline.h"
 #include "util/listpacking.h"
 
 #include <string>
@@ -31,6 +32,12 @@ public:
     virtual bool isSchemaReader() const = 0;
     virtual StringList getDeflineParmNames() const = 0;
     virtual std::string getDeflineParm(const std::string &name) const = 0;
+    // The parameter's definition line read into its parts, as
+    // ParseParameterLine reads getDeflineParm; a record may read each once.
+    virtual GuiParameterLine getDeflineParmLine(const std::string &name) const
+    {
+        return ParseParameterLine(getDeflineParm(name));
+    }
     virtual std::string getDeflineParmDefault(const std::string &name) const = 0;
     // What the parameter is for, in a sentence or two, as the format's
     // capabilities give it ("DEFLINE_PARM_HELP": name, text pairs); empty

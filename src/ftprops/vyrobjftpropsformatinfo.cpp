@@ -28,10 +28,12 @@ VYRObjFTPropsFormatInfo::VYRObjFTPropsFormatInfo(std::string_view capabilities, 
 {
     const auto list = [this](const std::string &key) { return m_capabilities.list(key); };
     forEachPair(list("DEFLINE_PARMS"), [this](const std::string &line, const std::string &fallback) {
-        const std::string name = ParseParameterLine(line).name;
+        GuiParameterLine parts = ParseParameterLine(line);
+        const std::string name = parts.name;
         if (!m_parameterLines.contains(name))
             m_parameterNames.push_back(name);
         m_parameterLines[name] = line;
+        m_parameterParts[name] = std::move(parts);
         m_parameterDefaults[name] = fallback;
     });
     forEachPair(list("DEFLINE_PARM_HELP"),
@@ -94,6 +96,12 @@ std::string VYRObjFTPropsFormatInfo::getDeflineParm(const std::string &name) con
 {
     const auto found = m_parameterLines.find(name);
     return found == m_parameterLines.end() ? std::string() : found->second;
+}
+
+GuiParameterLine VYRObjFTPropsFormatInfo::getDeflineParmLine(const std::string &name) const
+{
+    const auto found = m_parameterParts.find(name);
+    return found == m_parameterParts.end() ? ParseParameterLine(std::string_view()) : found->second;
 }
 
 std::string VYRObjFTPropsFormatInfo::getDeflineParmDefault(const std::string &name) const

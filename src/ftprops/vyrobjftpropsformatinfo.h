@@ -54,6 +54,8 @@ public:
     bool isSchemaReader() const override;
     StringList getDeflineParmNames() const override;
     std::string getDeflineParm(const std::string &name) const override;
+    // Each line is read once, with the capabilities.
+    GuiParameterLine getDeflineParmLine(const std::string &name) const override;
     std::string getDeflineParmDefault(const std::string &name) const override;
     std::string getDeflineParmHelp(const std::string &name) const override;
     bool hasDeflineAttrs() const override;
@@ -85,6 +87,7 @@ private:
     FormatCapabilities m_capabilities;
     StringList m_parameterNames;
     std::unordered_map<std::string, std::string> m_parameterLines;
+    std::unordered_map<std::string, GuiParameterLine> m_parameterParts;
     std::unordered_map<std::string, std::string> m_parameterDefaults;
     std::unordered_map<std::string, std::string> m_parameterHelp;
     std::unique_ptr<DataTypeMappings> m_dataTypes;

@@ -9,6 +9,9 @@
 #include "util/numbertext.h"
 #include "util/pattern.h"
 
+#include "stringobjects/vyrbufferstringimp.h"
+#include "stringobjects/vyrpackedstringarrayimp.h"
+
 #include "vyr/IVYRFeature.h"
 
 #include <algorithm>
@@ -221,18 +224,25 @@ std::string VYRObjFTPropsSchemaInfo::genericType(const std::string &type) const
     return generic ? formatType(*generic, kDialogListMode) : std::string();
 }
 
-std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) const
+std::string VYRObjFTPropsSchemaInfo::attributeType(const std::string &name, IVYRString &text,
+                                                   std::optional<std::string> &generic) const
 {
     if (const std::string *type = formatAttributeType(name))
         return *type;
-    std::string stored;
-    if (readAttribute("*" + name, stored))
-        return stored;
-    readAttribute(name, stored);
+    if (m_feature.getAttribute(("*" + name).c_str(), text))
+        return std::string(text.data(), text.length());
+    generic = m_feature.getAttribute(name.c_str(), text) ? std::string(text.data(), text.length()) : std::string();
     const DataTypeMappings &mappings = *m_format->getDataTypeMappings();
-    const auto generic = mappings.createType(stored, kStoredListMode);
-    const auto native = generic ? mappings.toNative(*generic) : nullptr;
-    return native ? formatType(*native, kDialogListMode) : stored;
+    const auto read = mappings.createType(*generic, kStoredListMode);
+    const auto native = read ? mappings.toNative(*read) : nullptr;
+    return native ? formatType(*native, kDialogListMode) : *generic;
+}
+
+std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) const
+{
+    VYRBufferStringImp text;
+    std::optional<std::string> generic;
+    return attributeType(name, text, generic);
 }
 
 std::string VYRObjFTPropsSchemaInfo::getGenericAttributeType(const std::string &name) const
@@ -240,6 +250,23 @@ std::string VYRObjFTPropsSchemaInfo::getGenericAttributeType(const std::string &
     std::string generic;
     readAttribute(name, generic);
     return generic;
+}
+
+std::vector<UserAttributeTypes> VYRObjFTPropsSchemaInfo::getUserAttributes(bool generic) const
+{
+    StringList read;
+    const StringList &names = keepsNames(false) ? namesOf(UserNames) : (read = readUserAttributeNames());
+    std::vector<UserAttributeTypes> attributes;
+    attributes.reserve(names.size());
+    VYRBufferStringImp text;
+    for (const std::string &name : names) {
+        std::optional<std::string> genericType;
+        std::string type = attributeType(name, text, genericType);
+        if (generic && !genericType)
+            genericType = m_feature.getAttribute(name.c_str(), text) ? std::string(text.view()) : std::string();
+        attributes.push_back({name, std::move(type), generic ? std::move(*genericType) : std::string()});
+    }
+    return attributes;
 }
 
 void VYRObjFTPropsSchemaInfo::setAttributeType(const std::string &name, const std::string &type)
@@ -315,7 +342,10 @@ const std::string *VYRObjFTPropsSchemaInfo::formatAttributeType(const std::strin
 {
     if (const auto found = m_formatAttributeTypes.find(name); found != m_formatAttributeTypes.end())
         return &found->second;
-    // An element "part{3}" of a format list attribute "part{}".
+    // An element "part{3}" of a format list attribute "part{}"; most names
+    // have no braces at all.
+    if (name.find('{') == std::string::npos)
+        return nullptr;
     static const Pattern number("{[0-9]+}");
     const auto braces = number.find(name);
     if (!braces)
@@ -359,41 +389,102 @@ void VYRObjFTPropsSchemaInfo::beginUpdate()
 
 void VYRObjFTPropsSchemaInfo::endUpdate()
 {
-    if (m_updateDepth > 0 && --m_updateDepth == 0)
-        m_namesInUpdate.reset();
+    if (m_updateDepth > 0 && --m_updateDepth == 0 && m_readingDepth == 0)
+        m_namesRead.clear();
+}
+
+void VYRObjFTPropsSchemaInfo::beginReading()
+{
+    ++m_readingDepth;
+}
+
+void VYRObjFTPropsSchemaInfo::endReading()
+{
+    if (m_readingDepth > 0 && --m_readingDepth == 0 && m_updateDepth == 0)
+        m_namesRead.clear();
 }
 
 StringList VYRObjFTPropsSchemaInfo::getAttributeNames(bool user, bool format) const
 {
-    if (!user || !format || m_updateDepth == 0)
-        return readAttributeNames(user, format);
-    if (!m_namesInUpdate)
-        m_namesInUpdate = readAttributeNames(true, true);
-    return *m_namesInUpdate;
+    const bool kept = keepsNames(user && format);
+    if (!format)
+        return user ? (kept ? namesOf(UserNames) : readUserAttributeNames()) : StringList();
+    if (!user)
+        return kept ? namesOf(FormatNames) : readFormatAttributeNames(false);
+    StringList names = kept ? namesOf(UserNames) : readUserAttributeNames();
+    const StringList formatNames = kept ? namesOf(FormatNamesAfterUser) : readFormatAttributeNames(true);
+    names.insert(names.end(), formatNames.begin(), formatNames.end());
+    return names;
 }
 
-StringList VYRObjFTPropsSchemaInfo::readAttributeNames(bool user, bool format) const
+const StringList &VYRObjFTPropsSchemaInfo::namesOf(int part) const
 {
-    StringList result;
-    std::unordered_set<std::string> seen;
-    if (user) {
-        SessionArray names(m_session);
-        m_feature.getOrderedAttributeNames(*names);
-        StringList candidates = names.list();
-        m_feature.getAllAttributeNames(*names);
-        const StringList all = names.list();
-        candidates.insert(candidates.end(), all.begin(), all.end());
-        seen.reserve(candidates.size());
-        for (std::string &name : candidates) {
-            if (seen.insert(name).second && isUserAttributeName(name))
-                result.push_back(std::move(name));
-        }
+    auto read = m_namesRead.find(part);
+    if (read == m_namesRead.end()) {
+        read = m_namesRead
+                   .emplace(part, part == UserNames ? readUserAttributeNames()
+                                                    : readFormatAttributeNames(part == FormatNamesAfterUser))
+                   .first;
     }
-    if (format) {
-        for (std::string &name : readList(kFormatAttrNames)) {
-            if (seen.insert(name).second)
-                result.push_back(std::move(name));
-        }
+    return read->second;
+}
+
+StringList VYRObjFTPropsSchemaInfo::readUserAttributeNames() const
+{
+    // The user's attributes in their order, then the others in the order
+    // they were set: the engine keeps each name once in each list, and only
+    // attributes in the order. When the order holds as many of the user's
+    // names as the feature has, it holds them all. The lists are read
+    // packed: a feature may have 100,000 names.
+    VYRPackedStringArrayImp ordered;
+    m_feature.getOrderedAttributeNames(ordered);
+    VYRPackedStringArrayImp all;
+    m_feature.getAllAttributeNames(all);
+    const auto userNames = [](const VYRPackedStringArrayImp &names) {
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < names.entries(); ++i)
+            count += isUserAttributeName(names.view(i)) ? 1 : 0;
+        return count;
+    };
+    const std::size_t inOrder = userNames(ordered);
+    StringList result;
+    result.reserve(inOrder);
+    for (std::size_t i = 0; i < ordered.entries(); ++i) {
+        if (const std::string_view name = ordered.view(i); isUserAttributeName(name))
+            result.emplace_back(name);
+    }
+    if (inOrder == userNames(all))
+        return result;
+    // Views of the packed lists, which stay where they are.
+    std::unordered_set<std::string_view> seen;
+    seen.reserve(ordered.entries() + all.entries());
+    for (std::size_t i = 0; i < ordered.entries(); ++i)
+        seen.insert(ordered.view(i));
+    for (std::size_t i = 0; i < all.entries(); ++i) {
+        const std::string_view name = all.view(i);
+        if (isUserAttributeName(name) && seen.insert(name).second)
+            result.emplace_back(name);
+    }
+    return result;
+}
+
+bool VYRObjFTPropsSchemaInfo::hasAttribute(const std::string &name, IVYRString &text) const
+{
+    return m_feature.getAttribute(name.c_str(), text);
+}
+
+StringList VYRObjFTPropsSchemaInfo::readFormatAttributeNames(bool afterUser) const
+{
+    // After the user attributes, a format attribute the feature has as an
+    // attribute of its own (a user attribute, or a name only the engine
+    // uses) is not listed again; nor is a format attribute listed twice.
+    StringList result;
+    std::unordered_set<std::string> listed;
+    VYRBufferStringImp text;
+    for (std::string &name : readList(kFormatAttrNames)) {
+        if ((afterUser && hasAttribute(name, text)) || !listed.insert(name).second)
+            continue;
+        result.push_back(std::move(name));
     }
     return result;
 }
@@ -416,10 +507,7 @@ std::string VYRObjFTPropsSchemaInfo::getParameter(const std::string &name) const
 
 bool VYRObjFTPropsSchemaInfo::isUnstoredParameter(const std::string &name) const
 {
-    const std::string definition = m_format->getDeflineParm(name);
-    if (definition.empty())
-        return false;
-    const GuiParameterLine line = ParseParameterLine(definition);
+    const GuiParameterLine line = m_format->getDeflineParmLine(name);
     // Whole-line and enabling parameters are part of the format's prompt,
     // not values of the feature type.
     return line.wholeLine || line.type == "DISABLE";

@@ -23,12 +23,14 @@
 #include "ftprops/ftpropsschemainfo.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <unordered_map>
 #include <utility>
 
 class IVYRFeature;
 class IVYRSession;
+class IVYRString;
 
 namespace vyr {
 
@@ -64,10 +66,16 @@ public:
     // for them once per list attribute, on schemas of thousands.
     void beginUpdate() override;
     void endUpdate() override;
+    // Within a reading the record answers every list of names from what it
+    // read first, until it changes an attribute.
+    void beginReading() override;
+    void endReading() override;
     StringList getAttributeNames(bool user, bool format) const override;
     std::string getAttributeType(const std::string &name) const override;
     void setAttributeType(const std::string &name, const std::string &type) override;
     std::string getGenericAttributeType(const std::string &name) const override;
+    // The names read once, and every type through one buffer.
+    std::vector<UserAttributeTypes> getUserAttributes(bool generic) const override;
     StringList getExtraFanoutNames() const override { return {}; }
     void removeAttribute(const std::string &name) override;
     void storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute) override;
@@ -122,7 +130,12 @@ private:
     };
 
     void writeLists(PairLists lists, const StringList &names, const StringList &values);
-    StringList readAttributeNames(bool user, bool format) const;
+    // The names of the user attributes, and the exposed format attributes'
+    // (those the feature has as attributes of its own left out when `afterUser`).
+    StringList readUserAttributeNames() const;
+    StringList readFormatAttributeNames(bool afterUser) const;
+    // A list of names as read first while it is kept (keepsNames).
+    const StringList &namesOf(int part) const;
     // Removes a user attribute with both its types.
     void removeUserAttribute(const std::string &name);
     // Writes one user attribute's types; `last` puts it at the end of the
@@ -130,7 +143,9 @@ private:
     // keeps its place.
     void writeUserAttribute(const UserAttributeTypes &attribute, bool last);
     // An attribute came or went: the names must be read again.
-    void attributesChanged() { m_namesInUpdate.reset(); }
+    void attributesChanged() { m_namesRead.clear(); }
+    // Whether the names read last still answer (true, true), or any list.
+    bool keepsNames(bool all) const { return m_readingDepth > 0 || (all && m_updateDepth > 0); }
     // Both lists of a pair list, of one length: lists of two lengths are
     // made whole where the pairs can be known (exposed format attributes,
     // whose types are the format's) and read as no pairs where they cannot
@@ -141,6 +156,11 @@ private:
     // Whether a parameter is part of the format's prompt rather than a value
     // of the feature type, and so never stored.
     bool isUnstoredParameter(const std::string &name) const;
+    // A user attribute's type as the user writes it, read through `text`;
+    // its generic type, when it had to be read, in `generic`.
+    std::string attributeType(const std::string &name, IVYRString &text, std::optional<std::string> &generic) const;
+    // Whether a name is the feature's own attribute.
+    bool hasAttribute(const std::string &name, IVYRString &text) const;
     // The generic form of a type as the user writes it; empty when the
     // format's data types do not know it.
     std::string genericType(const std::string &type) const;
@@ -154,8 +174,12 @@ private:
     const FTPropsFormatInfo *m_format = nullptr;
     std::unordered_map<std::string, std::string> m_formatAttributeTypes;
     int m_updateDepth = 0;
-    // All attribute names (user and format), while an update lasts.
-    mutable std::optional<StringList> m_namesInUpdate;
+    int m_readingDepth = 0;
+    // The lists of names read, by part (user attributes, exposed format
+    // attributes after them, exposed format attributes alone), while an
+    // update (all attributes' names) or a reading (any) lasts.
+    enum NamePart { UserNames, FormatNamesAfterUser, FormatNames };
+    mutable std::map<int, StringList> m_namesRead;
 };
 
 } // namespace vyr

@@ -37,15 +37,103 @@ long CAttrGrid::AppendLoadedRow(const QString &name, const AttrType *type, const
 {
     m_loading = true;
     const long row = AppendBlankRow();
-    if (row >= 0) {
-        SetCellText(kNameColumn, row, name);
-        if (type)
-            SetRowType(row, *type);
-        else if (!typeText.isEmpty())
-            SetTypeText(row, typeText);
-    }
+    if (row >= 0)
+        ShowLoadedRow(row, name, type, typeText);
     m_loading = false;
     return row;
+}
+
+void CAttrGrid::ShowLoadedRow(long row, const QString &name, const AttrType *type, const QString &typeText)
+{
+    SetCellText(kNameColumn, row, name);
+    if (type)
+        SetRowType(row, *type);
+    else if (!typeText.isEmpty())
+        SetTypeText(row, typeText);
+}
+
+void CAttrGrid::LoadAttributes(std::vector<UserAttributeTypes> attributes)
+{
+    const std::size_t first = m_loaded.size();
+    const long count = long(attributes.size());
+    m_loaded.insert(m_loaded.end(), std::make_move_iterator(attributes.begin()),
+                    std::make_move_iterator(attributes.end()));
+    m_loadedShown.resize(m_loaded.size());
+    AppendLoadedRows(first, count);
+}
+
+const UserAttributeTypes *CAttrGrid::LoadedAttributeOf(long row) const
+{
+    const std::optional<std::size_t> record = LoadedRecordOf(row);
+    return record ? &m_loaded[*record] : nullptr;
+}
+
+int CAttrGrid::typeListMode() const
+{
+    return m_format ? m_format->getTypeListMode() : kDialogListMode;
+}
+
+QString CAttrGrid::LoadedName(std::size_t record)
+{
+    std::optional<QString> &name = m_loadedShown[record].name;
+    if (!name)
+        name = fromNarrow(m_loaded[record].name);
+    return *name;
+}
+
+const CAttrGrid::LoadedTypeCells &CAttrGrid::loadedCells(std::size_t record)
+{
+    std::unique_ptr<LoadedTypeCells> &cells = m_loadedShown[record].cells;
+    if (cells)
+        return *cells;
+    // What ShowLoadedRow leaves in the type columns.
+    cells = std::make_unique<LoadedTypeCells>();
+    const std::string &typeText = m_loaded[record].type;
+    const std::unique_ptr<AttrType> type = registry().createType(typeText, typeListMode());
+    if (!type) {
+        cells->type = fromNarrow(typeText);
+        return *cells;
+    }
+    cells->type = fromNarrow(type->name());
+    for (std::size_t argument = 0; argument < 2; ++argument) {
+        if (const AttrTypeArg *value = type->arg(argument))
+            cells->arguments[argument] = fromNarrow(value->value());
+    }
+    if (hasDomains())
+        cells->domain = type->suffix().empty() ? QStringLiteral("none") : fromNarrow(type->suffix());
+    const AttrTypeTemplate *typeTemplate = TemplateOf(cells->type);
+    cells->taken = typeTemplate ? typeTemplate->argCount() : type->argCount();
+    return *cells;
+}
+
+QString CAttrGrid::LoadedText(std::size_t record, int column)
+{
+    if (column == kNameColumn)
+        return LoadedName(record);
+    if (column < typeColumn() || column > domainColumn())
+        return {};
+    const LoadedTypeCells &cells = loadedCells(record);
+    if (column == typeColumn())
+        return cells.type;
+    if (column == domainColumn())
+        return cells.domain;
+    return cells.arguments[column - argumentColumn(0)];
+}
+
+bool CAttrGrid::IsLoadedCellEnabled(std::size_t record, int column)
+{
+    if (column == argumentColumn(0) || column == argumentColumn(1))
+        return loadedCells(record).taken > std::size_t(column - argumentColumn(0));
+    return column != domainColumn() || hasDomains();
+}
+
+void CAttrGrid::MakeLoadedRow(long row, std::size_t record)
+{
+    const std::unique_ptr<AttrType> type = registry().createType(m_loaded[record].type, typeListMode());
+    const bool loading = std::exchange(m_loading, true);
+    OnRowAdded(row);
+    ShowLoadedRow(row, LoadedName(record), type.get(), fromNarrow(m_loaded[record].type));
+    m_loading = loading;
 }
 
 void CAttrGrid::SetTypeText(long row, const QString &text)
@@ -57,15 +145,31 @@ void CAttrGrid::SetTypeText(long row, const QString &text)
     }
 }
 
-QString CAttrGrid::TypeKey(long row)
+template <class Cells>
+QString CAttrGrid::typeKeyOf(const Cells &cellOf)
 {
-    QString key = GetCellString(row, typeColumn());
+    QString key = cellOf(typeColumn(), false);
     for (const int column : {argumentColumn(0), argumentColumn(1), domainColumn()}) {
         key += u'\x1f';
-        if (IsCellEnabled(column, row) && (column != domainColumn() || hasDomains()))
-            key += GetCellString(row, column);
+        if (column != domainColumn() || hasDomains())
+            key += cellOf(column, true);
     }
     return key;
+}
+
+QString CAttrGrid::TypeKey(long row)
+{
+    // Disabled cells keep texts that say nothing.
+    return typeKeyOf([this, row](int column, bool ifEnabled) {
+        return !ifEnabled || IsCellEnabled(column, row) ? GetCellString(row, column) : QString();
+    });
+}
+
+QString CAttrGrid::LoadedTypeKey(std::size_t record)
+{
+    return typeKeyOf([this, record](int column, bool ifEnabled) {
+        return !ifEnabled || IsLoadedCellEnabled(record, column) ? LoadedText(record, column) : QString();
+    });
 }
 
 QStringList CAttrGrid::RowTexts(long row)
@@ -257,6 +361,12 @@ StringList CAttrGrid::GetAttributeNames()
 {
     StringList names;
     for (long row = 0; row < attributeRowCount(); ++row) {
+        // An untouched row's name is the schema's, which needs no converting.
+        if (const UserAttributeTypes *loaded = LoadedAttributeOf(row)) {
+            if (!loaded->name.empty())
+                names.push_back(loaded->name);
+            continue;
+        }
         const QString name = GetCellString(row, kNameColumn);
         if (!name.isEmpty())
             names.push_back(toNarrow(name));

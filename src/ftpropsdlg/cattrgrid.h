@@ -19,6 +19,9 @@
 #include <QHash>
 
 #include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
 
 namespace vyr {
 
@@ -39,6 +42,19 @@ public:
     // grid's registry cannot read the type, `typeText` as it stands. Its
     // index, or -1.
     long AppendLoadedRow(const QString &name, const AttrType *type, const QString &typeText);
+    // Appends the schema's attributes (each as it holds them, its type in the
+    // format's words) as rows that show them as AppendLoadedRow would, made
+    // when shown or touched: a type is read when its row's texts are first
+    // asked for. The grid keeps them for as long as it lives.
+    void LoadAttributes(std::vector<UserAttributeTypes> attributes);
+    const std::vector<UserAttributeTypes> &loadedAttributes() const { return m_loaded; }
+    // The attribute a row shows as it was loaded, while the row is untouched
+    // (loaded, not made); null otherwise.
+    const UserAttributeTypes *LoadedAttributeOf(long row) const;
+    // What a loaded attribute's row shows in the name column, and what
+    // TypeKey gives for it.
+    QString LoadedName(std::size_t record);
+    QString LoadedTypeKey(std::size_t record);
     // Shows a type text the format has no template of (a type kept from the
     // schema, or a generic type standing for one the format has no word
     // for): the argument cells take nothing.
@@ -88,6 +104,9 @@ protected:
     QString OnCheckText(int column, long row, const QString &text) override;
     void OnCellTextReplaced(int column, long row, const QString &before) override;
     void LayoutLeadingColumns(int width) override;
+    QString LoadedText(std::size_t record, int column) override;
+    bool IsLoadedCellEnabled(std::size_t record, int column) override;
+    void MakeLoadedRow(long row, std::size_t record) override;
 
 private:
     // The tip of a name the format changed: what was typed, and each rule
@@ -95,6 +114,23 @@ private:
     QString NameChangeReasons(const QString &typed, const AttributeNameSteps &steps) const;
     // The type a first attribute gets; null when the format has none.
     std::unique_ptr<AttrType> FirstRowType() const;
+    int typeListMode() const;
+    // Fills a blank row as the schema holds an attribute.
+    void ShowLoadedRow(long row, const QString &name, const AttrType *type, const QString &typeText);
+    // TypeKey of the texts and enabled cells `cellOf` answers.
+    template <class Cells>
+    QString typeKeyOf(const Cells &cellOf);
+    // What a loaded attribute's type columns show, and how many argument
+    // cells its type takes.
+    struct LoadedTypeCells
+    {
+        QString type;
+        QString arguments[2];
+        QString domain;
+        std::size_t taken = 0;
+    };
+    // Read from the attribute's type once, when first asked for.
+    const LoadedTypeCells &loadedCells(std::size_t record);
 
     FTPropsSchemaInfo *m_schema;
     const FTPropsFormatInfo *m_format;
@@ -103,6 +139,15 @@ private:
     StringSet m_formatAttrNames;
     // For a legal name the format made of a typed one: why.
     QHash<QString, QString> m_nameChanges;
+    // The attributes loaded, by record, with what their rows show, made
+    // when first asked for.
+    std::vector<UserAttributeTypes> m_loaded;
+    struct LoadedShown
+    {
+        std::optional<QString> name;
+        std::unique_ptr<LoadedTypeCells> cells;
+    };
+    std::vector<LoadedShown> m_loadedShown;
     bool m_loading = false;
     bool m_legalising = false;
 };

@@ -114,6 +114,7 @@ void CDefParmsGrid::RemoveAllRows()
     m_parameters.clear();
     m_storedChoices.clear();
     m_rowNames.clear();
+    m_loaded.clear();
     m_disableRow = kNoDisableRow;
 }
 
@@ -122,29 +123,15 @@ QString CDefParmsGrid::LocalizedPrompt(const GuiParameterLine &parameter)
     return localized(parameter.prompt);
 }
 
-long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &value)
+CUGCell CDefParmsGrid::ValueCellOf(const GuiParameterLine &parameter)
 {
-    const GuiParameterLine parameter = ParseParameterLine(line);
-    QString shown = fromNarrow(value);
     CUGCell cell;
     cell.setCellType(0);
     if (typeIs(parameter, "INTEGER")) {
         cell.setMask(QStringLiteral("##########"));
     } else if (isChoice(parameter)) {
-        std::map<QString, std::string> stored;
-        for (const std::string &choice : choicesOf(parameter)) {
-            const QString entry = localized(choice);
-            if (entry != fromNarrow(choice))
-                stored.emplace(entry, choice);
-            // Only a value among the choices is shown translated, so that
-            // any other value is stored back as it came.
-            if (choice == value)
-                shown = entry;
-        }
         cell.setCellType(DropListTypeId());
         cell.setLabel(dropListLabel(ChoiceEntries(parameter)));
-        if (!stored.empty())
-            m_storedChoices[parameter.name] = std::move(stored);
     } else if (typeIs(parameter, "ATTR")) {
         cell.setCellType(DropListTypeId());
         SetCellActionHandler(cell, this);
@@ -155,21 +142,59 @@ long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &
         cell.setCellType(ColourTypeId());
         cell.setCellTypeParam(ug::ParamEditable);
     }
+    return cell;
+}
 
-    const QString prompt = LocalizedPrompt(parameter);
+QString CDefParmsGrid::ShownValue(const GuiParameterLine &parameter, const std::string &value)
+{
+    // Only a value among the choices is shown translated, so that any other
+    // value is stored back as it came.
+    if (isChoice(parameter)) {
+        for (const std::string &choice : choicesOf(parameter)) {
+            if (choice == value)
+                return localized(choice);
+        }
+    }
+    return fromNarrow(value);
+}
+
+const std::map<QString, std::string> *CDefParmsGrid::StoredChoicesOf(const std::string &name)
+{
+    const GuiParameterLine *parameter = ParameterOf(name);
+    if (!parameter || !isChoice(*parameter))
+        return nullptr;
+    auto [stored, added] = m_storedChoices.try_emplace(name);
+    if (added) {
+        for (const std::string &choice : choicesOf(*parameter)) {
+            if (const QString entry = localized(choice); entry != fromNarrow(choice))
+                stored->second.emplace(entry, choice);
+        }
+    }
+    return stored->second.empty() ? nullptr : &stored->second;
+}
+
+long CDefParmsGrid::rememberParameter(long row, const GuiParameterLine &parameter)
+{
     // The cell's text margins and a little air.
-    m_promptWidth = std::max(m_promptWidth, fontMetrics().horizontalAdvance(prompt) + 12);
-    const long row = AppendRowTexts({prompt, shown});
-    if (row < 0)
-        return row;
-    CUGCell valueCell;
-    GetCell(kValueColumn, row, valueCell);
-    valueCell.addInfoFrom(cell);
-    SetCell(kValueColumn, row, valueCell);
+    m_promptWidth = std::max(m_promptWidth, fontMetrics().horizontalAdvance(LocalizedPrompt(parameter)) + 12);
     if (m_rowNames.size() <= std::size_t(row))
         m_rowNames.resize(std::size_t(row) + 1);
     m_rowNames[std::size_t(row)] = parameter.name;
     m_parameters[parameter.name] = parameter;
+    return row;
+}
+
+long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &value)
+{
+    const GuiParameterLine parameter = ParseParameterLine(line);
+    const long row = AppendRowTexts({LocalizedPrompt(parameter), ShownValue(parameter, value)});
+    if (row < 0)
+        return row;
+    CUGCell valueCell;
+    GetCell(kValueColumn, row, valueCell);
+    valueCell.addInfoFrom(ValueCellOf(parameter));
+    SetCell(kValueColumn, row, valueCell);
+    rememberParameter(row, parameter);
 
     if (typeIs(parameter, "DISABLE")) {
         m_disableRow = row;
@@ -179,6 +204,65 @@ long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &
         applyRuleTo(row, *ruleOn);
     }
     return row;
+}
+
+void CDefParmsGrid::LoadParameters(const StringList &names, const std::map<std::string, std::string> &values)
+{
+    if (!m_format)
+        return;
+    const long first = GetRowCount();
+    const std::size_t firstRecord = m_loaded.size();
+    for (const std::string &name : names) {
+        const long row = first + long(m_loaded.size() - firstRecord);
+        const GuiParameterLine &parameter = m_parameters[name] = m_format->getDeflineParmLine(name);
+        const auto found = values.find(name);
+        m_loaded.push_back({parameter.name, found != values.end() ? found->second : m_format->getDeflineParmDefault(name),
+                            {}, {}});
+        rememberParameter(row, parameter);
+        // The rule comes to the rows as they are made.
+        if (typeIs(parameter, "DISABLE"))
+            m_disableRow = row;
+    }
+    AppendLoadedRows(firstRecord, long(m_loaded.size() - firstRecord));
+}
+
+QString CDefParmsGrid::LoadedText(std::size_t record, int column)
+{
+    LoadedParameter &loaded = m_loaded[record];
+    const GuiParameterLine *parameter = ParameterOf(loaded.name);
+    if (!parameter)
+        return {};
+    std::optional<QString> &text = column == kPromptColumn ? loaded.prompt : loaded.shown;
+    if (column != kPromptColumn && column != kValueColumn)
+        return {};
+    if (!text)
+        text = column == kPromptColumn ? LocalizedPrompt(*parameter) : ShownValue(*parameter, loaded.value);
+    return *text;
+}
+
+bool CDefParmsGrid::IsLoadedCellEnabled(std::size_t record, int column)
+{
+    const GuiParameterLine *parameter = ParameterOf(m_loaded[record].name);
+    if (column != kValueColumn || !parameter || m_loaded[record].name == ParameterNameOf(m_disableRow))
+        return true;
+    const std::optional<bool> ruleOn = disableRuleOn();
+    return !ruleOn || ParameterEnabledByRule(*parameter, *ruleOn);
+}
+
+void CDefParmsGrid::MakeLoadedRow(long row, std::size_t record)
+{
+    // As AddParameterRow left the row, with the rule as it stands.
+    const GuiParameterLine *parameter = ParameterOf(m_loaded[record].name);
+    if (!parameter)
+        return;
+    SetCellText(kPromptColumn, row, LoadedText(record, kPromptColumn));
+    SetCellText(kValueColumn, row, LoadedText(record, kValueColumn));
+    CUGCell valueCell;
+    GetCell(kValueColumn, row, valueCell);
+    valueCell.addInfoFrom(ValueCellOf(*parameter));
+    SetCell(kValueColumn, row, valueCell);
+    if (const std::optional<bool> ruleOn = disableRuleOn())
+        applyRuleTo(row, *ruleOn);
 }
 
 void CDefParmsGrid::ShowRow(long row, bool shown)
@@ -210,10 +294,9 @@ const GuiParameterLine *CDefParmsGrid::ParameterOf(const std::string &name) cons
 std::string CDefParmsGrid::GetParameterValue(long row)
 {
     const QString text = GetCellString(row, kValueColumn);
-    const auto choices = m_storedChoices.find(ParameterNameOf(row));
-    if (choices != m_storedChoices.end()) {
-        const auto stored = choices->second.find(text);
-        if (stored != choices->second.end())
+    if (const std::map<QString, std::string> *choices = StoredChoicesOf(ParameterNameOf(row))) {
+        const auto stored = choices->find(text);
+        if (stored != choices->end())
             return stored->second;
     }
     return toNarrow(text);

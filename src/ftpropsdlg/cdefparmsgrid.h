@@ -75,6 +75,10 @@ public:
     // Appends a row for the parameter `line` defines, showing the stored
     // `value`; its index.
     long AddParameterRow(const std::string &line, const std::string &value);
+    // Appends a row for each named parameter of the format, showing its
+    // value in `values` (else its default), as AddParameterRow would - each
+    // made when shown or touched.
+    void LoadParameters(const StringList &names, const std::map<std::string, std::string> &values);
     // The row's value as it is stored: a localised choice untranslated.
     std::string GetParameterValue(long row);
     // The parameter a row shows; empty past the rows.
@@ -121,7 +125,20 @@ protected:
     int OnAllowCellMove(int oldColumn, long oldRow, int newColumn, long newRow) override;
     void OnLayoutComponents(Layout &layout) override;
 
+    QString LoadedText(std::size_t record, int column) override;
+    bool IsLoadedCellEnabled(std::size_t record, int column) override;
+    void MakeLoadedRow(long row, std::size_t record) override;
+
 private:
+    // The value cell's type, list and mask for a parameter.
+    CUGCell ValueCellOf(const GuiParameterLine &parameter);
+    // What the value cell shows for a stored value.
+    static QString ShownValue(const GuiParameterLine &parameter, const std::string &value);
+    // A choice parameter's stored choices by their shown text, where the
+    // two differ; null when none does.
+    const std::map<QString, std::string> *StoredChoicesOf(const std::string &name);
+    // Notes the parameter a row shows; the row.
+    long rememberParameter(long row, const GuiParameterLine &parameter);
     // Whether the disable rule is on now.
     std::optional<bool> disableRuleOn();
     void applyRuleTo(long row, bool ruleOn);
@@ -130,9 +147,18 @@ private:
     const FTPropsFormatInfo *m_format;
     CFeatTypePropsDlg *m_dialog;
     std::unordered_map<std::string, GuiParameterLine> m_parameters;
-    // Per parameter: shown (localised) choice text to the stored one, for
-    // the choices whose translation differs.
+    // Per choice parameter: shown (localised) choice text to the stored
+    // one, for the choices whose translation differs; made when first asked.
     std::unordered_map<std::string, std::map<QString, std::string>> m_storedChoices;
+    // The rows LoadParameters loaded, by record, with their texts once made.
+    struct LoadedParameter
+    {
+        std::string name;
+        std::string value;
+        std::optional<QString> prompt;
+        std::optional<QString> shown;
+    };
+    std::vector<LoadedParameter> m_loaded;
     std::vector<std::string> m_rowNames;
     long m_disableRow = kNoDisableRow;
     // What the longest prompt shown since the format was set needs, in

@@ -1,5 +1,6 @@
 #include "ftpropsdlg/cfeattypepropsattrs.h"
 
+#include "attrtypes/attrtype.h"
 #include "attrtypes/datatypemappings.h"
 #include "attrtypes/typestring.h"
 #include "ftprops/namerules.h"
@@ -49,20 +50,40 @@ bool CFeatTypePropsAttrs::OnInitDialog()
     return true;
 }
 
+// The rows as loaded, known by their attributes' names and their type
+// columns as KnownRowTypes asks for them.
+class CFeatTypePropsAttrs::LoadedTypes final : public KnownRowTypes::Loaded
+{
+public:
+    LoadedTypes(CFeatTypePropsAttrs &page, CAttrGrid &grid)
+        : m_page(page)
+        , m_grid(grid)
+    {
+    }
+    std::size_t count() const override { return m_grid.loadedAttributes().size(); }
+    QString name(std::size_t index) const override { return m_grid.LoadedName(index); }
+    KnownRowTypes::Given given(std::size_t index) const override
+    {
+        return {m_grid.LoadedTypeKey(index), m_page.LoadedTypeTexts(index), true};
+    }
+
+private:
+    CFeatTypePropsAttrs &m_page;
+    CAttrGrid &m_grid;
+};
+
 void CFeatTypePropsAttrs::LoadRows()
 {
-    const int listMode = m_format->getTypeListMode();
-    std::vector<UserAttributeTypes> loaded;
+    // The generic types are read when a row is written or compared.
+    std::vector<UserAttributeTypes> loaded = m_schema->getUserAttributes(false);
+    m_loadedGenerics.assign(loaded.size(), std::nullopt);
     // A type's suffix is its domain: the domains the schema uses are the
     // ones the domain column offers, so that each is shown and kept.
     StringList domains;
-    for (std::string &name : m_schema->getAttributeNames(true, false)) {
-        std::string type = m_schema->getAttributeType(name);
-        std::string generic = m_schema->getGenericAttributeType(name);
-        if (const std::string suffix = parseType(type, listMode).suffix;
+    for (const UserAttributeTypes &attribute : loaded) {
+        if (const std::string_view suffix = typeSuffix(attribute.type);
             !suffix.empty() && std::find(domains.begin(), domains.end(), suffix) == domains.end())
-            domains.push_back(suffix);
-        loaded.push_back({std::move(name), std::move(type), std::move(generic)});
+            domains.emplace_back(suffix);
     }
     auto *grid = new CAttrGrid(m_schema, m_format, registryOf(*m_format), std::move(domains));
     if (!grid->AttachToDialogItem(this, kIdGrid)) {
@@ -70,23 +91,38 @@ void CFeatTypePropsAttrs::LoadRows()
         return;
     }
     m_grid = grid;
-    const DataTypeMappings &registry = registryOf(*m_format);
-    for (const UserAttributeTypes &attribute : loaded) {
-        const std::unique_ptr<AttrType> type = registry.createType(attribute.type, listMode);
-        const long row = grid->AppendLoadedRow(fromNarrow(attribute.name), type.get(), fromNarrow(attribute.type));
-        if (row < 0)
-            break;
-        m_knownTypes.remember(m_format->getId(), fromNarrow(attribute.name),
-                              {grid->TypeKey(row), {attribute.type, attribute.generic}, true});
-    }
+    // Each row shows its attribute as the schema holds it, and is known
+    // by those texts, read only when a row needs them.
+    grid->LoadAttributes(std::move(loaded));
+    m_loadedTypes = std::make_unique<LoadedTypes>(*this, *grid);
+    m_knownTypes.rememberLoaded(m_format->getId(), *m_loadedTypes);
     grid->SetTypeNote([this](long row) { return TypeNote(row); });
     grid->EnableGrid(editable());
     ConnectGridRowButtons(*this, *grid, editable());
     connect(grid, &CAttrGrid::nameReplaced, this, [this](const QString &before, const QString &after) {
         m_dialog->AttributeRenamed(toNarrow(before), toNarrow(after));
     });
-    for (const UserAttributeTypes &attribute : loaded)
-        m_dialog->AttributeRenamed({}, attribute.name);
+}
+
+AttributeTypeTexts CFeatTypePropsAttrs::LoadedTypeTexts(std::size_t record)
+{
+    const UserAttributeTypes &attribute = m_grid->loadedAttributes()[record];
+    std::optional<std::string> &generic = m_loadedGenerics[record];
+    if (!generic)
+        generic = m_schema->getGenericAttributeType(attribute.name);
+    return {attribute.type, *generic};
+}
+
+bool CFeatTypePropsAttrs::WasLoaded(const std::string &name) const
+{
+    if (!m_grid)
+        return false;
+    if (!m_loadedNames) {
+        m_loadedNames.emplace();
+        for (const UserAttributeTypes &attribute : m_grid->loadedAttributes())
+            m_loadedNames->insert(attribute.name);
+    }
+    return m_loadedNames->contains(name);
 }
 
 StringList CFeatTypePropsAttrs::GetAttributeNames() const
@@ -104,6 +140,9 @@ const KnownRowTypes::Given *CFeatTypePropsAttrs::KnownType(long row)
 
 std::optional<AttributeTypeTexts> CFeatTypePropsAttrs::RowTypeTexts(long row)
 {
+    // An untouched row is its attribute as the schema held it.
+    if (const std::optional<std::size_t> record = m_grid->LoadedRecordOf(row))
+        return LoadedTypeTexts(*record);
     // The attribute's own texts first; a type the format reads is written
     // in its own words rather than in another attribute's spelling of it.
     if (const KnownRowTypes::Given *own = m_knownTypes.ofName(
@@ -154,6 +193,8 @@ bool CFeatTypePropsAttrs::ValidatePage()
             return Refuse(row, CAttrGrid::kNameColumn, loadResourceString(res::AttributeNameRequired));
         // A type as the schema held it, or one the format has no word for,
         // is written as it was, whatever the format reads of it.
+        if (m_grid->LoadedAttributeOf(row))
+            continue;
         if (const KnownRowTypes::Given *known = KnownType(row); known && known->asItIs)
             continue;
         const QString typeName = m_grid->GetCellString(row, typeColumn);
@@ -216,7 +257,9 @@ void CFeatTypePropsAttrs::WriteToSchema(FTPropsSchemaInfo &target, const StringL
     // Each row as (its name on the page, what is written).
     std::vector<std::pair<std::string, UserAttributeTypes>> rows;
     for (long row = 0; row < m_grid->attributeRowCount(); ++row) {
-        const std::string pageName = toNarrow(m_grid->GetCellString(row, CAttrGrid::kNameColumn));
+        const UserAttributeTypes *loaded = m_grid->LoadedAttributeOf(row);
+        const std::string pageName
+            = loaded ? loaded->name : toNarrow(m_grid->GetCellString(row, CAttrGrid::kNameColumn));
         const std::optional<AttributeTypeTexts> texts = RowTypeTexts(row);
         // Validation refused both before OK got here.
         if (pageName.empty() || !texts)
@@ -289,6 +332,8 @@ void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
     // The grid's history starts afresh with the rows in the new format's
     // words: a step taken in the old one's would undo into types and names
     // the new format does not have. Moving back brings the rows back.
+    // Every row is rewritten, from cells made in the old format's terms.
+    m_grid->MakeLoadedRows();
     // What every row is in the old format, before the grid forgets it.
     const long rows = m_grid->attributeRowCount();
     std::vector<QStringList> oldTexts;

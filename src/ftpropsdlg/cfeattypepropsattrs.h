@@ -22,6 +22,8 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace vyr {
@@ -61,6 +63,11 @@ public:
     virtual void ChangeFormat(const FTPropsFormatInfo *format);
     // The non-empty names of the rows, in row order.
     StringList GetAttributeNames() const;
+    // Whether the schema had an attribute of this name when the page opened.
+    bool WasLoaded(const std::string &name) const;
+    // The types the schema held for a loaded attribute (the grid's record),
+    // the generic one read when first asked for.
+    AttributeTypeTexts LoadedTypeTexts(std::size_t record);
 
     CAttrGrid *grid() const { return m_grid; }
     // Whether the rows may be changed (and are written).
@@ -95,7 +102,13 @@ private:
     const FTPropsFormatInfo *m_format;
     CFeatTypePropsDlg *m_dialog;
     CAttrGrid *m_grid = nullptr;
+    class LoadedTypes;
+    std::unique_ptr<LoadedTypes> m_loadedTypes;
     KnownRowTypes m_knownTypes;
+    // The generic types of the loaded attributes, by record, once read.
+    std::vector<std::optional<std::string>> m_loadedGenerics;
+    // The loaded attributes' names, gathered when first asked about.
+    mutable std::optional<std::unordered_set<std::string>> m_loadedNames;
     FormatForms m_rowForms;
     // Stands in for the registry of a format that has no type mappings.
     std::unique_ptr<DataTypeMappings> m_emptyRegistry;

@@ -126,6 +126,20 @@ bool CFeatTypePropsDlg::OnInitDialog()
         connect(shortcut, &QShortcut::activated, this, [this, step = pageKey.step] { TurnPage(step); });
     }
 
+    // The pages read the schema as they open: the record may read its
+    // names once for all of them.
+    struct Reading
+    {
+        FTPropsSchemaInfo &schema;
+        explicit Reading(FTPropsSchemaInfo &record)
+            : schema(record)
+        {
+            schema.beginReading();
+        }
+        ~Reading() { schema.endReading(); }
+        Reading(const Reading &) = delete;
+        Reading &operator=(const Reading &) = delete;
+    } reading(*m_schema);
     if (m_currentFormat->isSource())
         m_general = std::make_unique<CFeatTypePropsGeneralSource>(m_schema, m_currentFormat, this);
     else
@@ -443,6 +457,11 @@ void CFeatTypePropsDlg::AttributeRenamed(const std::string &before, const std::s
         m_general->RenameAttribute(before, after);
     if (m_parameters)
         m_parameters->RenameAttribute(before, after);
+}
+
+bool CFeatTypePropsDlg::WasAttribute(const std::string &name) const
+{
+    return m_attributesSeen.contains(name) || (m_attributes && m_attributes->WasLoaded(name));
 }
 
 StringList CFeatTypePropsDlg::PageAttributeNames() const

@@ -109,7 +109,7 @@ public:
     // Whether the User Attributes page had an attribute of this name at some
     // time: a parameter naming one the page no longer has names a deleted
     // attribute.
-    bool WasAttribute(const std::string &name) const { return m_attributesSeen.contains(name); }
+    bool WasAttribute(const std::string &name) const;
 
     void OnOK() override;
     // Cancel, Escape and the close box: the feature type is left as the

@@ -8,6 +8,7 @@
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 #include "uikit/dialogutils.h"
 #include "uikit/dropdowncombobox.h"
+#include "uikit/namelistmodel.h"
 #include "uikit/narrowtext.h"
 #include "uikit/resourcelibrary.h"
 
@@ -16,6 +17,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_set>
 
 namespace vyr {
 namespace {
@@ -78,11 +81,15 @@ bool CFeatTypePropsGeneralDest::OnInitDialog()
     SelectComboItem(m_dataset.orStandIn(), fromNarrow(m_format->getFormatLongName()));
     m_dataset->setEnabled(m_dataset->count() >= 2);
 
-    FillFanoutChoices(m_schema->getAttributeNames(true, true));
+    m_fanoutChoices = new NameListModel(m_fanoutAttribute.orStandIn());
+    m_fanoutAttribute->setModel(m_fanoutChoices);
+    FillFanoutChoices(m_schema->getAttributeNames(true, true), true);
     m_fanoutAttribute->setCurrentIndex(-1);
     m_fanout->setChecked(m_schema->isFanout());
     m_fanoutWanted = m_schema->isFanout();
-    SelectComboItem(m_fanoutAttribute.orStandIn(), fromNarrow(m_schema->getFanoutAttribute()));
+    // The schema's name as the items hold it: no item's text is made.
+    if (const int chosen = m_fanoutChoices->rowOfName(m_schema->getFanoutAttribute()); chosen >= 0)
+        m_fanoutAttribute->setCurrentIndex(chosen);
 
     m_schemaSources = m_schema->getSchemaSources();
     StringList shown;
@@ -138,22 +145,24 @@ void CFeatTypePropsGeneralDest::UpdateFanoutControls(const FTPropsFormatInfo *fo
     }
 }
 
-void CFeatTypePropsGeneralDest::FillFanoutChoices(const StringList &names)
+void CFeatTypePropsGeneralDest::FillFanoutChoices(const StringList &names, bool distinct)
 {
-    StringList all = m_extraFanoutNames;
-    all.insert(all.end(), names.begin(), names.end());
-    // A schema of thousands of attributes: each name is looked up once.
-    QStringList added;
-    QSet<QString> seen;
-    seen.reserve(qsizetype(all.size()));
-    for (const std::string &name : all) {
-        const QString item = fromNarrow(name);
-        if (!seen.contains(item)) {
-            seen.insert(item);
-            added.append(item);
-        }
+    std::vector<std::string> added;
+    added.reserve(m_extraFanoutNames.size() + names.size());
+    // A schema of thousands of attributes: each name is looked up once, and
+    // only what may repeat is looked up at all.
+    std::unordered_set<std::string_view> seen;
+    for (const std::string &name : m_extraFanoutNames) {
+        if (seen.insert(name).second)
+            added.push_back(name);
     }
-    m_fanoutAttribute->addItems(added);
+    const std::size_t extras = seen.size();
+    for (const std::string &name : names) {
+        const bool repeated = distinct ? extras > 0 && seen.contains(name) : !seen.insert(name).second;
+        if (!repeated)
+            added.push_back(name);
+    }
+    m_fanoutChoices->appendNames(std::move(added));
 }
 
 void CFeatTypePropsGeneralDest::RefillFanoutChoices()

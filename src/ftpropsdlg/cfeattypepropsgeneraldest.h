@@ -13,6 +13,7 @@
 namespace vyr {
 
 class DropDownComboBox;
+class NameListModel;
 
 class CFeatTypePropsGeneralDest final : public CFeatTypePropsGeneral
 {
@@ -43,8 +44,8 @@ public:
 
     void UpdateFanoutControls(const FTPropsFormatInfo *format);
     // Adds the extra fan-out names and `names` to the fan-out choices, each
-    // once.
-    void FillFanoutChoices(const StringList &names);
+    // once; `distinct`: `names` hold each name once already.
+    void FillFanoutChoices(const StringList &names, bool distinct = false);
 
     // The commands behind the page's buttons.
     void OnDynamicToggled();
@@ -70,6 +71,8 @@ private:
 
     DialogControl<QCheckBox> m_fanout;
     DialogControl<QComboBox> m_fanoutAttribute;
+    // The fan-out choices: all the attributes' names, shown when needed.
+    NameListModel *m_fanoutChoices = nullptr;
     DialogControl<QCheckBox> m_dynamic;
     DialogControl<QLineEdit> m_schemaSourcesDisplay;
     DialogControl<QPushButton> m_chooseSchemaSources;

@@ -63,7 +63,7 @@ void CFeatTypePropsParms::deriveSwitches(const FTPropsFormatInfo &format, std::m
     bool enablesAny = false;
     bool valueGiven = false;
     for (const std::string &name : names) {
-        if (TurnedOnBySwitch(ParseParameterLine(format.getDeflineParm(name)))) {
+        if (TurnedOnBySwitch(format.getDeflineParmLine(name))) {
             enablesAny = true;
             valueGiven = valueGiven || !values[name].empty();
         }
@@ -71,7 +71,7 @@ void CFeatTypePropsParms::deriveSwitches(const FTPropsFormatInfo &format, std::m
     if (!enablesAny)
         return;
     for (const std::string &name : names) {
-        if (ParseParameterLine(format.getDeflineParm(name)).type == "DISABLE")
+        if (format.getDeflineParmLine(name).type == "DISABLE")
             values[name] = valueGiven ? "Yes" : "No";
     }
 }
@@ -105,12 +105,7 @@ void CFeatTypePropsParms::fillRows(const FTPropsFormatInfo *format, const std::m
         return;
     m_grid->BeginBatch();
     m_grid->RemoveAllRows();
-    for (const std::string &name : m_names) {
-        const auto found = values.find(name);
-        m_grid->AddParameterRow(format->getDeflineParm(name),
-                                found != values.end() ? found->second : format->getDeflineParmDefault(name));
-    }
-    m_grid->ApplyDisableRule();
+    m_grid->LoadParameters(m_names, values);
     m_grid->EndBatch();
     showRows();
 }
@@ -212,20 +207,20 @@ bool CFeatTypePropsParms::ValidatePage()
     const std::map<std::string, std::string> values = ParameterValues();
     // A switch that is Yes with nothing it enables given reads back as No.
     for (const std::string &name : m_names) {
-        const GuiParameterLine line = ParseParameterLine(m_format->getDeflineParm(name));
+        const GuiParameterLine line = m_format->getDeflineParmLine(name);
         if (line.type != "DISABLE" || values.at(name) == "No")
             continue;
         std::optional<std::string> firstEnabled;
         bool given = false;
         for (const std::string &other : m_names) {
-            if (!TurnedOnBySwitch(ParseParameterLine(m_format->getDeflineParm(other))))
+            if (!TurnedOnBySwitch(m_format->getDeflineParmLine(other)))
                 continue;
             if (!firstEnabled)
                 firstEnabled = other;
             given = given || !values.at(other).empty();
         }
         if (firstEnabled && !given) {
-            const GuiParameterLine enabled = ParseParameterLine(m_format->getDeflineParm(*firstEnabled));
+            const GuiParameterLine enabled = m_format->getDeflineParmLine(*firstEnabled);
             return Refuse(*firstEnabled, formatResourceString(res::SwitchNeedsValue,
                                                               {CDefParmsGrid::LocalizedPrompt(line),
                                                                CDefParmsGrid::LocalizedPrompt(enabled)}));
@@ -238,7 +233,7 @@ bool CFeatTypePropsParms::ValidatePage()
         return true;
     const StringList present = attributes->GetAttributeNames();
     for (const std::string &name : m_names) {
-        const GuiParameterLine line = ParseParameterLine(m_format->getDeflineParm(name));
+        const GuiParameterLine line = m_format->getDeflineParmLine(name);
         if (!namesAttributes(line))
             continue;
         for (const std::string &attribute : attributesIn(values.at(name))) {
@@ -287,10 +282,10 @@ void CFeatTypePropsParms::WriteToSchema(FTPropsSchemaInfo &target, const std::se
     const std::map<std::string, std::string> values = ParameterValues();
     StringList considered;
     for (const std::string &name : m_names) {
-        const std::string line = targetFormat->getDeflineParm(name);
         // A switch is never stored; writing one could only remove what an
         // older file holds.
-        if (!line.empty() && ParseParameterLine(line).type != "DISABLE" && (!names || names->contains(name)))
+        if (!targetFormat->getDeflineParm(name).empty() && targetFormat->getDeflineParmLine(name).type != "DISABLE"
+            && (!names || names->contains(name)))
             considered.push_back(name);
     }
     // Only what differs from what the feature type has: a value left as it
@@ -304,7 +299,7 @@ void CFeatTypePropsParms::WriteToSchema(FTPropsSchemaInfo &target, const std::se
         const std::string &value = values.at(name);
         if (current.at(name) == value)
             continue;
-        if (names && namesAttributes(ParseParameterLine(targetFormat->getDeflineParm(name)))) {
+        if (names && namesAttributes(targetFormat->getDeflineParmLine(name))) {
             const StringList named = attributesIn(value);
             if (!std::all_of(named.begin(), named.end(),
                              [&](const std::string &attribute) { return contains(targetAttributes, attribute); }))

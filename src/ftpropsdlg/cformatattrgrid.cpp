@@ -54,20 +54,54 @@ void CFormatAttrGrid::Fill()
     names.erase(std::unique(names.begin(), names.end()), names.end());
     const StringList exposedNames = m_schema->getAttributeNames(false, true);
     const std::unordered_set<std::string> exposed(exposedNames.begin(), exposedNames.end());
-    const StringList allNames = m_schema->getAttributeNames(true, true);
-    for (const std::string &name : names) {
+    // Only a name with braces can be an element of a list: the thousands of
+    // plain user attributes need no look.
+    StringList braced;
+    for (std::string &name : m_schema->getAttributeNames(true, true)) {
+        if (name.find('{') != std::string::npos)
+            braced.push_back(std::move(name));
+    }
+    m_loaded.clear();
+    m_loaded.reserve(names.size());
+    for (std::string &name : names) {
         const bool list = ListElements::isList(name);
         // The mask bounds what is typed, not what the schema already exposes:
         // a count cut here would delete elements on OK.
-        const int count = list ? ListElements(name).countIn(allNames) : 0;
+        const int count = list ? ListElements(name).countIn(braced) : 0;
         // A list is exposed by its elements; the "{}" name alone exposes
         // none of them.
         const bool checked = list ? count > 0 : exposed.contains(name);
-        const long row =
-            AppendRowTexts({checked ? kChecked : kUnchecked, fromNarrow(name), QString::number(count)});
-        EnableCell(kCountColumn, row, list);
+        m_loaded.push_back({checked, std::move(name), count});
     }
+    AppendLoadedRows(0, long(m_loaded.size()));
     RepaintAll();
+}
+
+QString CFormatAttrGrid::LoadedText(std::size_t record, int column)
+{
+    const Row &loaded = m_loaded[record];
+    switch (column) {
+    case kExposedColumn:
+        return loaded.checked ? kChecked : kUnchecked;
+    case kNameColumn:
+        return fromNarrow(loaded.name);
+    case kCountColumn:
+        return QString::number(loaded.count);
+    default:
+        return {};
+    }
+}
+
+bool CFormatAttrGrid::IsLoadedCellEnabled(std::size_t record, int column)
+{
+    return column != kCountColumn || ListElements::isList(m_loaded[record].name);
+}
+
+void CFormatAttrGrid::MakeLoadedRow(long row, std::size_t record)
+{
+    for (const int column : {kExposedColumn, kNameColumn, kCountColumn})
+        SetCellText(column, row, LoadedText(record, column));
+    EnableCell(kCountColumn, row, IsLoadedCellEnabled(record, kCountColumn));
 }
 
 void CFormatAttrGrid::CheckAll(bool checked)

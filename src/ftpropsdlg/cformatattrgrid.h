@@ -12,6 +12,10 @@
 #include "ftprops/ftpropsschemainfo.h"
 #include "uikit/cvvyrgrid.h"
 
+#include <optional>
+#include <string>
+#include <vector>
+
 namespace vyr {
 
 class CFormatAttrGrid : public CVVyrGrid
@@ -49,10 +53,15 @@ protected:
     void OnGridInit() override;
     void OnCellChange(int column, long row, ug::TextSource source) override;
     void OnLayoutComponents(Layout &layout) override;
+    QString LoadedText(std::size_t record, int column) override;
+    bool IsLoadedCellEnabled(std::size_t record, int column) override;
+    void MakeLoadedRow(long row, std::size_t record) override;
 
 private:
     FTPropsSchemaInfo *m_schema;
     const FTPropsFormatInfo *m_format;
+    // The rows Fill loaded, each made when shown or touched.
+    std::vector<Row> m_loaded;
 };
 
 } // namespace vyr

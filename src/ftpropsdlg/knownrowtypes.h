@@ -14,6 +14,7 @@
 #include <QHash>
 #include <QString>
 
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -33,7 +34,21 @@ public:
         bool asItIs = true;
     };
 
+    // The rows a page loaded in a format, in row order, as remember would
+    // have been told of each in turn; each is read only when a question
+    // needs it.
+    class Loaded
+    {
+    public:
+        virtual ~Loaded();
+        virtual std::size_t count() const = 0;
+        virtual QString name(std::size_t index) const = 0;
+        virtual Given given(std::size_t index) const = 0;
+    };
+
     void remember(const std::string &formatId, const QString &name, const Given &given);
+    // Before any remember of the format; `loaded` must outlive this.
+    void rememberLoaded(const std::string &formatId, const Loaded &loaded);
     // What the attribute `name` was given in the format, when its columns
     // still show `key`.
     const Given *ofName(const std::string &formatId, const QString &name, const QString &key) const;
@@ -45,8 +60,18 @@ private:
     {
         QHash<QString, Given> byName;
         QHash<QString, Given> byKey;
+        // Rows loaded and not yet told one by one: the rows by name (the
+        // last of a name) and by key (the first), gathered when first asked.
+        const Loaded *loaded = nullptr;
+        std::optional<QHash<QString, std::size_t>> loadedByName;
+        std::optional<QHash<QString, std::size_t>> loadedByKey;
+        std::unordered_map<std::size_t, Given> loadedGiven;
     };
-    std::unordered_map<std::string, OfFormat> m_formats;
+    const Given &loadedGiven(OfFormat &format, std::size_t index) const;
+    // Tells the loaded rows one by one, as remember.
+    static void rememberEach(OfFormat &format);
+    static void add(OfFormat &format, const QString &name, const Given &given);
+    mutable std::unordered_map<std::string, OfFormat> m_formats;
 };
 
 } // namespace vyr

@@ -17,6 +17,24 @@
 
 namespace vyr {
 
+// Hands the row store's questions to the grid's hooks.
+class CVVyrGrid::RowLoader final : public GridRowStore::Loader
+{
+public:
+    explicit RowLoader(CVVyrGrid &grid)
+        : m_grid(grid)
+    {
+    }
+    QString LoadedText(std::size_t record, int column) override { return m_grid.LoadedText(record, column); }
+    void MakeLoadedRow(long row, std::size_t record, bool restyled) override
+    {
+        m_grid.makeLoadedRow(row, record, restyled);
+    }
+
+private:
+    CVVyrGrid &m_grid;
+};
+
 CellActionHandler::~CellActionHandler() = default;
 void CellActionHandler::OnBrowse(CVVyrGrid &, int, long, CUGCell &) {}
 void CellActionHandler::OnGetChoices(CVVyrGrid &, int, long, CUGCell &, QStringList &) {}
@@ -24,6 +42,8 @@ void CellActionHandler::OnChoiceSelected(CVVyrGrid &, int, long, CUGCell &, cons
 
 CVVyrGrid::CVVyrGrid(int columnCount, bool keepNewRow, QWidget *parent)
     : CUGCtrl(parent)
+    , m_rowLoader(std::make_unique<RowLoader>(*this))
+    , m_rowStore(*m_rowLoader)
     , m_columnCount(std::max(1, columnCount))
     , m_keepNewRow(keepNewRow)
     , m_editor(std::make_unique<CVVyrGridEdit>(this, GetGridWidget()))
@@ -39,6 +59,7 @@ CVVyrGrid::CVVyrGrid(int columnCount, bool keepNewRow, QWidget *parent)
         return true;
     }();
     (void)translated;
+    SetDefDataSource(&m_rowStore);
     readColours();
 }
 
@@ -177,17 +198,60 @@ void CVVyrGrid::EnableGrid(bool enable)
         SetColumnDefault(column, cell);
     }
     BeginBatch();
+    // Loaded rows take the look when they are made.
+    m_rowStore.MarkLoadedRows();
     for (long row = 0; row < GetRowCount(); ++row) {
-        for (int column = 0; column < GetColumnCount(); ++column) {
-            cell.clearAll();
-            GetCell(column, row, cell);
-            cell.addInfoFrom(isDisabledCell(cell) ? disabledCell : enabledCell);
-            SetCell(column, row, cell);
-        }
+        if (!LoadedRecordOf(row))
+            restyleRow(row, enabledCell, disabledCell);
     }
     EndBatch();
     RepaintAll();
 }
+
+void CVVyrGrid::restyleRow(long row, const CUGCell &enabledCell, const CUGCell &disabledCell)
+{
+    CUGCell cell;
+    for (int column = 0; column < GetColumnCount(); ++column) {
+        cell.clearAll();
+        GetCell(column, row, cell);
+        cell.addInfoFrom(isDisabledCell(cell) ? disabledCell : enabledCell);
+        SetCell(column, row, cell);
+    }
+}
+
+long CVVyrGrid::AppendLoadedRows(std::size_t firstRecord, long count)
+{
+    const long row = recordCount();
+    m_rowStore.LoadNextRows(firstRecord);
+    return InsertRows(row, count) == ug::Success ? row : -1;
+}
+
+void CVVyrGrid::MakeLoadedRows()
+{
+    for (long row = 0; row < GetRowCount() && m_rowStore.loadedRows() > 0; ++row)
+        m_rowStore.MakeRow(row);
+}
+
+void CVVyrGrid::makeLoadedRow(long row, std::size_t record, bool restyled)
+{
+    ++m_makingRow;
+    MakeLoadedRow(row, record);
+    if (restyled)
+        restyleRow(row, enabledLook(true, true), enabledLook(false, true));
+    --m_makingRow;
+}
+
+QString CVVyrGrid::LoadedText(std::size_t, int)
+{
+    return {};
+}
+
+bool CVVyrGrid::IsLoadedCellEnabled(std::size_t, int)
+{
+    return true;
+}
+
+void CVVyrGrid::MakeLoadedRow(long, std::size_t) {}
 
 bool CVVyrGrid::IsGridEnabled() const
 {
@@ -211,11 +275,15 @@ void CVVyrGrid::EnableCell(int column, long row, bool enable)
     cell.addInfoFrom(enabledLook(enable, false));
     cell.setPropertyFlag(kDisabledCellMark, !enable);
     SetCell(column, row, cell);
-    RepaintCell(column, row);
+    // A row being made is made for a paint under way.
+    if (!isMakingRow())
+        RepaintCell(column, row);
 }
 
 bool CVVyrGrid::IsCellEnabled(int column, long row)
 {
+    if (const std::optional<std::size_t> record = LoadedRecordOf(row); record && column >= 0 && column < GetColumnCount())
+        return IsLoadedCellEnabled(*record, column);
     CUGCell cell;
     GetCell(column, row, cell);
     return !isDisabledCell(cell);

@@ -23,12 +23,18 @@
 //
 // Subclasses give the columns their meaning through the hooks OnRowAdded,
 // OnCellChange, OnChoiceSelected, OnGetChoices and OnBrowse.
+//
+// A page of thousands of records loads them without making their cells
+// (AppendLoadedRows): a loaded row is a record of the subclass's row model,
+// its texts and enabled cells answered from the record, until it is shown
+// or touched; then MakeLoadedRow makes its cells, once (see gridrowstore.h).
 #ifndef VYR_UIKIT_CVVYRGRID_H
 #define VYR_UIKIT_CVVYRGRID_H
 
 #include "grid/cugctrl.h"
 #include "uikit/cellactionhandler.h"
 #include "uikit/gridhistory.h"
+#include "uikit/gridrowstore.h"
 #include "util/listpacking.h"
 
 #include <QColor>
@@ -36,6 +42,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace vyr {
@@ -97,6 +104,22 @@ public:
     // check that found something wrong there.
     void FocusCell(int column, long row);
 
+    // --- Rows loaded from the subclass's row model
+    // Opens `count` rows before the new row (or at the end) that show the
+    // records firstRecord, firstRecord + 1, ... No cell is made and no hook
+    // hears of them until a row is shown or touched: then MakeLoadedRow
+    // makes its cells. What reads only texts - find, the counts of a unique
+    // column, sorting, moving, copying, the checks before OK - leaves rows
+    // loaded. The index of the first row, or -1.
+    long AppendLoadedRows(std::size_t firstRecord, long count);
+    // The record a row shows while it is loaded; nothing once it is made.
+    std::optional<std::size_t> LoadedRecordOf(long row) const { return m_rowStore.recordOf(row); }
+    // Whether a loaded row's cells are being made (MakeLoadedRow runs).
+    bool isMakingRow() const { return m_makingRow > 0; }
+    // Makes every loaded row, before what reads and writes rows cell by
+    // cell throughout.
+    void MakeLoadedRows();
+
     // --- Rows, with a new row only
     // Deletes the current row and every row holding a selected cell.
     virtual void DeleteSelectedRows();
@@ -141,6 +164,18 @@ protected:
     virtual void OnGetChoices(int column, long row, QStringList &choices);
     // A browse button without a handler was used; the base does nothing.
     virtual int OnBrowse(int column, long row);
+    // The text of a loaded record's cell, exactly as MakeLoadedRow leaves
+    // it; the base has none.
+    virtual QString LoadedText(std::size_t record, int column);
+    // Whether a loaded record's cell is enabled once made; the base: yes.
+    virtual bool IsLoadedCellEnabled(std::size_t record, int column);
+    // Makes the cells of `row`, which shows a loaded record, exactly as
+    // loading the record into a blank row would have made them. A loaded
+    // row's cells must follow from its texts alone: a loaded row that takes
+    // another's texts (a sort, a move) is made as that record. What this
+    // writes is no step of the history, and the grid's look is laid over it
+    // afterwards as EnableGrid laid it over the rest. The base makes none.
+    virtual void MakeLoadedRow(long row, std::size_t record);
 
 public:
     // Keeps `handler` (not owned) in the cell's user value.
@@ -301,6 +336,10 @@ private:
     // The colours of an enabled or a disabled cell in the grid as it is
     // enabled now, and with `readOnlyToo` the grid's read-only state.
     CUGCell enabledLook(bool cellEnabled, bool readOnlyToo) const;
+    // Lays the grid's look over a row's stored cells, as EnableGrid does.
+    void restyleRow(long row, const CUGCell &enabledCell, const CUGCell &disabledCell);
+    // The row store asks for a loaded row's cells.
+    void makeLoadedRow(long row, std::size_t record, bool restyled);
     // Rows that hold a selected cell, with the current row, in order; with
     // `atEdit`, of the selection when the edit ending now began.
     std::vector<bool> markedRows(bool atEdit = false);
@@ -334,6 +373,11 @@ private:
     // Moves the selected rows one place: -1 up, 1 down.
     void moveSelectedRows(int step);
 
+    class RowLoader;
+    // The store's loader goes before the store, which holds on to it.
+    std::unique_ptr<RowLoader> m_rowLoader;
+    GridRowStore m_rowStore;
+    int m_makingRow = 0;
     int m_columnCount;
     bool m_keepNewRow;
     bool m_enabled = true;

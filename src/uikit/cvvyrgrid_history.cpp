@@ -27,7 +27,7 @@ CVVyrGrid::UndoStep::~UndoStep()
 
 void CVVyrGrid::OnCellWrite(int column, long row, const CUGCell &cell)
 {
-    if (m_replaying || column < 0 || row < 0 || row >= GetRowCount())
+    if (m_replaying || isMakingRow() || column < 0 || row < 0 || row >= GetRowCount())
         return;
     // Nothing to record and nothing to forget: the text need not be read.
     if (!m_history.isOpen() && !m_history.canUndo() && !m_history.canRedo())
@@ -53,6 +53,8 @@ void CVVyrGrid::OnRowsDeleting(long row, long count)
 {
     if (!m_replaying)
         m_history.recordRowsDeleted(row, count, m_history.isOpen() ? storedRows(row, count) : StoredRows());
+    // What undo puts back is made above; the rest goes unmade.
+    m_rowStore.ForgetRows(row, count);
 }
 
 void CVVyrGrid::OnRowTextsPermuted(long row, const std::vector<long> &order)
@@ -228,7 +230,7 @@ QString CVVyrGrid::SelectedRowsText()
         StringList fields;
         fields.reserve(std::size_t(GetColumnCount()));
         for (int column = 0; column < GetColumnCount(); ++column)
-            fields.push_back(GetCellText(column, row).toStdString());
+            fields.push_back(GetCellString(row, column).toStdString());
         table.push_back(std::move(fields));
     }
     return QString::fromStdString(formatTabularText(table));

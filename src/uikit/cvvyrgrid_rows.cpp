@@ -87,6 +87,8 @@ void CVVyrGrid::GetRowTexts(long row, QStringList &texts)
 
 QString CVVyrGrid::GetCellString(long row, int column)
 {
+    if (const std::optional<std::size_t> record = LoadedRecordOf(row); record && column >= 0 && column < GetColumnCount())
+        return LoadedText(*record, column);
     return GetCellText(column, row);
 }
 
@@ -204,7 +206,8 @@ void CVVyrGrid::moveRowTexts(long row, const std::vector<long> &order)
     if (PermuteRowTexts(row, order) != ug::Success)
         return;
     for (std::size_t i = 0; i < order.size(); ++i) {
-        if (order[i] == long(i))
+        // A row still loaded is made from the texts it took, when it is.
+        if (order[i] == long(i) || LoadedRecordOf(row + long(i)))
             continue;
         for (int column = 0; column < GetColumnCount(); ++column)
             OnCellChange(column, row + long(i), ug::TextRestored);
@@ -237,7 +240,7 @@ void CVVyrGrid::SortByColumn(int column)
     const long records = rows - 1;
     std::vector<QString> keys(static_cast<std::size_t>(records));
     for (long row = 0; row < records; ++row)
-        keys[std::size_t(row)] = GetCellText(column, row).toCaseFolded();
+        keys[std::size_t(row)] = GetCellString(row, column).toCaseFolded();
     std::vector<long> order(static_cast<std::size_t>(records));
     std::iota(order.begin(), order.end(), 0L);
     std::stable_sort(order.begin(), order.end(),
