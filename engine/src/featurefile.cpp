@@ -3,7 +3,6 @@
 #include "featurejsonreader.h"
 #include "vyrfeature.h"
 
-#include "stringobjects/vyrrwstringimp.h"
 #include "util/safefiles.h"
 
 #include <nlohmann/json.hpp>

@@ -18,8 +18,8 @@
 // than nlohmann's. What simdjson refuses goes to nlohmann, whose verdict on a
 // text has always decided what a feature file may be and which syntax
 // message a refusal gives: the texts nlohmann takes and simdjson does not
-// (integers beyond 64 bits, a byte order mark) are restated by nlohmann in
-// plain JSON and read from there.
+// (integers beyond 64 bits, a byte order mark, a null after the text) are
+// restated by nlohmann in plain JSON and read from there.
 
 namespace vyr::engine {
 namespace {
