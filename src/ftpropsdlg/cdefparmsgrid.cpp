@@ -10,8 +10,10 @@
 #include "vyr/IGuiPrompter.h"
 
 #include <QRegularExpression>
+#include <QResizeEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace vyr {
 
@@ -115,6 +117,7 @@ void CDefParmsGrid::RemoveAllRows()
     m_storedChoices.clear();
     m_rowNames.clear();
     m_loaded.clear();
+    m_unmeasured.clear();
     m_disableRow = kNoDisableRow;
 }
 
@@ -173,10 +176,31 @@ const std::map<QString, std::string> *CDefParmsGrid::StoredChoicesOf(const std::
     return stored->second.empty() ? nullptr : &stored->second;
 }
 
-long CDefParmsGrid::rememberParameter(long row, const GuiParameterLine &parameter)
+void CDefParmsGrid::measurePrompt(const QString &prompt)
 {
     // The cell's text margins and a little air.
-    m_promptWidth = std::max(m_promptWidth, fontMetrics().horizontalAdvance(LocalizedPrompt(parameter)) + 12);
+    m_promptWidth = std::max(m_promptWidth, fontMetrics().horizontalAdvance(prompt) + 12);
+}
+
+void CDefParmsGrid::measureLoadedPrompts()
+{
+    for (const std::size_t record : std::exchange(m_unmeasured, {}))
+        measurePrompt(LoadedText(record, kPromptColumn));
+}
+
+void CDefParmsGrid::showEvent(QShowEvent *event)
+{
+    CVVyrGrid::showEvent(event);
+    // Rows loaded while the grid was out of sight: the columns are laid out
+    // again with their prompts measured.
+    if (!m_unmeasured.empty()) {
+        QResizeEvent resize(size(), size());
+        resizeEvent(&resize);
+    }
+}
+
+long CDefParmsGrid::rememberParameter(long row, const GuiParameterLine &parameter)
+{
     if (m_rowNames.size() <= std::size_t(row))
         m_rowNames.resize(std::size_t(row) + 1);
     m_rowNames[std::size_t(row)] = parameter.name;
@@ -187,7 +211,9 @@ long CDefParmsGrid::rememberParameter(long row, const GuiParameterLine &paramete
 long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &value)
 {
     const GuiParameterLine parameter = ParseParameterLine(line);
-    const long row = AppendRowTexts({LocalizedPrompt(parameter), ShownValue(parameter, value)});
+    const QString prompt = LocalizedPrompt(parameter);
+    measurePrompt(prompt);
+    const long row = AppendRowTexts({prompt, ShownValue(parameter, value)});
     if (row < 0)
         return row;
     CUGCell valueCell;
@@ -218,6 +244,7 @@ void CDefParmsGrid::LoadParameters(const StringList &names, const std::map<std::
         const auto found = values.find(name);
         m_loaded.push_back({parameter.name, found != values.end() ? found->second : m_format->getDeflineParmDefault(name),
                             {}, {}});
+        m_unmeasured.push_back(m_loaded.size() - 1);
         rememberParameter(row, parameter);
         // The rule comes to the rows as they are made.
         if (typeIs(parameter, "DISABLE"))
@@ -464,6 +491,9 @@ void CDefParmsGrid::OnLayoutComponents(Layout &layout)
     // long as the values keep two fifths of the width and a third is left
     // for prompts in any case.
     const int width = layout.grid.width();
+    // Prompts are measured only when they can be seen.
+    if (isVisible())
+        measureLoadedPrompts();
     const int prompts = std::clamp(m_promptWidth, width / 3, std::max(width / 3, width * 3 / 5));
     SetColumnWidth(kPromptColumn, prompts);
     SetColumnWidth(kValueColumn, width - prompts);

@@ -66,6 +66,7 @@ public:
     {
         m_format = format;
         m_promptWidth = 0;
+        m_unmeasured.clear();
     }
     const FTPropsFormatInfo *format() const { return m_format; }
 
@@ -124,6 +125,7 @@ protected:
     // Every cell may be current; only enabled values take edits.
     int OnAllowCellMove(int oldColumn, long oldRow, int newColumn, long newRow) override;
     void OnLayoutComponents(Layout &layout) override;
+    void showEvent(QShowEvent *event) override;
 
     QString LoadedText(std::size_t record, int column) override;
     bool IsLoadedCellEnabled(std::size_t record, int column) override;
@@ -139,6 +141,10 @@ private:
     const std::map<QString, std::string> *StoredChoicesOf(const std::string &name);
     // Notes the parameter a row shows; the row.
     long rememberParameter(long row, const GuiParameterLine &parameter);
+    // The prompt column is as wide as the widest prompt shown since the
+    // format was set; a loaded row's prompt counts once it can be seen.
+    void measurePrompt(const QString &prompt);
+    void measureLoadedPrompts();
     // Whether the disable rule is on now.
     std::optional<bool> disableRuleOn();
     void applyRuleTo(long row, bool ruleOn);
@@ -164,6 +170,8 @@ private:
     // What the longest prompt shown since the format was set needs, in
     // pixels.
     int m_promptWidth = 0;
+    // Loaded rows (records) whose prompts are not measured yet.
+    std::vector<std::size_t> m_unmeasured;
 };
 
 } // namespace vyr

@@ -78,23 +78,30 @@ QHash<QString, long> &GridRowStore::loadedCounts(int column)
     return counted->second;
 }
 
+void GridRowStore::countRecord(std::size_t record, long by)
+{
+    for (auto &[column, counts] : m_loadedCounts) {
+        QString text = m_loader.LoadedText(record, column);
+        if (text.isEmpty())
+            continue;
+        const auto found = counts.find(text);
+        if (found == counts.end()) {
+            if (by > 0)
+                counts.insert(std::move(text), by);
+        } else if ((found.value() += by) <= 0) {
+            counts.erase(found);
+        }
+    }
+}
+
 void GridRowStore::uncountLoaded(long first, long count)
 {
     if (m_loadedCounts.empty())
         return;
     const long end = std::min(first + count, long(m_records.size()));
     for (long row = std::max(0L, first); row < end; ++row) {
-        const std::uint32_t entry = m_records[std::size_t(row)];
-        if (entry == kMade)
-            continue;
-        for (auto &[column, counts] : m_loadedCounts) {
-            const QString text = m_loader.LoadedText(entry & ~kMarked, column);
-            if (text.isEmpty())
-                continue;
-            const auto found = counts.find(text);
-            if (found != counts.end() && --found.value() == 0)
-                counts.erase(found);
-        }
+        if (const std::uint32_t entry = m_records[std::size_t(row)]; entry != kMade)
+            countRecord(entry & ~kMarked, -1);
     }
 }
 
@@ -121,12 +128,8 @@ long GridRowStore::InsertRows(long row, long count)
         for (long i = 0; i < inserted; ++i)
             at[i] = std::uint32_t(*firstRecord + std::size_t(i));
         m_loaded += inserted;
-        for (auto &[column, counts] : m_loadedCounts) {
-            for (long i = 0; i < inserted; ++i) {
-                if (QString text = m_loader.LoadedText(*firstRecord + std::size_t(i), column); !text.isEmpty())
-                    ++counts[std::move(text)];
-            }
-        }
+        for (long i = 0; i < inserted && !m_loadedCounts.empty(); ++i)
+            countRecord(*firstRecord + std::size_t(i), 1);
     } else if (std::size_t(row) < m_records.size()) {
         m_records.insert(m_records.begin() + row, std::size_t(inserted), kMade);
     }
@@ -166,38 +169,68 @@ int GridRowStore::DeleteCell(int column, long row)
 int GridRowStore::PermuteTexts(const std::vector<int> &columns, long firstRow, const std::vector<long> &order)
 {
     const std::size_t count = order.size();
-    if (m_loaded > 0 && firstRow >= 0) {
-        // Along each cycle of the order, a row takes the texts of the next.
-        // A cycle of loaded rows passes its records round; a cycle with a
-        // made row in it moves texts between made rows only.
-        std::vector<char> visited(count, 0);
-        std::vector<std::size_t> cycle;
-        for (std::size_t start = 0; start < count; ++start) {
-            if (visited[start] || order[start] == long(start))
-                continue;
-            cycle.clear();
-            bool anyMade = false;
-            for (std::size_t at = start; !visited[at]; at = std::size_t(order[at])) {
-                visited[at] = 1;
-                cycle.push_back(at);
-                anyMade = anyMade || !isLoaded(firstRow + long(at));
-            }
-            if (anyMade) {
-                for (const std::size_t at : cycle)
-                    MakeRow(firstRow + long(at));
-                continue;
-            }
-            std::vector<std::uint32_t> taken(cycle.size());
-            for (std::size_t i = 0; i < cycle.size(); ++i)
-                taken[i] = m_records[std::size_t(firstRow) + std::size_t(order[cycle[i]])] & ~kMarked;
-            // A row's mark says how its place was styled: it stays.
-            for (std::size_t i = 0; i < cycle.size(); ++i) {
-                std::uint32_t &entry = m_records[std::size_t(firstRow) + cycle[i]];
-                entry = (entry & kMarked) | taken[i];
+    bool anyLoaded = false;
+    for (std::size_t i = 0; i < count && !anyLoaded; ++i)
+        anyLoaded = order[i] != long(i) && (isLoaded(firstRow + long(i)) || isLoaded(firstRow + order[i]));
+    if (!anyLoaded || firstRow < 0)
+        return m_cells.PermuteTexts(columns, firstRow, order);
+    // What each moving row takes, read before anything moves: a loaded
+    // row's record, or a made row's texts (none where a cell has none).
+    struct Taken
+    {
+        std::size_t at;
+        std::optional<std::size_t> record;
+        std::vector<std::optional<QString>> texts;
+    };
+    std::vector<Taken> moves;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (order[i] == long(i))
+            continue;
+        const long from = firstRow + order[i];
+        Taken taken{i, recordOf(from), {}};
+        if (!taken.record) {
+            for (const int column : columns) {
+                CUGCell cell;
+                m_cells.GetCell(column, from, cell);
+                taken.texts.push_back(cell.isSet(CUGCell::Text) ? std::optional(cell.textRef()) : std::nullopt);
             }
         }
+        moves.push_back(std::move(taken));
     }
-    return m_cells.PermuteTexts(columns, firstRow, order);
+    // A loaded row that takes a made row's texts is made first, from its
+    // own record, as it would have been before its texts were replaced.
+    for (const Taken &taken : moves) {
+        if (!taken.record)
+            MakeRow(firstRow + long(taken.at));
+    }
+    for (const Taken &taken : moves) {
+        const long row = firstRow + long(taken.at);
+        if (taken.record && isLoaded(row)) {
+            // A loaded row takes a loaded row's record; its mark says how
+            // its place was styled, and stays.
+            std::uint32_t &entry = m_records[std::size_t(row)];
+            if (!m_loadedCounts.empty()) {
+                countRecord(entry & ~kMarked, -1);
+                countRecord(*taken.record, 1);
+            }
+            entry = (entry & kMarked) | std::uint32_t(*taken.record);
+            continue;
+        }
+        for (std::size_t c = 0; c < columns.size(); ++c) {
+            const std::optional<QString> text
+                = taken.record ? std::optional(m_loader.LoadedText(*taken.record, columns[c])) : taken.texts[c];
+            CUGCell cell;
+            const bool stored = m_cells.GetCell(columns[c], row, cell) == 0;
+            if (!text && !stored)
+                continue;
+            if (text)
+                cell.setText(*text);
+            else
+                cell.takeText();
+            m_cells.SetCell(columns[c], row, cell);
+        }
+    }
+    return 0;
 }
 
 int GridRowStore::FindNext(const QString &text, int &column, long &row, int flags)

@@ -11,8 +11,9 @@
 // the counts of a column's texts, searches, and texts moving between rows (a
 // sort, a move). A loaded row's cells must follow from its record's texts
 // alone, so that a loaded row that takes another loaded row's texts is
-// simply that row's record; a loaded row that takes a made row's texts, or
-// the other way round, is made first, so that it moves as a made row does.
+// simply that row's record; a loaded row that takes a made row's texts is
+// made first, so that it moves as a made row does, and a made row takes a
+// loaded row's texts as its record has them.
 #ifndef VYR_UIKIT_GRIDROWSTORE_H
 #define VYR_UIKIT_GRIDROWSTORE_H
 
@@ -78,6 +79,8 @@ private:
     // The mark of MarkLoadedRows, beside a loaded row's record.
     static constexpr std::uint32_t kMarked = 0x80000000u;
 
+    // Adds `by` to the counts of the record's texts.
+    void countRecord(std::size_t record, long by);
     void uncountLoaded(long first, long count);
     QHash<QString, long> &loadedCounts(int column);
 

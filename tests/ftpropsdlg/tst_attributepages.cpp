@@ -55,6 +55,46 @@ std::string attributeOf(const IVYRFeature &feature, const char *name)
     return feature.getAttribute(name, value) ? std::string(value.c_str()) : std::string("(absent)");
 }
 
+// An engine feature that counts how often its list of all names is read.
+class NameReadCounter final : public IVYRFeature
+{
+public:
+    explicit NameReadCounter(IVYRFeature &feature)
+        : m_feature(feature)
+    {
+    }
+    int allNameReads = 0;
+
+    bool getAttribute(const char *name, IVYRString &value) const override { return m_feature.getAttribute(name, value); }
+    void setAttribute(const char *name, const char *value) override { m_feature.setAttribute(name, value); }
+    void setOrderedAttribute(const char *name, const char *value) override { m_feature.setOrderedAttribute(name, value); }
+    void removeAttribute(const char *name) override { m_feature.removeAttribute(name); }
+    void getAllAttributeNames(IVYRStringArray &names) const override
+    {
+        ++const_cast<NameReadCounter *>(this)->allNameReads;
+        m_feature.getAllAttributeNames(names);
+    }
+    void getOrderedAttributeNames(IVYRStringArray &names) const override { m_feature.getOrderedAttributeNames(names); }
+    void getListAttribute(const char *name, IVYRStringArray &elements) const override
+    {
+        m_feature.getListAttribute(name, elements);
+    }
+    void setListAttribute(const char *name, const IVYRStringArray &elements) override
+    {
+        m_feature.setListAttribute(name, elements);
+    }
+    void removeListAttribute(const char *name) override { m_feature.removeListAttribute(name); }
+    const char *getFeatureType() const override { return m_feature.getFeatureType(); }
+    void setFeatureType(const char *name) override { m_feature.setFeatureType(name); }
+    bool performFunction(const char *function, IVYRString &result) override
+    {
+        return m_feature.performFunction(function, result);
+    }
+
+private:
+    IVYRFeature &m_feature;
+};
+
 QStringList rowOf(CVVyrGrid *grid, long row)
 {
     QStringList texts;
@@ -400,6 +440,22 @@ private slots:
         QCOMPARE(QString::fromStdString(record.getFormatId()), QStringLiteral("GPX"));
         QCOMPARE(QString::fromStdString(record.getName()), QStringLiteral("waypoints"));
         m_session->destroyFeature(wells);
+    }
+
+    // The pages read the schema's names as they open, from one reading of
+    // the feature however many ask, and still show every attribute.
+    void shouldReadTheSchemasNamesOnceWhileOpening()
+    {
+        open("shapefile-roads.json", "SHAPEFILE");
+        m_dialog.reset();
+        NameReadCounter counted(*m_feature);
+        VYRObjWorkspaceSchemaInfo schema(*m_session, counted, *m_formats.at("SHAPEFILE"),
+                                         [](const std::string &) -> const FTPropsFormatInfo * { return nullptr; });
+        CFeatTypePropsDlg dialog(m_session, &schema, SchemaRecordList(), {m_formats.at("SHAPEFILE").get()},
+                                 FormatRecordList(), nullptr);
+        QVERIFY(dialog.Create());
+        QCOMPARE(counted.allNameReads, 1);
+        QCOMPARE(dialog.PageAttributeNames(), (StringList{"ROAD_NAME", "LANES", "OPENED", "TOLL", "shapefile_type"}));
     }
 
     // Two rows of one name would be written as one attribute: OK names it.

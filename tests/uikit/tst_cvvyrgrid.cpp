@@ -55,6 +55,64 @@ struct Handler : CellActionHandler
     void OnChoiceSelected(CVVyrGrid &, int, long, CUGCell &, const QString &text) override { calls << "chose " + text; }
 };
 
+// Rows whose last cell takes a text only while the middle one holds one,
+// as an attribute's argument follows its type: filled from records at once,
+// or loaded from them and made when shown or touched.
+class RecordGrid : public ListGrid
+{
+public:
+    RecordGrid(std::vector<QStringList> records, bool loaded, QWidget *parent)
+        : ListGrid(3, true, parent)
+        , m_records(std::move(records))
+        , m_loaded(loaded)
+    {
+    }
+    long made = 0;
+
+    void Fill()
+    {
+        if (m_loaded) {
+            AppendLoadedRows(0, long(m_records.size()));
+            return;
+        }
+        for (const QStringList &texts : m_records)
+            follow(AppendRowTexts(texts));
+    }
+    QList<bool> argumentsTaken()
+    {
+        QList<bool> taken;
+        for (long row = 0; row < recordCount(); ++row)
+            taken << IsCellEnabled(2, row);
+        return taken;
+    }
+
+protected:
+    QString LoadedText(std::size_t record, int column) override { return m_records[record][column]; }
+    bool IsLoadedCellEnabled(std::size_t record, int column) override
+    {
+        return column != 2 || !m_records[record][1].isEmpty();
+    }
+    void MakeLoadedRow(long row, std::size_t record) override
+    {
+        ++made;
+        for (int column = 0; column < 3; ++column)
+            SetCellText(column, row, m_records[record][column]);
+        follow(row);
+    }
+    void OnCellChange(int column, long row, ug::TextSource source) override
+    {
+        ListGrid::OnCellChange(column, row, source);
+        if (column == 1)
+            follow(row);
+    }
+
+private:
+    void follow(long row) { EnableCell(2, row, !GetCellString(row, 1).isEmpty()); }
+
+    std::vector<QStringList> m_records;
+    bool m_loaded;
+};
+
 } // namespace
 
 class tst_CVVyrGrid : public ListGridTest
@@ -79,6 +137,8 @@ private slots:
     void undoKeepsAHundredSteps();
     void restoredTextsReachTheSubclass();
     void findAndReplaceSpeakTheUsersLanguage();
+    void loadedRowsActAsRowsFilledAtOnce_data();
+    void loadedRowsActAsRowsFilledAtOnce();
 };
 
 void tst_CVVyrGrid::disabledCellsAndGridsAreNeverEdited()
@@ -600,4 +660,70 @@ void tst_CVVyrGrid::findAndReplaceSpeakTheUsersLanguage()
     }
     QCOMPARE(dialog->findNextButton()->text(), german ? QString("&Weitersuchen") : QString("&Find Next"));
     dialog->close();
+}
+
+void tst_CVVyrGrid::loadedRowsActAsRowsFilledAtOnce_data()
+{
+    QTest::addColumn<QString>("actions");
+    QTest::newRow("shown") << "";
+    QTest::newRow("sorted by the column that decides") << "sort 1";
+    QTest::newRow("edited, then sorted") << "edit 40,sort 0";
+    QTest::newRow("sorted, edited, sorted back by undo") << "sort 0,edit 3,undo,undo";
+    QTest::newRow("moved and deleted") << "select 5,down,down,select 900,up,delete";
+    QTest::newRow("pasted over, then found and replaced") << "paste 7,replace,sort 1";
+}
+
+// A thousand records loaded behave as the same records filled at once -
+// texts, counts, searches and the cells their texts decide - while only the
+// rows shown or touched are made.
+void tst_CVVyrGrid::loadedRowsActAsRowsFilledAtOnce()
+{
+    QFETCH(QString, actions);
+    std::vector<QStringList> records;
+    QRandomGenerator random(5);
+    for (int i = 0; i < 1000; ++i)
+        records.push_back({QStringLiteral("k%1").arg(random.bounded(300)), i % 3 ? QStringLiteral("t%1").arg(i % 7) : QString(),
+                           i % 3 ? QString::number(i) : QString()});
+    GridWindow<RecordGrid> filled(records, false);
+    GridWindow<RecordGrid> loaded(records, true);
+    for (RecordGrid *grid : {filled.grid, loaded.grid}) {
+        grid->Fill();
+        QVERIFY(showActive(*grid->window()));
+        for (const QString &action : actions.split(',', Qt::SkipEmptyParts)) {
+            const QString verb = action.section(' ', 0, 0);
+            const long at = action.section(' ', 1).toLong();
+            if (verb == "sort") {
+                grid->SortByColumn(int(at));
+            } else if (verb == "edit") {
+                grid->StoreUserText(1, at, QString(), ug::TextEdited);
+            } else if (verb == "undo") {
+                grid->Undo();
+            } else if (verb == "select") {
+                grid->GotoCell(0, at);
+            } else if (verb == "down" || verb == "up") {
+                verb == "down" ? grid->MoveSelectedRowsDown() : grid->MoveSelectedRowsUp();
+            } else if (verb == "delete") {
+                grid->DeleteSelectedRows();
+            } else if (verb == "paste") {
+                grid->GotoCell(0, at);
+                grid->PasteText(QStringLiteral("k9\t\t\nk9\tt1\t5\n"));
+            } else if (verb == "replace") {
+                grid->GotoCell(0, 0);
+                grid->FindReplace(QStringLiteral("k29"), QStringLiteral("k9"), ug::FindPartial, CUGCtrl::ReplaceAllRequest);
+            }
+        }
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(rows(*loaded.grid), rows(*filled.grid));
+    QCOMPARE(loaded.grid->argumentsTaken(), filled.grid->argumentsTaken());
+    QCOMPARE(loaded.grid->CountColumnText(0, QStringLiteral("k9")), filled.grid->CountColumnText(0, QStringLiteral("k9")));
+    long foundRow = -1;
+    for (RecordGrid *grid : {filled.grid, loaded.grid}) {
+        int column = 0;
+        long row = 0;
+        QCOMPARE(grid->GetDataSource(0)->FindNext(QStringLiteral("k1"), column, row, ug::FindPartial), 0);
+        QVERIFY(foundRow < 0 || row == foundRow);
+        foundRow = row;
+    }
+    QVERIFY2(loaded.grid->made < 200, qPrintable(QString::number(loaded.grid->made)));
 }
