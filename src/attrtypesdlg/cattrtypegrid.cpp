@@ -7,6 +7,7 @@
 #include "util/resourceids.h"
 
 #include <QFontMetrics>
+#include <QResizeEvent>
 
 #include <algorithm>
 #include <typeinfo>
@@ -103,13 +104,83 @@ void CAttrTypeGrid::OnGridInit()
     CUGCell cell;
     GetColumnDefault(domainColumn(), cell);
     cell.setCellType(DropListTypeId());
+    SetColumnDefault(domainColumn(), cell);
+    if (m_domainNames)
+        offerDomainNames();
+    if (!keepsNewRow())
+        return;
+    if (m_domainNames) {
+        prepareRow(GetRowCount() - 1);
+        return;
+    }
+    EnableCell(argumentColumn(0), GetRowCount() - 1, false);
+    EnableCell(argumentColumn(1), GetRowCount() - 1, false);
+    m_newRowDomainPending = true;
+}
+
+void CAttrTypeGrid::offerDomainNames()
+{
+    CUGCell cell;
+    GetColumnDefault(domainColumn(), cell);
     QStringList domains{kNoDomain};
-    for (const std::string &name : m_domainNames)
+    for (const std::string &name : *m_domainNames)
         domains.append(fromNarrow(name));
     cell.setLabel(listLabel(domains));
     SetColumnDefault(domainColumn(), cell);
-    if (keepsNewRow())
-        prepareRow(GetRowCount() - 1);
+}
+
+void CAttrTypeGrid::SetDomainSource(std::function<StringList()> source)
+{
+    m_domainSource = std::move(source);
+    m_domainNames.reset();
+}
+
+const StringList &CAttrTypeGrid::domainNames()
+{
+    if (!m_domainNames) {
+        m_domainNames = m_domainSource ? m_domainSource() : StringList();
+        offerDomainNames();
+        // What OnGridInit left for the new row, as it would have done then.
+        if (std::exchange(m_newRowDomainPending, false) && keepsNewRow() && GetRowCount() > 0)
+            EnableCell(domainColumn(), GetRowCount() - 1, !m_domainNames->empty());
+    }
+    return *m_domainNames;
+}
+
+bool CAttrTypeGrid::showsDomainColumn()
+{
+    if (!m_domainNames && isVisible())
+        domainNames();
+    return m_domainNames && !m_domainNames->empty();
+}
+
+bool CAttrTypeGrid::IsCellEnabled(int column, long row)
+{
+    if (column == domainColumn())
+        domainNames();
+    return CVVyrGrid::IsCellEnabled(column, row);
+}
+
+void CAttrTypeGrid::OnCellRead(int column, long row, CUGCell &cell)
+{
+    CVVyrGrid::OnCellRead(column, row, cell);
+    // A record's domain cell read before the domains are known is read
+    // again once they are, with the list they give. The grid's own set-up
+    // reads the new row's, which waits.
+    if (column == domainColumn() && !m_domainNames && row >= 0 && row < recordCount()) {
+        domainNames();
+        GetCellResolved(column, row, cell);
+    }
+}
+
+void CAttrTypeGrid::showEvent(QShowEvent *event)
+{
+    CVVyrGrid::showEvent(event);
+    // Laid out out of sight, the columns made no room for domains unknown.
+    if (hasDomains() != m_laidOutWithDomains) {
+        QResizeEvent resize(size(), size());
+        resizeEvent(&resize);
+    }
 }
 
 void CAttrTypeGrid::prepareRow(long row)
@@ -389,7 +460,9 @@ void CAttrTypeGrid::OnLayoutComponents(Layout &layout)
     // The leading columns (a name) give way before a button is cut: the type
     // and the arguments (and domains) keep at least an argument's width each.
     const int floor = ArgumentColumnFloor();
-    const int needed = (hasDomains() ? 4 : 3) * floor;
+    const bool domains = showsDomainColumn();
+    m_laidOutWithDomains = domains;
+    const int needed = (domains ? 4 : 3) * floor;
     if (leading > 0 && width - leading < needed) {
         const int allowed = std::max(0, width - needed);
         for (int column = 0; column < m_typeColumn; ++column)
@@ -399,9 +472,9 @@ void CAttrTypeGrid::OnLayoutComponents(Layout &layout)
     const int rest = width - leading;
     // Shares of what the leading columns leave; without domains the domain
     // column takes nothing and the others share its part.
-    const double type = hasDomains() ? 0.35 : 0.5;
-    const double argument = hasDomains() ? 0.15 : 0.25;
-    const double domain = hasDomains() ? 0.35 : 0.0;
+    const double type = domains ? 0.35 : 0.5;
+    const double argument = domains ? 0.15 : 0.25;
+    const double domain = domains ? 0.35 : 0.0;
     // An argument column is never narrower than its heading or its button
     // ("Bearbeiten..." in German); the type and domain columns give way.
     const int argumentWidth = std::min(std::max(int(argument * rest), floor), rest / 3);

@@ -31,7 +31,9 @@
 
 #include <QHash>
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace vyr {
@@ -54,7 +56,10 @@ public:
     int typeColumn() const { return m_typeColumn; }
     int argumentColumn(int argument) const { return m_typeColumn + 1 + argument; }
     int domainColumn() const { return m_typeColumn + 3; }
-    bool hasDomains() const { return !m_domainNames.empty(); }
+    // Whether the format has domains; a grid whose domains come from a
+    // source asks it now, when it has not yet.
+    bool hasDomains() { return !domainNames().empty(); }
+    bool IsCellEnabled(int column, long row) override;
     int mode() const { return m_mode; }
     // The display names the type drop list offers, in its order.
     const QStringList &typeNames() const { return m_typeNames; }
@@ -108,6 +113,16 @@ protected:
     // template, or a type the list does not offer); with `fresh` they take
     // the pattern's defaults, else they keep their texts.
     void SetUpArgumentCells(long row, const AttrType *pattern, bool fresh);
+    // The domain names come from `source`, asked when first needed - when a
+    // domain cell or whether there are domains is first asked about, or the
+    // grid is first shown - rather than when the grid is made; before
+    // OnGridInit.
+    void SetDomainSource(std::function<StringList()> source);
+    // Whether the domain column is laid out: the domains when known, and
+    // none while they are not and the grid cannot be seen.
+    bool showsDomainColumn();
+    void OnCellRead(int column, long row, CUGCell &cell) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     // Gives what a person chose in `row` to the other selected rows.
@@ -126,11 +141,19 @@ private:
     void collectTemplates();
     // The type column offers the templates.
     void offerTypeNames();
+    // The domain column offers "none" and the domains.
+    void offerDomainNames();
+    const StringList &domainNames();
 
     const DataTypeMappings *m_registry;
     int m_typeColumn;
     int m_mode;
-    StringList m_domainNames;
+    // Null until asked of m_domainSource.
+    std::optional<StringList> m_domainNames;
+    std::function<StringList()> m_domainSource;
+    // The new row's domain cell waits for the domains to be known.
+    bool m_newRowDomainPending = false;
+    bool m_laidOutWithDomains = false;
     QStringList m_typeNames;
     QHash<QString, const AttrTypeTemplate *> m_templates;
     ArgumentCells m_argumentCells;

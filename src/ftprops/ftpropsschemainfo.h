@@ -67,19 +67,6 @@ public:
     // The generic type stored for a user attribute; empty where the record
     // keeps none.
     virtual std::string getGenericAttributeType(const std::string &) const { return {}; }
-    // The user attributes in their order, each with getAttributeType and,
-    // with `generic`, getGenericAttributeType (else left empty); a record may
-    // read its store once for all.
-    virtual std::vector<UserAttributeTypes> getUserAttributes(bool generic) const
-    {
-        std::vector<UserAttributeTypes> attributes;
-        for (std::string &name : getAttributeNames(true, false)) {
-            std::string type = getAttributeType(name);
-            std::string genericType = generic ? getGenericAttributeType(name) : std::string();
-            attributes.push_back({std::move(name), std::move(type), std::move(genericType)});
-        }
-        return attributes;
-    }
     virtual StringList getExtraFanoutNames() const = 0; // default empty
     virtual void removeAttribute(const std::string &name) = 0;
     virtual void storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute) = 0;

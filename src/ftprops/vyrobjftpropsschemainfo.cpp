@@ -209,10 +209,10 @@ void VYRObjFTPropsSchemaInfo::retainPairs(PairKind kind, const std::function<boo
 
 bool VYRObjFTPropsSchemaInfo::readAttribute(const std::string &name, std::string &value) const
 {
-    SessionString text(m_session);
-    if (!m_feature.getAttribute(name.c_str(), *text))
+    VYRBufferStringImp text;
+    if (!m_feature.getAttribute(name.c_str(), text))
         return false;
-    value = text.text();
+    value = std::string(text.view());
     return true;
 }
 
@@ -224,25 +224,20 @@ std::string VYRObjFTPropsSchemaInfo::genericType(const std::string &type) const
     return generic ? formatType(*generic, kDialogListMode) : std::string();
 }
 
-std::string VYRObjFTPropsSchemaInfo::attributeType(const std::string &name, IVYRString &text,
-                                                   std::optional<std::string> &generic) const
+std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) const
 {
     if (const std::string *type = formatAttributeType(name))
         return *type;
-    if (m_feature.getAttribute(("*" + name).c_str(), text))
-        return std::string(text.data(), text.length());
-    generic = m_feature.getAttribute(name.c_str(), text) ? std::string(text.data(), text.length()) : std::string();
-    const DataTypeMappings &mappings = *m_format->getDataTypeMappings();
-    const auto read = mappings.createType(*generic, kStoredListMode);
-    const auto native = read ? mappings.toNative(*read) : nullptr;
-    return native ? formatType(*native, kDialogListMode) : *generic;
-}
-
-std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) const
-{
+    // One buffer for both reads, and no string of the session's: a page
+    // reads the types of thousands.
     VYRBufferStringImp text;
-    std::optional<std::string> generic;
-    return attributeType(name, text, generic);
+    if (m_feature.getAttribute(("*" + name).c_str(), text))
+        return std::string(text.view());
+    const std::string stored = m_feature.getAttribute(name.c_str(), text) ? std::string(text.view()) : std::string();
+    const DataTypeMappings &mappings = *m_format->getDataTypeMappings();
+    const auto generic = mappings.createType(stored, kStoredListMode);
+    const auto native = generic ? mappings.toNative(*generic) : nullptr;
+    return native ? formatType(*native, kDialogListMode) : stored;
 }
 
 std::string VYRObjFTPropsSchemaInfo::getGenericAttributeType(const std::string &name) const
@@ -250,23 +245,6 @@ std::string VYRObjFTPropsSchemaInfo::getGenericAttributeType(const std::string &
     std::string generic;
     readAttribute(name, generic);
     return generic;
-}
-
-std::vector<UserAttributeTypes> VYRObjFTPropsSchemaInfo::getUserAttributes(bool generic) const
-{
-    StringList read;
-    const StringList &names = keepsNames(false) ? namesOf(UserNames) : (read = readUserAttributeNames());
-    std::vector<UserAttributeTypes> attributes;
-    attributes.reserve(names.size());
-    VYRBufferStringImp text;
-    for (const std::string &name : names) {
-        std::optional<std::string> genericType;
-        std::string type = attributeType(name, text, genericType);
-        if (generic && !genericType)
-            genericType = m_feature.getAttribute(name.c_str(), text) ? std::string(text.view()) : std::string();
-        attributes.push_back({name, std::move(type), generic ? std::move(*genericType) : std::string()});
-    }
-    return attributes;
 }
 
 void VYRObjFTPropsSchemaInfo::setAttributeType(const std::string &name, const std::string &type)

@@ -74,8 +74,6 @@ public:
     std::string getAttributeType(const std::string &name) const override;
     void setAttributeType(const std::string &name, const std::string &type) override;
     std::string getGenericAttributeType(const std::string &name) const override;
-    // The names read once, and every type through one buffer.
-    std::vector<UserAttributeTypes> getUserAttributes(bool generic) const override;
     StringList getExtraFanoutNames() const override { return {}; }
     void removeAttribute(const std::string &name) override;
     void storeAttribute(const std::string &name, const std::string &type, bool asFormatAttribute) override;
@@ -156,9 +154,6 @@ private:
     // Whether a parameter is part of the format's prompt rather than a value
     // of the feature type, and so never stored.
     bool isUnstoredParameter(const std::string &name) const;
-    // A user attribute's type as the user writes it, read through `text`;
-    // its generic type, when it had to be read, in `generic`.
-    std::string attributeType(const std::string &name, IVYRString &text, std::optional<std::string> &generic) const;
     // Whether a name is the feature's own attribute.
     bool hasAttribute(const std::string &name, IVYRString &text) const;
     // The generic form of a type as the user writes it; empty when the

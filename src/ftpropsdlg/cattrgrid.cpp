@@ -52,14 +52,41 @@ void CAttrGrid::ShowLoadedRow(long row, const QString &name, const AttrType *typ
         SetTypeText(row, typeText);
 }
 
-void CAttrGrid::LoadAttributes(std::vector<UserAttributeTypes> attributes)
+void CAttrGrid::LoadAttributes(const StringList &names)
 {
     const std::size_t first = m_loaded.size();
-    const long count = long(attributes.size());
-    m_loaded.insert(m_loaded.end(), std::make_move_iterator(attributes.begin()),
-                    std::make_move_iterator(attributes.end()));
+    m_loaded.reserve(first + names.size());
+    for (const std::string &name : names)
+        m_loaded.push_back({name, {}, {}});
     m_loadedShown.resize(m_loaded.size());
-    AppendLoadedRows(first, count);
+    AppendLoadedRows(first, long(names.size()));
+}
+
+const std::string &CAttrGrid::LoadedType(std::size_t record)
+{
+    UserAttributeTypes &attribute = m_loaded[record];
+    if (!std::exchange(m_loadedShown[record].typeRead, true) && m_schema)
+        attribute.type = m_schema->getAttributeType(attribute.name);
+    return attribute.type;
+}
+
+void CAttrGrid::ReadLoadedTypes()
+{
+    for (std::size_t record = 0; record < m_loaded.size(); ++record)
+        LoadedType(record);
+}
+
+void CAttrGrid::TakeDomainsFromLoadedTypes()
+{
+    SetDomainSource([this] {
+        StringList domains;
+        for (std::size_t record = 0; record < m_loaded.size(); ++record) {
+            if (const std::string_view suffix = typeSuffix(LoadedType(record));
+                !suffix.empty() && std::find(domains.begin(), domains.end(), suffix) == domains.end())
+                domains.emplace_back(suffix);
+        }
+        return domains;
+    });
 }
 
 const UserAttributeTypes *CAttrGrid::LoadedAttributeOf(long row) const
@@ -88,7 +115,7 @@ const CAttrGrid::LoadedTypeCells &CAttrGrid::loadedCells(std::size_t record)
         return *cells;
     // What ShowLoadedRow leaves in the type columns.
     cells = std::make_unique<LoadedTypeCells>();
-    const std::string &typeText = m_loaded[record].type;
+    const std::string &typeText = LoadedType(record);
     const std::unique_ptr<AttrType> type = registry().createType(typeText, typeListMode());
     if (!type) {
         cells->type = fromNarrow(typeText);
@@ -129,10 +156,11 @@ bool CAttrGrid::IsLoadedCellEnabled(std::size_t record, int column)
 
 void CAttrGrid::MakeLoadedRow(long row, std::size_t record)
 {
-    const std::unique_ptr<AttrType> type = registry().createType(m_loaded[record].type, typeListMode());
+    const std::string &typeText = LoadedType(record);
+    const std::unique_ptr<AttrType> type = registry().createType(typeText, typeListMode());
     const bool loading = std::exchange(m_loading, true);
     OnRowAdded(row);
-    ShowLoadedRow(row, LoadedName(record), type.get(), fromNarrow(m_loaded[record].type));
+    ShowLoadedRow(row, LoadedName(record), type.get(), fromNarrow(typeText));
     m_loading = loading;
 }
 
@@ -376,7 +404,7 @@ StringList CAttrGrid::GetAttributeNames()
 
 void CAttrGrid::LayoutLeadingColumns(int width)
 {
-    SetColumnWidth(kNameColumn, int((hasDomains() ? 0.4 : 0.6) * width));
+    SetColumnWidth(kNameColumn, int((showsDomainColumn() ? 0.4 : 0.6) * width));
 }
 
 } // namespace vyr

@@ -42,12 +42,21 @@ public:
     // grid's registry cannot read the type, `typeText` as it stands. Its
     // index, or -1.
     long AppendLoadedRow(const QString &name, const AttrType *type, const QString &typeText);
-    // Appends the schema's attributes (each as it holds them, its type in the
-    // format's words) as rows that show them as AppendLoadedRow would, made
-    // when shown or touched: a type is read when its row's texts are first
-    // asked for. The grid keeps them for as long as it lives.
-    void LoadAttributes(std::vector<UserAttributeTypes> attributes);
+    // Appends the schema's user attributes of `names` as rows that show them
+    // as AppendLoadedRow would show each with its type as the schema holds
+    // it, made when shown or touched: a type is read from the schema when
+    // its row's texts are first asked for. The grid keeps them for as long
+    // as it lives; their names in loadedAttributes(), their types through
+    // LoadedType.
+    void LoadAttributes(const StringList &names);
     const std::vector<UserAttributeTypes> &loadedAttributes() const { return m_loaded; }
+    const std::string &LoadedType(std::size_t record);
+    // Reads every loaded attribute's type now, as the schema holds it while
+    // nothing has been written.
+    void ReadLoadedTypes();
+    // The domain column offers the suffixes of the loaded attributes' types,
+    // read when first needed; before the grid is attached.
+    void TakeDomainsFromLoadedTypes();
     // The attribute a row shows as it was loaded, while the row is untouched
     // (loaded, not made); null otherwise.
     const UserAttributeTypes *LoadedAttributeOf(long row) const;
@@ -146,6 +155,7 @@ private:
     {
         std::optional<QString> name;
         std::unique_ptr<LoadedTypeCells> cells;
+        bool typeRead = false;
     };
     std::vector<LoadedShown> m_loadedShown;
     bool m_loading = false;

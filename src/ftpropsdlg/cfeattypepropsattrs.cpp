@@ -1,6 +1,5 @@
 #include "ftpropsdlg/cfeattypepropsattrs.h"
 
-#include "attrtypes/attrtype.h"
 #include "attrtypes/datatypemappings.h"
 #include "attrtypes/typestring.h"
 #include "ftprops/namerules.h"
@@ -74,18 +73,13 @@ private:
 
 void CFeatTypePropsAttrs::LoadRows()
 {
-    // The generic types are read when a row is written or compared.
-    std::vector<UserAttributeTypes> loaded = m_schema->getUserAttributes(false);
-    m_loadedGenerics.assign(loaded.size(), std::nullopt);
+    // The names now; each type when its row needs it, or the domains do.
+    const StringList names = m_schema->getAttributeNames(true, false);
+    m_loadedGenerics.assign(names.size(), std::nullopt);
+    auto *grid = new CAttrGrid(m_schema, m_format, registryOf(*m_format));
     // A type's suffix is its domain: the domains the schema uses are the
     // ones the domain column offers, so that each is shown and kept.
-    StringList domains;
-    for (const UserAttributeTypes &attribute : loaded) {
-        if (const std::string_view suffix = typeSuffix(attribute.type);
-            !suffix.empty() && std::find(domains.begin(), domains.end(), suffix) == domains.end())
-            domains.emplace_back(suffix);
-    }
-    auto *grid = new CAttrGrid(m_schema, m_format, registryOf(*m_format), std::move(domains));
+    grid->TakeDomainsFromLoadedTypes();
     if (!grid->AttachToDialogItem(this, kIdGrid)) {
         delete grid;
         return;
@@ -93,7 +87,7 @@ void CFeatTypePropsAttrs::LoadRows()
     m_grid = grid;
     // Each row shows its attribute as the schema holds it, and is known
     // by those texts, read only when a row needs them.
-    grid->LoadAttributes(std::move(loaded));
+    grid->LoadAttributes(names);
     m_loadedTypes = std::make_unique<LoadedTypes>(*this, *grid);
     m_knownTypes.rememberLoaded(m_format->getId(), *m_loadedTypes);
     grid->SetTypeNote([this](long row) { return TypeNote(row); });
@@ -106,11 +100,10 @@ void CFeatTypePropsAttrs::LoadRows()
 
 AttributeTypeTexts CFeatTypePropsAttrs::LoadedTypeTexts(std::size_t record)
 {
-    const UserAttributeTypes &attribute = m_grid->loadedAttributes()[record];
     std::optional<std::string> &generic = m_loadedGenerics[record];
     if (!generic)
-        generic = m_schema->getGenericAttributeType(attribute.name);
-    return {attribute.type, *generic};
+        generic = m_schema->getGenericAttributeType(m_grid->loadedAttributes()[record].name);
+    return {m_grid->LoadedType(record), *generic};
 }
 
 bool CFeatTypePropsAttrs::WasLoaded(const std::string &name) const
@@ -186,6 +179,10 @@ bool CFeatTypePropsAttrs::ValidatePage()
         return true;
     if (m_grid->IsGridEnabled())
         m_grid->CommitEdit();
+    // What the rows were loaded with is read before anything is written.
+    m_grid->ReadLoadedTypes();
+    for (std::size_t record = 0; record < m_loadedGenerics.size(); ++record)
+        LoadedTypeTexts(record);
     const int typeColumn = m_grid->typeColumn();
     for (long row = 0; row < m_grid->attributeRowCount(); ++row) {
         const QString name = m_grid->GetCellString(row, CAttrGrid::kNameColumn);
