@@ -9,9 +9,9 @@
 # installation's build (a sanitizer build needs its runtime in the host too);
 # EXTRA_SOURCES goes into the host as well. GENERATOR is CMake's generator.
 # LIBDIR, DATADIR and INSTALL_DIR are the build's folders of an
-# installation, relative to its prefix.
-foreach(variable IN ITEMS PREFIX HOST WORK MODE CXX LIBDIR DATADIR INSTALL_DIR)
-    if(NOT ${variable})
+# installation, relative to its prefix, SOVERSION the libraries' number.
+foreach(variable IN ITEMS PREFIX HOST WORK MODE CXX LIBDIR DATADIR INSTALL_DIR SOVERSION)
+    if("${${variable}}" STREQUAL "")
         message(FATAL_ERROR "${variable} is not set")
     endif()
 endforeach()
@@ -55,9 +55,10 @@ else()
 endif()
 
 run(${host} ${PREFIX}/${DATADIR}/vyr/examples)
+file(REAL_PATH ${PREFIX}/${LIBDIR} libraries)
 file(REAL_PATH ${PREFIX}/${INSTALL_DIR} installation)
 foreach(line IN ITEMS
-        "library: ${installation}/libvyrguimfc.so"
+        "library: ${libraries}/libvyrguimfc.so.${SOVERSION}"
         "encoded: main<space>street<comma><space>5<space><dollar>"
         "pressing OK in \"Feature Type Properties\""
         "installation: ${installation}/"
