@@ -2,15 +2,17 @@
 # Installs the Debian 12 packages the build needs, when any is missing.
 # Run as root (or with sudo available); does nothing when all are present.
 # help2man writes the programs' manual pages; pkg-config serves the tests
-# that build a host against an installation; the AT-SPI bus, pyatspi, a
-# session bus and xdotool the accessibility test.
+# that build a host against an installation; debhelper (with dpkg-dev)
+# makes the Debian packages, and lintian, hardening-check (in devscripts),
+# desktop-file-validate and appstreamcli check them; the AT-SPI bus,
+# pyatspi, a session bus and xdotool serve the accessibility test.
 set -euo pipefail
 
 packages=(
     cmake ninja-build g++ clang libclang-rt-14-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     qt6-base-dev libqt6opengl6-dev qt6-tools-dev gettext locales xvfb xauth tcl8.6-dev nlohmann-json3-dev
-    help2man pkg-config
+    help2man pkg-config dpkg-dev debhelper lintian devscripts desktop-file-utils appstream
     at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-gi dbus xdotool
 )
 
