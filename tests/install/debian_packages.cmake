@@ -49,7 +49,8 @@ foreach(package IN LISTS packages)
 endforeach()
 run(dpkg-deb --control ${deb_libvyrguimfc0} ${root}/DEBIAN)
 
-# The programs and the headers depend on the exact library they come with;
+# The programs depend on the library release that brought the exports they
+# use (the symbols file), the headers on the very library they come with,
 # the library on the versions of Debian's libraries it was built against.
 foreach(dependency IN ITEMS "vyr-tools|libvyrguimfc0 (>= ${VERSION})" "libvyrguimfc-dev|libvyrguimfc0 (= ${VERSION})"
         "libvyrguimfc0|libc6 (>=" "libvyrguimfc0|libstdc++6 (>=" "libvyrguimfc0|libqt6widgets6 (>="
@@ -68,8 +69,7 @@ execute_process(COMMAND lintian --fail-on error,warning ${changes}
 if(NOT status EQUAL 0)
     message(FATAL_ERROR "lintian failed (${status}):\n${output}${errors}")
 endif()
-
-message(STATUS "lintian: no error or warning\n${output}")
+message(STATUS "lintian: no error or warning")
 
 file(GLOB_RECURSE files LIST_DIRECTORIES false ${root}/usr/*)
 set(elf_files)
@@ -105,7 +105,7 @@ if(NOT release MATCHES "version=\"${VERSION}\"")
 endif()
 run(${CMAKE_COMMAND} -DROOTS=${root}/usr -P ${SEARCH_PATHS})
 
-# The programs are where PATH finds them, from a folder of their own.
+# The installed programs themselves, started from a folder of their own.
 set(work ${WORK}/run)
 file(COPY ${root}/usr/share/vyr/examples DESTINATION ${work})
 foreach(program IN ITEMS vyrtool vyr-ftprops vyr-griddemo)
