@@ -10,6 +10,25 @@ set(CMAKE_C_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
+# Position independent executables too, as the libraries are.
+include(CheckPIESupported)
+check_pie_supported()
+
+# Hardened as Debian builds its packages: a stack protector (and stack clash
+# protection), checked string and memory functions, and relocations
+# read-only after loading, every symbol bound at start. Not under the
+# sanitizers, which check the code themselves and whose builds are never
+# shipped; _FORTIFY_SOURCE works through the optimiser (and warns without
+# it), so only the optimised configurations get it, and the tests, compiled
+# at -O0, take it back (tests/CMakeLists.txt). No control flow protection:
+# Debian 12's C library start files lack it, so no library linked with
+# them could claim it.
+if(NOT VYR_SANITIZE)
+    add_compile_options(-fstack-protector-strong -fstack-clash-protection)
+    add_compile_definitions($<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:_FORTIFY_SOURCE=2>)
+    add_link_options(LINKER:-z,relro LINKER:-z,now)
+endif()
+
 if(VYR_SANITIZE)
     # Also what a host built against this build's installation needs.
     set(VYR_SANITIZE_FLAGS -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)

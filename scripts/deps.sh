@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages the build needs, when any is missing.
 # Run as root (or with sudo available); does nothing when all are present.
-# pkg-config, dpkg-dev (dpkg-shlibdeps) and file serve the tests that build a
-# host against an installation and package it with CPack; the AT-SPI bus,
-# pyatspi, a session bus and xdotool the accessibility test.
+# help2man writes the programs' manual pages; pkg-config serves the tests
+# that build a host against an installation; debhelper (with dpkg-dev)
+# makes the Debian packages, and lintian, hardening-check (in devscripts),
+# desktop-file-validate and appstreamcli check them; the AT-SPI bus,
+# pyatspi, a session bus and xdotool serve the accessibility test.
 set -euo pipefail
 
 packages=(
@@ -11,7 +13,7 @@ packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     qt6-base-dev libqt6opengl6-dev qt6-tools-dev gettext locales xvfb xauth tcl8.6-dev nlohmann-json3-dev
     libsimdjson-dev
-    pkg-config dpkg-dev file
+    help2man pkg-config dpkg-dev debhelper lintian devscripts desktop-file-utils appstream
     at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-gi dbus xdotool
 )
 

@@ -2,8 +2,9 @@
 // workspace of feature types, and the feature type properties dialog of the
 // dialog library on the one the user picks.
 //
-//   vyr-ftprops WORKSPACE.json [--edit NAME] [--page N] [--screenshot FILE] [--accept]
+//   vyr-ftprops [WORKSPACE.json] [--edit NAME] [--page N] [--screenshot FILE] [--accept]
 //
+// Without a workspace (started from a desktop's menu) it asks for one.
 // Without --edit a window lists the workspace's feature types; Enter, a
 // double click or "Properties..." opens the dialog. --edit opens the dialog
 // on the named feature type at once and ends with it; --page shows its Nth
@@ -14,6 +15,7 @@
 // fails says why on standard error and exits with 2. With no display it runs
 // on the offscreen platform when --screenshot or --accept ends the dialog by
 // itself, and refuses to start otherwise: nobody could reach its window.
+#include "vyrversion.h"
 #include "workspace.h"
 #include "workspacewindow.h"
 
@@ -26,6 +28,8 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDialog>
+#include <QFileDialog>
+#include <QGuiApplication>
 #include <QTabBar>
 #include <QTimer>
 
@@ -103,11 +107,15 @@ int main(int argc, char *argv[])
     }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vyr-ftprops"));
+    QApplication::setApplicationVersion(QString::fromLatin1(kVyrVersion));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Edit the feature types of a translation workspace."));
     parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("workspace"), QStringLiteral("The workspace file (JSON)."));
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("workspace"),
+                                 QStringLiteral("The workspace file (JSON); asked for on a display when not given."),
+                                 QStringLiteral("[workspace]"));
     const QCommandLineOption edit(QStringLiteral("edit"), QStringLiteral("Open the dialog on this feature type."),
                                   QStringLiteral("name"));
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
@@ -118,15 +126,25 @@ int main(int argc, char *argv[])
                                   QStringLiteral("N"));
     parser.addOptions({edit, screenshot, accept, page});
     vyr::processCommandLine(parser, QCoreApplication::arguments());
-    if (parser.positionalArguments().size() != 1) {
+    QStringList files = parser.positionalArguments();
+    bool pageRead = true;
+    const Automation automation{parser.value(screenshot), parser.isSet(accept),
+                                parser.isSet(page) ? parser.value(page).toInt(&pageRead) : 0};
+    // Started from a desktop's menu, without a file: the person picks one.
+    if (files.isEmpty() && !parser.isSet(edit) && !automation.active()
+        && QGuiApplication::platformName() != QLatin1String("offscreen")) {
+        const QString chosen = QFileDialog::getOpenFileName(nullptr, QStringLiteral("Open a workspace"), QString(),
+                                                            QStringLiteral("Workspaces (*.json);;All files (*)"));
+        if (chosen.isEmpty())
+            return 1;
+        files.append(chosen);
+    }
+    if (files.size() != 1) {
         // Bad usage goes to standard error, where a script looks for why.
         std::fprintf(stderr, "vyr-ftprops: give one workspace file\n%s", qPrintable(parser.helpText()));
         return 2;
     }
 
-    bool pageRead = true;
-    const Automation automation{parser.value(screenshot), parser.isSet(accept),
-                                parser.isSet(page) ? parser.value(page).toInt(&pageRead) : 0};
     if (!pageRead || automation.page < 0) {
         std::fprintf(stderr, "vyr-ftprops: --page needs the number of a tab, from 1\n");
         return 2;
@@ -142,7 +160,7 @@ int main(int argc, char *argv[])
     IVYRSession *session = VYR_SessionCreate();
     std::string error;
     std::unique_ptr<Workspace> workspace =
-        Workspace::open(parser.positionalArguments().first().toStdString(), *session, error);
+        Workspace::open(files.first().toStdString(), *session, error);
     if (!workspace) {
         std::fprintf(stderr, "vyr-ftprops: %s\n", error.c_str());
         VYR_SessionDestroy(session);

@@ -7,6 +7,7 @@
 // open, or the masked editor half filled. --screenshot saves the window (and
 // any pop-up over it) as a PNG and quits.
 #include "demogrid.h"
+#include "vyrversion.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -86,9 +87,11 @@ int main(int argc, char **argv)
     }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vyr-griddemo"));
+    QApplication::setApplicationVersion(QString::fromLatin1(kVyrVersion));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("A grid of many rows with every standard cell type."));
     parser.addHelpOption();
+    parser.addVersionOption();
     const QCommandLineOption rowsOption(QStringLiteral("rows"), QStringLiteral("Number of rows, 0 to 1000000."),
                                         QStringLiteral("N"), QStringLiteral("100000"));
     const QCommandLineOption sceneOption(QStringLiteral("scene"), QStringLiteral("selection or edit."),

@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "vyrversion.h"
 
 #include "util/codepage.h"
 
@@ -7,9 +8,10 @@
 
 namespace {
 
-constexpr const char *kUsage = "usage: vyrtool <command> [arguments]\n"
+constexpr const char *kUsage = "Usage: vyrtool <command> [arguments]\n"
+                               "  or:  vyrtool --help | --version\n"
                                "\n"
-                               "commands:\n"
+                               "Commands:\n"
                                "  codec encode-user|decode-user|encode-wwjd|decode-wwjd [--codepage NAME]\n"
                                "      Encode or decode standard input and write the result to standard\n"
                                "      output. NAME is the narrow code page (an iconv name such as CP1252,\n"
@@ -36,6 +38,7 @@ constexpr const char *kUsage = "usage: vyrtool <command> [arguments]\n"
                                "  With --screenshot the dialog is drawn into the PNG FILE; with --accept\n"
                                "  it is closed with OK at once, so both also work without a display. A\n"
                                "  dialog that refuses OK prints why on standard error and exits with 3.\n"
+                               "\n"
                                "  format show CAPFILE\n"
                                "      Every answer the dialog gets from a format capability file, as JSON.\n"
                                "  type parse TEXT [--list-mode 0|1]\n"
@@ -66,6 +69,10 @@ int main(int argc, char **argv)
     const std::string_view command = arguments.front();
     if (command == "--help" || command == "-h" || command == "help") {
         std::fputs(kUsage, stdout);
+        return 0;
+    }
+    if (command == "--version") {
+        std::printf("vyrtool %s\n", kVyrVersion);
         return 0;
     }
     // Every command reads or writes narrow text: none runs in a code page

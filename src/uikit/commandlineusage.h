@@ -19,7 +19,8 @@ inline constexpr int kExitUsage = 2;
 
 // Parses `arguments` (the program's name first). Bad usage prints the
 // parser's reason and a pointer to --help on standard error and ends the
-// process with kExitUsage; --help prints the help and ends it with 0.
+// process with kExitUsage; --help prints the help and --version the
+// version (where the parser has that option), and end it with 0.
 inline void processCommandLine(QCommandLineParser &parser, const QStringList &arguments)
 {
     const QString program = QCoreApplication::applicationName();
@@ -33,6 +34,11 @@ inline void processCommandLine(QCommandLineParser &parser, const QStringList &ar
         if (name == QLatin1String("h") || name == QLatin1String("help") || name == QLatin1String("?")
             || name == QLatin1String("help-all"))
             parser.showHelp(0);
+    }
+    // The names addVersionOption gives.
+    for (const QString &name : parser.optionNames()) {
+        if (name == QLatin1String("v") || name == QLatin1String("version"))
+            parser.showVersion();
     }
 }
 

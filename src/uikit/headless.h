@@ -102,7 +102,7 @@ inline bool endsByItself(int argc, char *argv[])
 {
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument = argv[i];
-        for (const std::string_view flag : {"--accept", "--help", "-h", "--version"}) {
+        for (const std::string_view flag : {"--accept", "--help", "-h", "--version", "-v"}) {
             if (argument == flag)
                 return true;
         }

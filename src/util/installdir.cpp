@@ -18,6 +18,10 @@ namespace vyr {
 namespace {
 
 constexpr std::string_view kEngineFileName = "libvyr.so";
+// A system installation keeps the engine among the shared libraries and
+// everything else of the product in this folder beside it (VYR_INSTALL_DIR
+// of the build).
+constexpr std::string_view kPrivateFolderName = "vyr/";
 
 std::string directoryOf(const std::string &path)
 {
@@ -41,7 +45,8 @@ std::string loadedEnginePath()
             const std::string_view name = info->dlpi_name ? info->dlpi_name : "";
             const std::size_t slash = name.rfind('/');
             const std::string_view base = slash == std::string_view::npos ? name : name.substr(slash + 1);
-            if (base != kEngineFileName)
+            // The loader names the engine by its SONAME, libvyr.so.<version>.
+            if (base != kEngineFileName && !base.starts_with(std::string(kEngineFileName) + '.'))
                 return 0;
             *static_cast<std::string *>(data) = std::string(name);
             return 1;
@@ -68,6 +73,17 @@ bool exists(const std::string &path)
 bool isInstallation(const std::string &directory)
 {
     return exists(directory + std::string(kEngineFileName)) || exists(directory + "messages");
+}
+
+// The installation a module directory belongs to: its private folder when
+// it has one (the engine among the system's libraries, where the link for
+// developers is no sign of an installation), else the directory itself as
+// the build tree lays it out; empty when neither is one.
+std::string installationOf(const std::string &module)
+{
+    if (const std::string folder = module + std::string(kPrivateFolderName); exists(folder + "messages"))
+        return folder;
+    return isInstallation(module) ? module : std::string();
 }
 
 std::string fromMachineSettings()
@@ -109,10 +125,12 @@ std::string resolveInstallDirectory()
         directory = absoluteSetting("VYR_HOME");
     if (directory.empty()) {
         const std::string module = moduleDirectory();
-        if (!module.empty() && isInstallation(module))
-            directory = module;
-        else if (directory = fromMachineSettings(); directory.empty() || directory.front() != '/')
-            directory = module;
+        directory = module.empty() ? std::string() : installationOf(module);
+        if (directory.empty()) {
+            directory = fromMachineSettings();
+            if (directory.empty() || directory.front() != '/')
+                directory = module;
+        }
     }
     if (directory.empty() || directory.back() != '/')
         directory += '/';

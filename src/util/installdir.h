@@ -1,13 +1,16 @@
 // Where the product is installed.
 //
-// The installation directory holds the engine (libvyr.so), the resource
-// library (res/), the help books (help/), the message catalogs (messages/) and
-// the format definitions. It is found once per process, in this order:
+// The installation directory holds the outside services, the resource
+// library (res/), the help books (help/), the message catalogs (messages/)
+// and the format definitions; in the build tree also the engine (libvyr.so).
+// It is found once per process, in this order:
 //   1. $VYR_HOME_OVERRIDE when not empty (the variable is then emptied, so a
 //      child process does not inherit the override);
 //   2. $VYR_HOME;
-//   3. the directory of the loaded libvyr.so (of the running program when the
-//      engine is not loaded), when it holds libvyr.so or a messages/ entry;
+//   3. the folder vyr/ beside the loaded libvyr.so (a system installation:
+//      the engine among the shared libraries) when it holds messages/, else
+//      the engine's directory itself (of the running program when the
+//      engine is not loaded) when it holds libvyr.so or a messages/ entry;
 //   4. the value VYR_HOME of the machine setting
 //      "SOFTWARE\Quenbry Inc.\Vyrcore\BUILD\<build>", then of
 //      "SOFTWARE\Quenbry Inc.\Vyrcore";
@@ -32,7 +35,7 @@ const std::string &getInstallDirectory();
 // getInstallDirectory is this plus the keeping; tests use it directly.
 std::string resolveInstallDirectory();
 
-// The directory of the loaded libvyr.so, else of the running program; ends
+// The directory of the loaded engine, else of the running program; ends
 // in "/". Empty only when neither can be found.
 std::string moduleDirectory();
 
