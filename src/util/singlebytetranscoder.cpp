@@ -12,8 +12,6 @@
 namespace vyr {
 namespace {
 
-constexpr std::int16_t kNoByte = -1;
-
 class SingleByteTranscoder final : public Transcoder
 {
 public:
@@ -40,7 +38,14 @@ public:
             std::memcpy(&toWide_[byte], wide->data(), sizeof(char16_t));
         }
         // The way back is iconv's own, which may differ from the way in where
-        // a code page maps two bytes to one character.
+        // a code page maps two bytes to one character. A unit no byte maps
+        // to becomes "?", but a lone surrogate that stands for a byte.
+        fromWide_ = std::make_unique<unsigned char[]>(kUnits);
+        for (std::size_t unit = 0; unit < kUnits; ++unit) {
+            const bool escape = unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFFu;
+            fromWide_[unit] = static_cast<unsigned char>(escape ? (unit & 0xFF) : kUnmappableReplacement);
+        }
+        std::array<bool, 0x80> asciiMapped{};
         for (int byte = 0; byte < 256; ++byte) {
             const char16_t unit = toWide_[byte];
             if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF)
@@ -50,16 +55,13 @@ public:
             const auto narrowBack = fromWide.convertShort(unitBytes, &error);
             if (!narrowBack || narrowBack->size() != 1)
                 continue;
-            auto &page = fromWide_[unit >> 8];
-            if (!page) {
-                page = std::make_unique<Page>();
-                page->fill(kNoByte);
-            }
-            (*page)[unit & 0xFF] = static_cast<unsigned char>((*narrowBack)[0]);
+            fromWide_[unit] = static_cast<unsigned char>((*narrowBack)[0]);
+            if (unit < asciiMapped.size())
+                asciiMapped[unit] = true;
         }
         asciiIsItself_ = true;
         for (char16_t unit = 0; unit < 0x80; ++unit) {
-            if (fromWide_[0] == nullptr || (*fromWide_[0])[unit] != static_cast<std::int16_t>(unit))
+            if (!asciiMapped[unit] || fromWide_[unit] != unit)
                 asciiIsItself_ = false;
         }
         return true;
@@ -95,29 +97,32 @@ public:
                 continue;
             }
             const char16_t unit = wide[i];
-            const auto &page = fromWide_[unit >> 8];
-            const std::int16_t byte = page ? (*page)[unit & 0xFF] : kNoByte;
-            if (byte != kNoByte) {
-                *next++ = static_cast<char>(byte);
-            } else if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF) {
-                *next++ = static_cast<char>(unit & 0xFF);
-            } else {
-                // A pair the code page cannot hold is one character.
-                if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < size && wide[i + 1] >= 0xDC00 && wide[i + 1] <= 0xDFFF)
-                    ++i;
-                *next++ = kUnmappableReplacement;
-            }
+            *next++ = byteOf(unit);
+            // A pair the code page cannot hold (no byte stands for a
+            // surrogate) is one character.
+            if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < size && wide[i + 1] >= 0xDC00 && wide[i + 1] <= 0xDFFF)
+                ++i;
         }
         out.resize(static_cast<std::size_t>(next - out.data()));
     }
 
+    std::size_t storeUnit(char16_t unit, char *out) const override
+    {
+        *out = byteOf(unit);
+        return 1;
+    }
+
+    UnitForm unitForm() const override { return {UnitForm::Kind::ByteTable, fromWide_.get()}; }
+
 private:
-    using Page = std::array<std::int16_t, 256>;
+    static constexpr std::size_t kUnits = 0x10000;
+
+    char byteOf(char16_t unit) const { return static_cast<char>(fromWide_[unit]); }
 
     std::array<char16_t, 256> toWide_{};
-    // Indexed by the high byte of a unit, then by its low byte; pages that no
-    // byte maps to stay empty.
-    std::array<std::unique_ptr<Page>, 256> fromWide_;
+    // The byte of every unit: one look, whatever the unit, where pages by
+    // the unit's high byte would take two that wait on each other.
+    std::unique_ptr<unsigned char[]> fromWide_;
     // Units below 0x80 become the byte of the same value (true but for
     // EBCDIC and the like), which spares the table on most of a text.
     bool asciiIsItself_ = false;

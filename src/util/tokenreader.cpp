@@ -17,16 +17,17 @@ std::optional<unsigned> fourHexDigits(std::string_view digits)
     return value;
 }
 
-std::size_t findByte(std::string_view text, std::size_t from, char wanted)
+BracketMarks lastBracketMarks(std::string_view text, std::size_t start)
 {
-    std::size_t i = from;
-    for (; i + 16 <= text.size(); i += 16) {
-        if (const std::size_t at = bytescan::firstOf16(text.data() + i, static_cast<unsigned char>(wanted)); at < 16)
-            return i + at;
+    const std::size_t count = text.size() - start;
+    if (text.size() >= kBracketBlock) {
+        // The end of the text's last 64 bytes.
+        const char *last = text.data() + text.size() - kBracketBlock;
+        return {bytescan::marksOf64(last, '<') >> (kBracketBlock - count),
+                bytescan::marksOf64(last, '>') >> (kBracketBlock - count)};
     }
-    while (i < text.size() && text[i] != wanted)
-        ++i;
-    return i;
+    return {bytescan::marksOfFirst(text.data() + start, count, '<'),
+            bytescan::marksOfFirst(text.data() + start, count, '>')};
 }
 
 namespace {
@@ -37,9 +38,9 @@ const NameSlot *namedToken(std::string_view token)
 {
     if (token.empty() || token.size() > 16)
         return nullptr;
-    const NameSlot &slot = kNameSlotTable[nameSlot(token.size(), static_cast<unsigned char>(token.front()),
-                                                   static_cast<unsigned char>(token.back()))];
-    return slot.length == token.size() && slot.name == PackedName::of(token) ? &slot : nullptr;
+    const PackedName name = PackedName::of(token);
+    const NameSlot &slot = kNameSlotTable[nameSlot(name)];
+    return slot.length == token.size() && slot.name == name ? &slot : nullptr;
 }
 
 // The value of the four bytes after "u" in a "<uXXXX>" token, read as the
@@ -59,9 +60,8 @@ unsigned readTokenHex(std::string_view digits)
 
 } // namespace
 
-Token readToken(std::string_view text, std::size_t open)
+Token readToken(std::string_view text, std::size_t open, std::size_t close)
 {
-    const std::size_t close = findByte(text, open + 1, '>');
     if (close == text.size())
         return {Token::Kind::Unterminated, 0, text.size()};
     const std::string_view token = text.substr(open + 1, close - open - 1);

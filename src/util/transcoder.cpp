@@ -3,6 +3,7 @@
 #include "util/codepage.h"
 #include "util/codepage_p.h"
 
+#include <algorithm>
 #include <cstring>
 #include <unordered_map>
 
@@ -62,6 +63,15 @@ private:
 };
 
 } // namespace
+
+std::size_t Transcoder::storeUnit(char16_t unit, char *out) const
+{
+    std::string bytes;
+    appendNarrow(std::u16string_view(&unit, 1), bytes);
+    const std::size_t count = std::min(bytes.size(), kMaxUnitBytes);
+    std::memcpy(out, bytes.data(), count);
+    return count;
+}
 
 std::size_t storeAsciiRun(std::u16string_view wide, char *out)
 {

@@ -19,12 +19,36 @@ namespace vyr {
 inline constexpr char16_t kEscapedByteBase = 0xDC00;
 inline constexpr char kUnmappableReplacement = '?';
 
+// How a transcoder writes a single UTF-16 unit other than a surrogate, for
+// writers that go through many characters and want neither a call nor a
+// branch for each.
+struct UnitForm
+{
+    enum class Kind {
+        Other, // only storeUnit() knows
+        Utf8, // as UTF-8 writes it
+        ByteTable, // the one byte `bytes` holds for it
+    };
+    Kind kind = Kind::Other;
+    // The byte of each of the 65536 units.
+    const unsigned char *bytes = nullptr;
+};
+
 class Transcoder
 {
 public:
     virtual ~Transcoder() = default;
     virtual void appendWide(std::string_view narrow, std::u16string &out) const = 0;
     virtual void appendNarrow(std::u16string_view wide, std::string &out) const = 0;
+
+    // The most bytes storeUnit() writes.
+    static constexpr std::size_t kMaxUnitBytes = 8;
+    // Stores at `out` the bytes that appendNarrow() gives for `unit` alone,
+    // which must not be a high surrogate, and returns how many: a way for
+    // one character at a time without a string in between. The base goes
+    // through appendNarrow().
+    virtual std::size_t storeUnit(char16_t unit, char *out) const;
+    virtual UnitForm unitForm() const { return {}; }
 
     // Whether texts may be converted piece by piece and the results joined,
     // which lets large texts go through a small buffer: narrow texts cut at

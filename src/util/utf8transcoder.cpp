@@ -172,31 +172,50 @@ public:
                 const std::size_t run = storeAsciiRun(wide.substr(i), next);
                 next += run;
                 i += run - 1;
-            } else if (unit < 0x800) {
-                *next++ = static_cast<char>(0xC0 | (unit >> 6));
-                *next++ = static_cast<char>(0x80 | (unit & 0x3F));
-            } else if (unit >= 0xD800 && unit <= 0xDBFF) {
-                if (i + 1 < size && wide[i + 1] >= 0xDC00 && wide[i + 1] <= 0xDFFF) {
-                    const char32_t codePoint = 0x10000 + ((unit - 0xD800) << 10) + (wide[i + 1] - 0xDC00);
-                    *next++ = static_cast<char>(0xF0 | (codePoint >> 18));
-                    *next++ = static_cast<char>(0x80 | ((codePoint >> 12) & 0x3F));
-                    *next++ = static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
-                    *next++ = static_cast<char>(0x80 | (codePoint & 0x3F));
-                    ++i;
-                } else {
-                    *next++ = kUnmappableReplacement;
-                }
-            } else if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF) {
-                *next++ = static_cast<char>(unit & 0xFF);
-            } else if (unit >= 0xDC00 && unit <= 0xDFFF) {
-                *next++ = kUnmappableReplacement;
+            } else if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < size && wide[i + 1] >= 0xDC00
+                       && wide[i + 1] <= 0xDFFF) {
+                const char32_t codePoint = 0x10000 + ((unit - 0xD800) << 10) + (wide[i + 1] - 0xDC00);
+                *next++ = static_cast<char>(0xF0 | (codePoint >> 18));
+                *next++ = static_cast<char>(0x80 | ((codePoint >> 12) & 0x3F));
+                *next++ = static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+                *next++ = static_cast<char>(0x80 | (codePoint & 0x3F));
+                ++i;
             } else {
-                *next++ = static_cast<char>(0xE0 | (unit >> 12));
-                *next++ = static_cast<char>(0x80 | ((unit >> 6) & 0x3F));
-                *next++ = static_cast<char>(0x80 | (unit & 0x3F));
+                next += storeUtf8Unit(wide[i], next);
             }
         }
         out.resize(static_cast<std::size_t>(next - out.data()));
+    }
+
+    std::size_t storeUnit(char16_t unit, char *out) const override { return storeUtf8Unit(unit, out); }
+    UnitForm unitForm() const override { return {UnitForm::Kind::Utf8}; }
+
+private:
+    // Any unit but the first of a pair: a lone surrogate that stands for a
+    // byte becomes that byte, any other "?".
+    static std::size_t storeUtf8Unit(char16_t unit, char *out)
+    {
+        if (unit < 0x80) {
+            out[0] = static_cast<char>(unit);
+            return 1;
+        }
+        if (unit < 0x800) {
+            out[0] = static_cast<char>(0xC0 | (unit >> 6));
+            out[1] = static_cast<char>(0x80 | (unit & 0x3F));
+            return 2;
+        }
+        if (unit >= kEscapedByteBase && unit <= kEscapedByteBase + 0xFF) {
+            out[0] = static_cast<char>(unit & 0xFF);
+            return 1;
+        }
+        if (unit >= 0xD800 && unit <= 0xDFFF) {
+            out[0] = kUnmappableReplacement;
+            return 1;
+        }
+        out[0] = static_cast<char>(0xE0 | (unit >> 12));
+        out[1] = static_cast<char>(0x80 | ((unit >> 6) & 0x3F));
+        out[2] = static_cast<char>(0x80 | (unit & 0x3F));
+        return 3;
     }
 };
 
