@@ -29,11 +29,6 @@ void CUGCell::setPropertyFlag(std::uint32_t property, bool set)
     m_mask = set ? (m_mask | property) : (m_mask & ~property);
 }
 
-CUGCell::CUGCell() = default;
-CUGCell::~CUGCell() = default;
-CUGCell::CUGCell(CUGCell &&other) noexcept = default;
-CUGCell &CUGCell::operator=(CUGCell &&other) noexcept = default;
-
 CUGCell::CUGCell(const CUGCell &other)
     : m_mask(other.m_mask)
     , m_dataType(other.m_dataType)
@@ -44,7 +39,7 @@ CUGCell::CUGCell(const CUGCell &other)
     , m_decimals(other.m_decimals)
     , m_userValue(other.m_userValue)
     , m_text(other.m_text)
-    , m_rare(other.m_rare)
+    , m_rare(other.m_mask & kRareProperties ? other.m_rare : nullptr)
 {
 }
 
@@ -114,18 +109,9 @@ void CUGCell::addRareFrom(const std::shared_ptr<Rare> &from, std::uint32_t set)
     takeIfSet(set, target.join, source.join, Join);
 }
 
-void CUGCell::addInfoFrom(const CUGCell &source)
+void CUGCell::addAllFrom(const CUGCell &source)
 {
     const std::uint32_t set = source.m_mask;
-    // The common stored cell: a text, maybe with its data type.
-    if ((set & ~std::uint32_t(Text | DataType)) == 0) {
-        if (set & Text)
-            m_text = source.m_text;
-        if (set & DataType)
-            m_dataType = source.m_dataType;
-        m_mask |= set;
-        return;
-    }
     takeIfSet(set, m_text, source.m_text, Text);
     takeIfSet(set, m_dataType, source.m_dataType, DataType);
     takeIfSet(set, m_userValue, source.m_userValue, UserValue);
@@ -143,23 +129,19 @@ void CUGCell::copyInfoFrom(const CUGCell &source)
 {
     m_mask = source.m_mask;
     addInfoFrom(source);
+    if (!(m_mask & kRareProperties))
+        m_rare.reset();
 }
 
-void CUGCell::clearAll()
+void CUGCell::clearRare()
 {
-    m_mask = 0;
-    if (!m_text.isNull())
-        m_text.clear();
     // A block of our own is kept for the next use; a shared one is let go.
-    if (m_rare && m_rare.use_count() == 1) {
+    if (m_rare.use_count() == 1) {
         m_rare->label.clear();
         m_rare->extraData.clear();
     } else {
         m_rare.reset();
     }
-    m_userValue = -1;
-    m_cellType = -1;
-    m_cellTypeParam = -1;
 }
 
 void CUGCell::setText(const QString &text)

@@ -22,12 +22,15 @@ namespace vyr {
 class CUGCell
 {
 public:
-    CUGCell();
-    ~CUGCell();
+    CUGCell() = default;
+    ~CUGCell() = default;
+    // A copy shares the rare properties' block only when it has such
+    // properties: copying a cell of text alone touches nothing but its
+    // text.
     CUGCell(const CUGCell &other);
     CUGCell &operator=(const CUGCell &other);
-    CUGCell(CUGCell &&other) noexcept;
-    CUGCell &operator=(CUGCell &&other) noexcept;
+    CUGCell(CUGCell &&other) noexcept = default;
+    CUGCell &operator=(CUGCell &&other) noexcept = default;
 
     enum Property : std::uint32_t {
         Text = 0x1,
@@ -70,12 +73,31 @@ public:
     void setPropertyFlag(std::uint32_t property, bool set);
 
     // Adds the properties the source has set; the source's mask joins ours.
-    void addInfoFrom(const CUGCell &source);
-    // Takes the source's mask, then adds.
+    void addInfoFrom(const CUGCell &source)
+    {
+        // The common stored cell: a text, maybe with its data type.
+        if ((source.m_mask & ~std::uint32_t(Text | DataType)) == 0) {
+            addTextFrom(source);
+            return;
+        }
+        addAllFrom(source);
+    }
+    // Takes the source's mask, then adds. A cell left without rare
+    // properties lets go of their block.
     void copyInfoFrom(const CUGCell &source);
     // Nothing set; text and label empty; user value, cell type and its
     // parameter -1; no extra data.
-    void clearAll();
+    void clearAll()
+    {
+        m_mask = 0;
+        if (!m_text.isNull())
+            m_text.clear();
+        if (m_rare)
+            clearRare();
+        m_userValue = -1;
+        m_cellType = -1;
+        m_cellTypeParam = -1;
+    }
 
     QString text() const { return isSet(Text) ? m_text : QString(); }
     // The stored text without a copy; empty when not set.
@@ -159,6 +181,16 @@ private:
     const Rare &rare() const;
     Rare &rareForWriting();
     void addRareFrom(const std::shared_ptr<Rare> &source, std::uint32_t set);
+    void addAllFrom(const CUGCell &source);
+    void clearRare();
+    void addTextFrom(const CUGCell &source)
+    {
+        if (source.m_mask & Text)
+            m_text = source.m_text;
+        if (source.m_mask & DataType)
+            m_dataType = source.m_dataType;
+        m_mask |= source.m_mask;
+    }
 
     template <class Field, class Value>
     void store(Field &field, const Value &value, Property property)

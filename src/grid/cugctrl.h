@@ -407,7 +407,14 @@ private:
     void paintTopHeading(QPainter &painter, const QRect &dirty);
     void paintSideHeading(QPainter &painter, const QRect &dirty);
     void paintCorner(QPainter &painter);
-    void paintOneCell(QPainter &painter, int column, long row, const QRect &rect, bool headingCell);
+    // A heading cell is painted over the look of its heading (see
+    // headingLook()); a cell of the cell area has none.
+    void paintOneCell(QPainter &painter, int column, long row, const QRect &rect, const CUGCell *look);
+    // The heading default with the colours a heading cell of the section
+    // takes where neither it nor the default sets them: made once a paint,
+    // so that the cells share its block of colours rather than each
+    // making one.
+    CUGCell headingLook(int section);
 
     // Geometry of columns and rows in their widgets.
     int columnX(int column) const;

@@ -57,19 +57,27 @@ void CUGCtrl::paintSection(int section, QPainter &painter, const QRect &dirty)
     }
 }
 
-void CUGCtrl::paintOneCell(QPainter &painter, int column, long row, const QRect &rect, bool headingCell)
+CUGCell CUGCtrl::headingLook(int section)
+{
+    CUGCell look;
+    look.copyInfoFrom(m_info.headingDefault);
+    if (!look.isSet(CUGCell::BackColor))
+        look.setBackColor(OnDefaultBackColour(section));
+    if (!look.isSet(CUGCell::TextColor))
+        look.setTextColor(paletteColour(QPalette::ButtonText));
+    return look;
+}
+
+void CUGCtrl::paintOneCell(QPainter &painter, int column, long row, const QRect &rect, const CUGCell *look)
 {
     CUGCell cell;
     GetCellResolved(column, row, cell);
     const QRect inner = rect.adjusted(0, 0, -1, -1);
-    if (headingCell) {
+    if (look) {
+        // Over the look, whose colours the cell shares unless it has its own.
         CUGCell shown;
-        shown.copyInfoFrom(m_info.headingDefault);
+        shown.copyInfoFrom(*look);
         shown.addInfoFrom(cell);
-        if (!shown.isSet(CUGCell::BackColor))
-            shown.setBackColor(OnDefaultBackColour(row < 0 ? ug::TopHeading : ug::SideHeading));
-        if (!shown.isSet(CUGCell::TextColor))
-            shown.setTextColor(paletteColour(QPalette::ButtonText));
         GetCellType(shown)->Paint(painter, rect, column, row, shown, false, false);
         return;
     }
@@ -129,7 +137,7 @@ void CUGCtrl::paintCellArea(QPainter &painter, const QRect &dirty)
                 const int columnWidth = m_info.columns[std::size_t(column)].width;
                 const QRect rect(x, y, columnWidth, rowHeight);
                 if (rect.intersects(dirty)) {
-                    paintOneCell(painter, column, row, rect, false);
+                    paintOneCell(painter, column, row, rect, nullptr);
                     painter.setPen(lines);
                     painter.drawLine(rect.topRight(), rect.bottomRight());
                     painter.drawLine(rect.bottomLeft(), rect.bottomRight());
@@ -158,6 +166,7 @@ void CUGCtrl::paintCellArea(QPainter &painter, const QRect &dirty)
 void CUGCtrl::paintTopHeading(QPainter &painter, const QRect &dirty)
 {
     painter.fillRect(dirty, OnDefaultBackColour(ug::TopHeading));
+    const CUGCell look = headingLook(ug::TopHeading);
     const int rows = int(m_info.headingRowHeights.size());
     for (int headingRow = -rows; headingRow < 0; ++headingRow) {
         const int y = headingRowY(headingRow);
@@ -167,7 +176,7 @@ void CUGCtrl::paintTopHeading(QPainter &painter, const QRect &dirty)
             const int width = m_info.columns[std::size_t(column)].width;
             const QRect rect(x, y, width, height);
             if (rect.intersects(dirty))
-                paintOneCell(painter, column, headingRow, rect, true);
+                paintOneCell(painter, column, headingRow, rect, &look);
             x += width;
         }
     }
@@ -176,6 +185,7 @@ void CUGCtrl::paintTopHeading(QPainter &painter, const QRect &dirty)
 void CUGCtrl::paintSideHeading(QPainter &painter, const QRect &dirty)
 {
     painter.fillRect(dirty, OnDefaultBackColour(ug::SideHeading));
+    const CUGCell look = headingLook(ug::SideHeading);
     const int columns = int(m_info.headingColumnWidths.size());
     int y = 0;
     for (long row = m_info.topRow; row < m_info.numberOfRows && y < m_sideHeading->height(); ++row) {
@@ -184,7 +194,7 @@ void CUGCtrl::paintSideHeading(QPainter &painter, const QRect &dirty)
             const QRect rect(headingColumnX(headingColumn), y,
                              m_info.headingColumnWidths[std::size_t(-headingColumn - 1)], height);
             if (rect.intersects(dirty))
-                paintOneCell(painter, headingColumn, row, rect, true);
+                paintOneCell(painter, headingColumn, row, rect, &look);
         }
         y += height;
     }
@@ -192,7 +202,8 @@ void CUGCtrl::paintSideHeading(QPainter &painter, const QRect &dirty)
 
 void CUGCtrl::paintCorner(QPainter &painter)
 {
-    paintOneCell(painter, -1, -1, m_corner->rect(), true);
+    const CUGCell look = headingLook(ug::TopHeading);
+    paintOneCell(painter, -1, -1, m_corner->rect(), &look);
 }
 
 } // namespace vyr

@@ -4,7 +4,9 @@
 // The stored rows form a treap ordered by row number; each node records how
 // many empty rows lie between it and the stored row before it, and each
 // subtree the rows it spans. A row's number is never stored, so shifting the
-// rows after a point changes one gap, not every row.
+// rows after a point changes one gap, not every row. The nodes are also
+// linked in row order, so that reading rows in order goes from one to the
+// next without walking the tree.
 #ifndef VYR_GRID_SPARSEROWS_H
 #define VYR_GRID_SPARSEROWS_H
 
@@ -27,16 +29,18 @@ public:
     SparseRows &operator=(const SparseRows &) = delete;
 
     // The value stored at `row`, or null. Reading rows in order costs
-    // amortised constant time: the last row found is remembered with its
-    // path, and the next stored rows are reached from there.
+    // constant time: the last row found is remembered, and the next stored
+    // rows are reached from it by their links.
     Value *find(long row) const
     {
         if (m_cursor.node && row >= m_cursor.number) {
             for (int step = 0; step < kCursorSteps; ++step) {
                 if (row == m_cursor.number)
                     return &m_cursor.node->value;
-                if (!advanceUpTo(row))
+                Node *next = m_cursor.node->next;
+                if (!next || m_cursor.number + 1 + next->gap > row)
                     return nullptr;
+                m_cursor = {next, m_cursor.number + 1 + next->gap};
             }
         }
         return seek(row);
@@ -55,10 +59,12 @@ public:
         Node *node = m_nodes.make(gap, m_random());
         if (after)
             addToFirstGap(after, -(gap + 1));
+        link(before, node);
+        node->next = after ? first(after) : nullptr;
         m_root = merge(merge(before, node), after);
         ++m_count;
         // The row is written next, cell after cell: keep the cursor on it.
-        seek(row);
+        m_cursor = {node, row};
         return node->value;
     }
 
@@ -85,6 +91,7 @@ public:
             Node *gone = popFirst(after);
             if (after)
                 addToFirstGap(after, gone->gap);
+            link(before, gone->next);
             m_nodes.recycle(gone);
             --m_count;
         } else if (after) {
@@ -124,6 +131,8 @@ public:
         // counted from the end of `middle` and now counts from `before`.
         if (after)
             addToFirstGap(after, span(middle) - count);
+        if (middle)
+            link(before, after ? first(after) : nullptr);
         recycleAll(middle);
         m_root = merge(before, after);
     }
@@ -165,88 +174,49 @@ private:
         long span; // rows this subtree covers, its gaps included
         Node *left = nullptr;
         Node *right = nullptr;
+        Node *next = nullptr; // the next stored row
         std::uint32_t priority;
         Value value{};
     };
 
-    // A stored row with the path to it: the ancestors whose left subtree
-    // holds it, each with the first row its subtree covers.
+    // The last stored row found.
     struct Cursor
     {
         Node *node = nullptr;
         long number = 0;
-        long start = 0;
-        std::vector<std::pair<Node *, long>> pending;
     };
     static constexpr int kCursorSteps = 8;
 
-    void forgetCursor()
-    {
-        m_cursor.node = nullptr;
-        m_cursor.pending.clear();
-    }
+    void forgetCursor() { m_cursor.node = nullptr; }
 
     Value *seek(long row) const
     {
-        Cursor &cursor = m_cursor;
-        cursor.node = nullptr;
-        cursor.pending.clear();
+        m_cursor.node = nullptr;
         Node *node = m_root;
         long start = 0;
         while (node) {
             const long leftEnd = start + span(node->left);
             const long position = leftEnd + node->gap;
             if (row < leftEnd) {
-                cursor.pending.emplace_back(node, start);
                 node = node->left;
             } else if (row == position) {
-                cursor.node = node;
-                cursor.number = position;
-                cursor.start = start;
+                m_cursor = {node, position};
                 return &node->value;
             } else if (row < position) {
-                break;
+                return nullptr;
             } else {
                 start = position + 1;
                 node = node->right;
             }
         }
-        cursor.pending.clear();
         return nullptr;
     }
 
-    // Moves the cursor to the next stored row unless that row comes after
-    // `row`; false when it does, or when there is none.
-    bool advanceUpTo(long row) const
+    // Makes `next` follow the last row of `before` in row order.
+    static void link(Node *before, Node *next)
     {
-        Cursor &cursor = m_cursor;
-        if (Node *node = cursor.node->right) {
-            const long start = cursor.number + 1;
-            Node *first = node;
-            while (first->left)
-                first = first->left;
-            if (start + first->gap > row)
-                return false;
-            while (node->left) {
-                cursor.pending.emplace_back(node, start);
-                node = node->left;
-            }
-            cursor.node = node;
-            cursor.start = start;
-            cursor.number = start + node->gap;
-            return true;
-        }
-        if (cursor.pending.empty())
-            return false;
-        const auto [node, start] = cursor.pending.back();
-        const long number = start + span(node->left) + node->gap;
-        if (number > row)
-            return false;
-        cursor.pending.pop_back();
-        cursor.node = node;
-        cursor.start = start;
-        cursor.number = number;
-        return true;
+        if (before)
+            last(before)->next = next;
     }
 
     static long span(const Node *node) { return node ? node->span : 0; }
@@ -289,6 +259,13 @@ private:
     {
         while (node->left)
             node = node->left;
+        return node;
+    }
+
+    static Node *last(Node *node)
+    {
+        while (node->right)
+            node = node->right;
         return node;
     }
 
