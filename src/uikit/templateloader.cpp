@@ -3,11 +3,24 @@
 #include "uikit/dropdowncombobox.h"
 #include "uikit/pageaccessible.h"
 
+#include <QCoreApplication>
+
 namespace vyr {
 
 TemplateLoader &TemplateLoader::instance()
 {
-    static TemplateLoader *loader = new TemplateLoader;
+    static TemplateLoader *loader = [] {
+        // A form loader loads every Designer plugin in the library paths
+        // as it is made. The templates hold Qt's widgets and ours alone;
+        // the plugins would map Qt Quick into every host for nothing, and
+        // their folders follow QT_PLUGIN_PATH and the host's directory,
+        // which are not the installation's. So it is made with none.
+        const QStringList paths = QCoreApplication::libraryPaths();
+        QCoreApplication::setLibraryPaths({});
+        auto *made = new TemplateLoader;
+        QCoreApplication::setLibraryPaths(paths);
+        return made;
+    }();
     return *loader;
 }
 

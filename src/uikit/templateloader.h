@@ -10,8 +10,7 @@ namespace vyr {
 class TemplateLoader final : public QUiLoader
 {
 public:
-    // Made on first use: making a loader scans the widget plugins, which
-    // costs more than building a dialog.
+    // Made on first use, without Designer's widget plugins.
     static TemplateLoader &instance();
 
     QWidget *createWidget(const QString &className, QWidget *parent, const QString &name) override;
