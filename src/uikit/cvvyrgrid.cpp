@@ -78,6 +78,7 @@ void CVVyrGrid::readColours()
     m_colours.disabledBack = colours.color(QPalette::Active, QPalette::Button);
     m_colours.highlightText = colours.color(QPalette::Active, QPalette::HighlightedText);
     m_colours.highlightBack = colours.color(QPalette::Active, QPalette::Highlight);
+    forgetLooks();
 }
 
 bool CVVyrGrid::event(QEvent *event)
@@ -153,7 +154,15 @@ void CVVyrGrid::OnGridInit()
 
 // --- Enabling
 
-CUGCell CVVyrGrid::enabledLook(bool cellEnabled, bool readOnlyToo) const
+const CUGCell &CVVyrGrid::enabledLook(bool cellEnabled, bool readOnlyToo) const
+{
+    std::optional<CUGCell> &look = m_looks[(cellEnabled ? 2 : 0) + (readOnlyToo ? 1 : 0)];
+    if (!look)
+        look = makeLook(cellEnabled, readOnlyToo);
+    return *look;
+}
+
+CUGCell CVVyrGrid::makeLook(bool cellEnabled, bool readOnlyToo) const
 {
     CUGCell look;
     if (m_enabled) {
@@ -184,9 +193,10 @@ CUGCell CVVyrGrid::enabledLook(bool cellEnabled, bool readOnlyToo) const
 void CVVyrGrid::EnableGrid(bool enable)
 {
     m_enabled = enable;
+    forgetLooks();
     // Laid over each cell, a look's colours are shared, not copied.
-    const CUGCell enabledCell = enabledLook(true, true);
-    const CUGCell disabledCell = enabledLook(false, true);
+    const CUGCell &enabledCell = enabledLook(true, true);
+    const CUGCell &disabledCell = enabledLook(false, true);
     CUGCell cell;
     GetDefaultCell(cell);
     cell.addInfoFrom(enabledCell);

@@ -40,6 +40,7 @@
 #include <QColor>
 #include <QStringList>
 
+#include <array>
 #include <map>
 #include <memory>
 #include <optional>
@@ -190,7 +191,11 @@ public:
     void EnableControl(bool enable);
     // When false, disabled cells are drawn in their background colour
     // only: their texts stay stored but cannot be seen.
-    void SetShowDisabledText(bool show) { m_showDisabledText = show; }
+    void SetShowDisabledText(bool show)
+    {
+        m_showDisabledText = show;
+        forgetLooks();
+    }
     bool showsDisabledText() const { return m_showDisabledText; }
 
 protected:
@@ -334,8 +339,12 @@ private:
     long writePastedRecord(long row, int firstColumn, const StringList &fields);
     void readColours();
     // The colours of an enabled or a disabled cell in the grid as it is
-    // enabled now, and with `readOnlyToo` the grid's read-only state.
-    CUGCell enabledLook(bool cellEnabled, bool readOnlyToo) const;
+    // enabled now, and with `readOnlyToo` the grid's read-only state. Made
+    // once until the colours or the state change, so that every cell laid
+    // over with it shares its block of colours instead of holding a copy.
+    const CUGCell &enabledLook(bool cellEnabled, bool readOnlyToo) const;
+    CUGCell makeLook(bool cellEnabled, bool readOnlyToo) const;
+    void forgetLooks() { m_looks = {}; }
     // Lays the grid's look over a row's stored cells, as EnableGrid does.
     void restyleRow(long row, const CUGCell &enabledCell, const CUGCell &disabledCell);
     // The row store asks for a loaded row's cells.
@@ -382,6 +391,7 @@ private:
     bool m_keepNewRow;
     bool m_enabled = true;
     bool m_showDisabledText = true;
+    mutable std::array<std::optional<CUGCell>, 4> m_looks;
     bool m_rowsModified = false;
     int m_fontIndex = -1;
     Colours m_colours;
