@@ -6,12 +6,28 @@
 # packaging runs on a copy of debian/ in OUTPUT_DIR/source, so the source
 # tree stays as it is; the .deb files, with the .changes and .buildinfo
 # files, land in OUTPUT_DIR. Needs what scripts/deps.sh installs.
+# OUTPUT_DIR is emptied first only when this script made it (it leaves a
+# marker there) or it is the default one; any other folder with files in it
+# is refused untouched.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=$(cd "${1:-$root/build/release}" && pwd)
 output=${2:-$build/packages}
-rm -rf "$output"
+marker=.made-by-vyr-package
+if [[ -e $output && ! -d $output ]]; then
+    echo "package.sh: $output is not a folder; give a new or empty one" >&2
+    exit 2
+fi
+if [[ -d $output && -n $(ls -A "$output") ]]; then
+    if [[ -n ${2:-} && ( ! -f $output/$marker || -L $output ) ]]; then
+        echo "package.sh: $output holds files this script did not make, so it is left as it is;" \
+            "give a new or empty folder" >&2
+        exit 2
+    fi
+    rm -rf "$output"
+fi
 mkdir -p "$output/source"
+: >"$output/$marker"
 output=$(cd "$output" && pwd)
 cp -R "$root/debian" "$output/source/"
 cd "$output/source"

@@ -12,14 +12,16 @@
 // dialog as a PNG once it shows; --accept then presses OK (otherwise Cancel,
 // when a screenshot was asked for), so that it runs without a person; a
 // refused OK prints why on standard error and exits with 3; a save that
-// fails says why on standard error and exits with 2. With no display it runs
-// on the offscreen platform when --screenshot or --accept ends the dialog by
-// itself, and refuses to start otherwise: nobody could reach its window.
+// fails says why on standard error and exits with 2. Where nobody can reach
+// a window (no display, or the offscreen or minimal platform) it runs only
+// when --screenshot or --accept ends the dialog by itself (offscreen, when
+// there is no display), and otherwise refuses to start with 2.
 #include "vyrversion.h"
 #include "workspace.h"
 #include "workspacewindow.h"
 
 #include "uikit/commandlineusage.h"
+#include "uikit/headless.h"
 #include "uikit/screenshotfile.h"
 #include "uikit/unattendedrun.h"
 #include "util/codepage.h"
@@ -29,7 +31,6 @@
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QFileDialog>
-#include <QGuiApplication>
 #include <QTabBar>
 #include <QTimer>
 
@@ -100,11 +101,8 @@ void automateNextDialog(const Automation &automation, AutomationOutcome &outcome
 
 int main(int argc, char *argv[])
 {
-    if (!vyr::prepareHeadlessRun(argc, argv)) {
-        std::fprintf(stderr, "vyr-ftprops: no display to show the workspace on; use --accept or --screenshot "
-                             "to run without one\n");
-        return 2;
-    }
+    // Decided before Qt takes its own arguments (-platform) out of argv.
+    const bool personThere = vyr::prepareHeadlessRun(argc, argv);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vyr-ftprops"));
     QApplication::setApplicationVersion(QString::fromLatin1(kVyrVersion));
@@ -130,9 +128,13 @@ int main(int argc, char *argv[])
     bool pageRead = true;
     const Automation automation{parser.value(screenshot), parser.isSet(accept),
                                 parser.isSet(page) ? parser.value(page).toInt(&pageRead) : 0};
+    if (!personThere && !automation.active()) {
+        std::fprintf(stderr, "vyr-ftprops: %s; use --accept or --screenshot to run without a person\n",
+                     vyr::kNobodyCanReachWindows);
+        return 2;
+    }
     // Started from a desktop's menu, without a file: the person picks one.
-    if (files.isEmpty() && !parser.isSet(edit) && !automation.active()
-        && QGuiApplication::platformName() != QLatin1String("offscreen")) {
+    if (files.isEmpty() && !parser.isSet(edit) && !automation.active()) {
         const QString chosen = QFileDialog::getOpenFileName(nullptr, QStringLiteral("Open a workspace"), QString(),
                                                             QStringLiteral("Workspaces (*.json);;All files (*)"));
         if (chosen.isEmpty())

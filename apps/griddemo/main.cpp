@@ -81,10 +81,8 @@ bool saveWindowPicture(QMainWindow &window, const QString &file, std::string &er
 
 int main(int argc, char **argv)
 {
-    if (!vyr::prepareHeadlessRun(argc, argv)) {
-        std::fputs("vyr-griddemo: no display to show the grid on; use --screenshot to run without one\n", stderr);
-        return 2;
-    }
+    // Decided before Qt takes its own arguments (-platform) out of argv.
+    const bool personThere = vyr::prepareHeadlessRun(argc, argv);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vyr-griddemo"));
     QApplication::setApplicationVersion(QString::fromLatin1(kVyrVersion));
@@ -108,6 +106,11 @@ int main(int argc, char **argv)
     constexpr long kMostRows = 1'000'000;
     if (!ok || rows < 0 || rows > kMostRows) {
         std::fputs("vyr-griddemo: --rows needs a number of rows from 0 to 1000000\n", stderr);
+        return 2;
+    }
+    if (!personThere && !parser.isSet(shotOption)) {
+        std::fprintf(stderr, "vyr-griddemo: %s; use --screenshot to run without a person\n",
+                     vyr::kNobodyCanReachWindows);
         return 2;
     }
 

@@ -36,7 +36,7 @@ int runDialogCommand(std::string_view command, std::span<const std::string_view>
     }
     const DialogOptions options = dialogOptions(*read);
     if (!startDialogApplication(options, name.c_str()))
-        return 1;
+        return 2;
     std::unique_ptr<vyr::CVyrDialog> dialog;
     if (command == "about")
         dialog = std::make_unique<vyr::CAboutDlg>();

@@ -21,13 +21,18 @@ DialogOptions dialogOptions(const ToolArguments &arguments)
 
 bool startDialogApplication(const DialogOptions &options, const char *command)
 {
-    if (options.accept || !options.screenshot.empty())
+    const bool endsByItself = options.accept || !options.screenshot.empty();
+    if (!endsByItself && !vyr::aPersonCanReachWindows()) {
+        std::fprintf(stderr, "vyrtool %s: %s; use --accept or --screenshot to run without a person\n", command,
+                     vyr::kNobodyCanReachWindows);
+        return false;
+    }
+    if (endsByItself)
         vyr::drawOffscreenWithoutDisplay();
     vyr::ensureRuntimeFolder();
     if (vyr::ensureApplication())
         return true;
-    std::fprintf(stderr, "vyrtool %s: no window can be shown here; --accept or --screenshot run without a display\n",
-                 command);
+    std::fprintf(stderr, "vyrtool %s: no window can be shown here\n", command);
     return false;
 }
 

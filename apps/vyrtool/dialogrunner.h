@@ -25,7 +25,9 @@ DialogOptions dialogOptions(const ToolArguments &arguments);
 
 // Makes the application the dialog runs in: without a display, on the
 // offscreen platform when `options` end the dialog by themselves. False,
-// said on standard error, when no window could reach anybody.
+// said on standard error, when the dialog would wait for a person nobody
+// can be (no display, or the offscreen or minimal platform) or no window
+// can be shown at all.
 bool startDialogApplication(const DialogOptions &options, const char *command);
 
 enum class DialogOutcome {

@@ -80,7 +80,7 @@ int runEditorCommand(std::string_view command, std::span<const std::string_view>
     }
     const bool editable = domain ? !(registry && registry->isSource()) : !read->hasFlag("source");
 
-    int status = 1;
+    int status = 2;
     if (startDialogApplication(dialogOptions(*read), name)) {
         ArgumentEditor editor(*kind, read->words[1], registry, editable);
         const DialogOutcome outcome = runToolDialog(editor.dialog(), dialogOptions(*read), name);

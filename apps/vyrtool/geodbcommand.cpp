@@ -80,7 +80,7 @@ int runGeodatabaseCommand(std::span<const std::string_view> arguments)
     }
     const DialogOptions options = dialogOptions(*read);
     if (!startDialogApplication(options, "geodb"))
-        return 1;
+        return 2;
     const std::unique_ptr<VYRStringObject, void (*)(VYRStringHandle)> location(VYR_StringCreate(), VYR_StringDestroy);
     if (!read->words.empty())
         VYR_StringSet(location.get(), read->words.front().c_str());

@@ -1,8 +1,8 @@
 // Running without a display. A window nobody can reach never closes, so a
-// program shows windows only where there is a display or a Qt platform the
-// caller chose, and runs that end by themselves (--accept, --screenshot,
-// --help) are drawn on the offscreen platform when there is no display.
-// Header only: the programs decide this before any application exists.
+// program shows windows that wait for a person only where one can reach
+// them, and runs that end by themselves (--accept, --screenshot, --help)
+// are drawn on the offscreen platform when there is no display.
+// Header only: the programs call it before any application exists.
 #ifndef VYR_UIKIT_HEADLESS_H
 #define VYR_UIKIT_HEADLESS_H
 
@@ -50,8 +50,9 @@ inline bool localXServerAnswers(std::string_view display)
     return false;
 }
 
-// Whether a window can reach anybody here: there is a display that answers,
-// or the caller chose a Qt platform itself (such as "offscreen").
+// Whether a window can be made here: there is a display that answers, or
+// the caller chose a Qt platform itself (such as "offscreen", for a host
+// that drives its windows itself). Not that anybody sees it.
 inline bool windowsHaveAPlace()
 {
     const auto set = [](const char *name) {
@@ -63,6 +64,39 @@ inline bool windowsHaveAPlace()
     const char *display = set("DISPLAY");
     return display && localXServerAnswers(display);
 }
+
+// The Qt platform the program's run will use when one was chosen: the
+// -platform argument (Qt takes --platform too), else QT_QPA_PLATFORM; its
+// first choice, without the options after ':'. Empty when none was chosen.
+inline std::string chosenPlatform(int argc = 0, char *argv[] = nullptr)
+{
+    std::string_view chosen;
+    if (const char *value = std::getenv("QT_QPA_PLATFORM"))
+        chosen = value;
+    for (int i = 1; i + 1 < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (argument == "-platform" || argument == "--platform")
+            chosen = argv[i + 1];
+    }
+    chosen = chosen.substr(0, chosen.find(';'));
+    return std::string(chosen.substr(0, chosen.find(':')));
+}
+
+// Whether a person can reach the windows of a program whose application is
+// made with this command line: not on the platforms that draw for nobody
+// (offscreen, minimal), and otherwise where a display answers or the caller
+// chose another platform.
+inline bool aPersonCanReachWindows(int argc = 0, char *argv[] = nullptr)
+{
+    const std::string platform = chosenPlatform(argc, argv);
+    if (platform == "offscreen" || platform == "minimal")
+        return false;
+    return !platform.empty() || windowsHaveAPlace();
+}
+
+// What a program says when it refuses to wait for a person nobody can be.
+inline constexpr char kNobodyCanReachWindows[] =
+    "nobody could reach its window (no display, or the offscreen or minimal Qt platform)";
 
 // Without a display, windows are drawn on the offscreen platform. Takes
 // effect only before the application object exists.
@@ -96,36 +130,17 @@ inline void ensureRuntimeFolder()
     });
 }
 
-// Whether the command line asks for a run that ends by itself: --accept,
-// --help, --version, or --screenshot with a file to write.
-inline bool endsByItself(int argc, char *argv[])
-{
-    for (int i = 1; i < argc; ++i) {
-        const std::string_view argument = argv[i];
-        for (const std::string_view flag : {"--accept", "--help", "-h", "--version", "-v"}) {
-            if (argument == flag)
-                return true;
-        }
-        constexpr std::string_view kScreenshot = "--screenshot";
-        if (argument == kScreenshot && i + 1 < argc && *argv[i + 1])
-            return true;
-        if (argument.starts_with(kScreenshot) && argument.substr(kScreenshot.size()).starts_with('=')
-            && argument.size() > kScreenshot.size() + 1)
-            return true;
-    }
-    return false;
-}
-
-// Before the application exists: false when there is no display and the
-// run would need a person; otherwise true, with the offscreen platform
-// chosen where there is no display.
+// Before the application exists, with the command line the application is
+// made with: whether a person can reach its windows. Where there is no
+// display the offscreen platform is chosen anyway, so that the command line
+// can be read (help, bad usage) and runs that end by themselves drawn; a
+// program refuses to wait for a person once it knows that its run would.
 inline bool prepareHeadlessRun(int argc, char *argv[])
 {
-    if (!windowsHaveAPlace() && !endsByItself(argc, argv))
-        return false;
+    const bool personThere = aPersonCanReachWindows(argc, argv);
     drawOffscreenWithoutDisplay();
     ensureRuntimeFolder();
-    return true;
+    return personThere;
 }
 
 } // namespace vyr

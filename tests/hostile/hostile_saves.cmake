@@ -175,8 +175,7 @@ else()
     execute_process(COMMAND umount ${disk})
 endif()
 
-# No display at all: a refused OK still ends at once with 3, and a run that
-# would wait for a person at a window nobody can see ends with 2.
+# No display at all: a refused OK still ends at once with 3.
 set(ws ${work}/nodisplay)
 file(COPY ${EXAMPLES}/ DESTINATION ${ws})
 file(READ ${ws}/schemas/shapefile-wells.json wells)
@@ -187,11 +186,27 @@ hostile_run(run TIMEOUT 20 COMMAND ${HOSTILE_NO_DISPLAY} ${FTPROPS} ${ws}/worksp
 if(NOT run_status EQUAL 3)
     hostile_fail("refused OK without a display: ${run_outcome}")
 endif()
-foreach(arguments IN ITEMS "" "--edit;ROADS")
-    hostile_run(run COMMAND ${HOSTILE_NO_DISPLAY} ${FTPROPS} ${ws}/workspace.json ${arguments})
-    string(JOIN " " label vyr-ftprops workspace.json ${arguments})
-    if(NOT run_status EQUAL 2 OR run_said STREQUAL "")
-        hostile_fail("${label} without a display: ${run_outcome}")
+# Where nobody can reach a window - no display, or a platform that draws
+# for nobody, chosen by the environment or -platform (a Wayland display is
+# taken as given, so only the platform keeps the person away) - a run that
+# would wait for a person ends at once with 2 and says why; help ends by
+# itself. Each case: status|environment|program|arguments.
+foreach(case IN ITEMS "2|-u QT_QPA_PLATFORM|${FTPROPS}|${ws}/workspace.json"
+        "2|-u QT_QPA_PLATFORM|${FTPROPS}|${ws}/workspace.json --edit ROADS"
+        "2|QT_QPA_PLATFORM=offscreen|${FTPROPS}|${ws}/workspace.json"
+        "2|QT_QPA_PLATFORM=minimal|${FTPROPS}|${ws}/workspace.json --edit ROADS"
+        "2|-u QT_QPA_PLATFORM WAYLAND_DISPLAY=wayland-9|${FTPROPS}|-platform offscreen ${ws}/workspace.json"
+        "2|QT_QPA_PLATFORM=offscreen:fontengine=freetype|${VYRTOOL}|about"
+        "2|QT_QPA_PLATFORM=minimal|${GRIDDEMO}|--rows 10"
+        "0|-u QT_QPA_PLATFORM|${FTPROPS}|--help-all")
+    string(REPLACE "|" ";" case "${case}")
+    list(POP_FRONT case expected where program arguments)
+    separate_arguments(where UNIX_COMMAND "${where}")
+    separate_arguments(arguments UNIX_COMMAND "${arguments}")
+    hostile_run(run COMMAND env -u DISPLAY -u WAYLAND_DISPLAY ${where} ${program} ${arguments})
+    if(NOT run_status EQUAL expected OR (expected EQUAL 2 AND run_said STREQUAL ""))
+        cmake_path(GET program FILENAME name)
+        hostile_fail("${name} ${arguments} with ${where}: ${run_outcome}")
     endif()
 endforeach()
 
