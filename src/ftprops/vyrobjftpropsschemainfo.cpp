@@ -271,15 +271,17 @@ void VYRObjFTPropsSchemaInfo::setUserAttributes(const std::vector<UserAttributeT
     // Only the attributes that go are removed: the others keep their place
     // among the feature's attributes, so that writing the same list again
     // leaves the feature as it was. The order comes from the list.
-    std::unordered_set<std::string> kept;
+    std::unordered_set<std::string_view> kept;
     kept.reserve(attributes.size());
     for (const UserAttributeTypes &attribute : attributes)
         kept.insert(attribute.name);
-    SessionArray all(m_session);
-    m_feature.getAllAttributeNames(*all);
-    for (const std::string &name : all.list()) {
-        if (isUserAttributeName(name) && !kept.contains(name))
-            removeUserAttribute(name);
+    // Read packed, as the names are read on opening: one block, not a
+    // string object per name.
+    VYRPackedStringArrayImp all;
+    m_feature.getAllAttributeNames(all);
+    for (std::size_t i = 0; i < all.entries(); ++i) {
+        if (const std::string_view name = all.view(i); isUserAttributeName(name) && !kept.contains(name))
+            removeUserAttribute(std::string(name));
     }
     for (const UserAttributeTypes &attribute : attributes)
         writeUserAttribute(attribute, true);

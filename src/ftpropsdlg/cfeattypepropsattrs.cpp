@@ -251,8 +251,12 @@ void CFeatTypePropsAttrs::WriteToSchema(FTPropsSchemaInfo &target, const StringL
         targetAttributes = target.getAttributeNames(true, false);
     }
 
-    // Each row as (its name on the page, what is written).
-    std::vector<std::pair<std::string, UserAttributeTypes>> rows;
+    // What each row writes; with `apply`, also its name on the page.
+    std::vector<UserAttributeTypes> attributes;
+    std::vector<std::string> pageNames;
+    attributes.reserve(std::size_t(m_grid->attributeRowCount()));
+    if (apply)
+        pageNames.reserve(attributes.capacity());
     for (long row = 0; row < m_grid->attributeRowCount(); ++row) {
         const UserAttributeTypes *loaded = m_grid->LoadedAttributeOf(row);
         const std::string pageName
@@ -272,14 +276,12 @@ void CFeatTypePropsAttrs::WriteToSchema(FTPropsSchemaInfo &target, const StringL
             });
             taken.insert(attribute.name);
         }
-        rows.emplace_back(pageName, std::move(attribute));
+        if (apply)
+            pageNames.push_back(pageName);
+        attributes.push_back(std::move(attribute));
     }
 
     if (!apply && !remove) {
-        std::vector<UserAttributeTypes> attributes;
-        attributes.reserve(rows.size());
-        for (auto &row : rows)
-            attributes.push_back(std::move(row.second));
         target.setUserAttributes(attributes);
         return;
     }
@@ -291,9 +293,9 @@ void CFeatTypePropsAttrs::WriteToSchema(FTPropsSchemaInfo &target, const StringL
         // The chosen names are the page's; in another format they are
         // stored under the names that format gives them.
         for (const std::string &name : *apply) {
-            const auto row = std::find_if(rows.begin(), rows.end(), [&](const auto &r) { return r.first == name; });
-            if (row != rows.end())
-                target.storeUserAttribute(row->second);
+            const auto row = std::find(pageNames.begin(), pageNames.end(), name);
+            if (row != pageNames.end())
+                target.storeUserAttribute(attributes[std::size_t(row - pageNames.begin())]);
         }
     }
 }
