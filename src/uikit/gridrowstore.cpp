@@ -118,6 +118,10 @@ int GridRowStore::DeleteRow(long row)
 long GridRowStore::InsertRows(long row, long count)
 {
     const std::optional<std::size_t> firstRecord = std::exchange(m_nextRecord, std::nullopt);
+    // A record the store cannot number is refused rather than taken for
+    // another.
+    if (firstRecord && (*firstRecord > kRecordLimit || std::size_t(std::max(0L, count)) > kRecordLimit - *firstRecord))
+        return 0;
     const long inserted = m_cells.InsertRows(row, count);
     if (inserted <= 0)
         return inserted;
