@@ -340,21 +340,37 @@ QString CAttrTypeGrid::OnCheckText(int column, long row, const QString &text)
     return formatResourceString(res::WholeNumberRequired, {GetCellText(column, -1)});
 }
 
+const AttrType &CAttrTypeGrid::PatternOf(const AttrType &type) const
+{
+    const AttrTypeTemplate *typeTemplate = TemplateOf(fromNarrow(type.name()));
+    return typeTemplate ? *typeTemplate : type;
+}
+
+CAttrTypeGrid::TypeCells CAttrTypeGrid::TypeCellsOf(const AttrType &type)
+{
+    TypeCells cells;
+    cells.type = fromNarrow(type.name());
+    for (std::size_t argument = 0; argument < 2; ++argument) {
+        if (const AttrTypeArg *value = type.arg(argument))
+            cells.arguments[argument] = fromNarrow(value->value());
+    }
+    if (hasDomains())
+        cells.domain = type.suffix().empty() ? kNoDomain : fromNarrow(type.suffix());
+    cells.taken = PatternOf(type).argCount();
+    return cells;
+}
+
 void CAttrTypeGrid::SetRowType(long row, const AttrType &type)
 {
     if (row < 0 || row >= GetRowCount())
         return;
-    SetCellText(m_typeColumn, row, fromNarrow(type.name()));
-    for (int argument = 0; argument < 2; ++argument) {
-        const AttrTypeArg *value = type.arg(std::size_t(argument));
-        SetCellText(argumentColumn(argument), row, value ? fromNarrow(value->value()) : QString());
-    }
+    const TypeCells cells = TypeCellsOf(type);
+    SetCellText(m_typeColumn, row, cells.type);
+    for (int argument = 0; argument < 2; ++argument)
+        SetCellText(argumentColumn(argument), row, cells.arguments[argument]);
     if (hasDomains())
-        SetCellText(domainColumn(), row, type.suffix().empty() ? kNoDomain : fromNarrow(type.suffix()));
-    // A type the list does not offer (a generic one, or one the grid's mode
-    // leaves out) keeps its own arguments, so that it is read back whole.
-    const AttrTypeTemplate *typeTemplate = TemplateOf(fromNarrow(type.name()));
-    SetUpArgumentCells(row, typeTemplate ? static_cast<const AttrType *>(typeTemplate) : &type, false);
+        SetCellText(domainColumn(), row, cells.domain);
+    SetUpArgumentCells(row, &PatternOf(type), false);
 }
 
 std::unique_ptr<AttrType> CAttrTypeGrid::GetRowType(long row)

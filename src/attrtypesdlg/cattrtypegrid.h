@@ -70,6 +70,16 @@ public:
     // when the current row had it already.
     int StoreUserText(int column, long row, const QString &text, ug::TextSource source) override;
 
+    // What SetRowType leaves in the type columns for `type`, and how many
+    // argument cells it enables.
+    struct TypeCells
+    {
+        QString type;
+        QString arguments[2];
+        QString domain;
+        std::size_t taken = 0;
+    };
+    TypeCells TypeCellsOf(const AttrType &type);
     // Fills the row's type columns from `type`, keeping its argument values.
     void SetRowType(long row, const AttrType &type);
     // A record appended from texts gets its cells set up for its type.
@@ -113,6 +123,10 @@ protected:
     // template, or a type the list does not offer); with `fresh` they take
     // the pattern's defaults, else they keep their texts.
     void SetUpArgumentCells(long row, const AttrType *pattern, bool fresh);
+    // The argument cells of a row showing `type` follow its template; a
+    // type the list does not offer (a generic one, or one the grid's mode
+    // leaves out) keeps its own arguments, so that it is read back whole.
+    const AttrType &PatternOf(const AttrType &type) const;
     // The domain names come from `source`, asked when first needed - when a
     // domain cell or whether there are domains is first asked about, or the
     // grid is first shown - rather than when the grid is made; before

@@ -108,28 +108,23 @@ QString CAttrGrid::LoadedName(std::size_t record)
     return *name;
 }
 
-const CAttrGrid::LoadedTypeCells &CAttrGrid::loadedCells(std::size_t record)
+std::unique_ptr<AttrType> CAttrGrid::LoadedRowType(std::size_t record)
 {
-    std::unique_ptr<LoadedTypeCells> &cells = m_loadedShown[record].cells;
+    return registry().createType(LoadedType(record), typeListMode());
+}
+
+const CAttrGrid::TypeCells &CAttrGrid::loadedCells(std::size_t record)
+{
+    std::unique_ptr<TypeCells> &cells = m_loadedShown[record].cells;
     if (cells)
         return *cells;
     // What ShowLoadedRow leaves in the type columns.
-    cells = std::make_unique<LoadedTypeCells>();
-    const std::string &typeText = LoadedType(record);
-    const std::unique_ptr<AttrType> type = registry().createType(typeText, typeListMode());
-    if (!type) {
-        cells->type = fromNarrow(typeText);
-        return *cells;
-    }
-    cells->type = fromNarrow(type->name());
-    for (std::size_t argument = 0; argument < 2; ++argument) {
-        if (const AttrTypeArg *value = type->arg(argument))
-            cells->arguments[argument] = fromNarrow(value->value());
-    }
-    if (hasDomains())
-        cells->domain = type->suffix().empty() ? QStringLiteral("none") : fromNarrow(type->suffix());
-    const AttrTypeTemplate *typeTemplate = TemplateOf(cells->type);
-    cells->taken = typeTemplate ? typeTemplate->argCount() : type->argCount();
+    const std::unique_ptr<AttrType> type = LoadedRowType(record);
+    cells = std::make_unique<TypeCells>();
+    if (type)
+        *cells = TypeCellsOf(*type);
+    else
+        cells->type = fromNarrow(LoadedType(record));
     return *cells;
 }
 
@@ -139,7 +134,7 @@ QString CAttrGrid::LoadedText(std::size_t record, int column)
         return LoadedName(record);
     if (column < typeColumn() || column > domainColumn())
         return {};
-    const LoadedTypeCells &cells = loadedCells(record);
+    const TypeCells &cells = loadedCells(record);
     if (column == typeColumn())
         return cells.type;
     if (column == domainColumn())
@@ -156,11 +151,10 @@ bool CAttrGrid::IsLoadedCellEnabled(std::size_t record, int column)
 
 void CAttrGrid::MakeLoadedRow(long row, std::size_t record)
 {
-    const std::string &typeText = LoadedType(record);
-    const std::unique_ptr<AttrType> type = registry().createType(typeText, typeListMode());
+    const std::unique_ptr<AttrType> type = LoadedRowType(record);
     const bool loading = std::exchange(m_loading, true);
     OnRowAdded(row);
-    ShowLoadedRow(row, LoadedName(record), type.get(), fromNarrow(typeText));
+    ShowLoadedRow(row, LoadedName(record), type.get(), fromNarrow(LoadedType(record)));
     m_loading = loading;
 }
 

@@ -129,17 +129,12 @@ private:
     // TypeKey of the texts and enabled cells `cellOf` answers.
     template <class Cells>
     QString typeKeyOf(const Cells &cellOf);
-    // What a loaded attribute's type columns show, and how many argument
-    // cells its type takes.
-    struct LoadedTypeCells
-    {
-        QString type;
-        QString arguments[2];
-        QString domain;
-        std::size_t taken = 0;
-    };
-    // Read from the attribute's type once, when first asked for.
-    const LoadedTypeCells &loadedCells(std::size_t record);
+    // The type a loaded attribute's row shows; null for a type text the
+    // format does not read.
+    std::unique_ptr<AttrType> LoadedRowType(std::size_t record);
+    // What a loaded attribute's type columns show once made, read from its
+    // type once, when first asked for.
+    const TypeCells &loadedCells(std::size_t record);
 
     FTPropsSchemaInfo *m_schema;
     const FTPropsFormatInfo *m_format;
@@ -154,7 +149,7 @@ private:
     struct LoadedShown
     {
         std::optional<QString> name;
-        std::unique_ptr<LoadedTypeCells> cells;
+        std::unique_ptr<TypeCells> cells;
         bool typeRead = false;
     };
     std::vector<LoadedShown> m_loadedShown;

@@ -208,18 +208,26 @@ long CDefParmsGrid::rememberParameter(long row, const GuiParameterLine &paramete
     return row;
 }
 
+void CDefParmsGrid::writeParameterRow(long row, const GuiParameterLine &parameter, const QString &prompt,
+                                      const QString &shown)
+{
+    SetCellText(kPromptColumn, row, prompt);
+    SetCellText(kValueColumn, row, shown);
+    CUGCell valueCell;
+    GetCell(kValueColumn, row, valueCell);
+    valueCell.addInfoFrom(ValueCellOf(parameter));
+    SetCell(kValueColumn, row, valueCell);
+}
+
 long CDefParmsGrid::AddParameterRow(const std::string &line, const std::string &value)
 {
     const GuiParameterLine parameter = ParseParameterLine(line);
     const QString prompt = LocalizedPrompt(parameter);
     measurePrompt(prompt);
-    const long row = AppendRowTexts({prompt, ShownValue(parameter, value)});
-    if (row < 0)
-        return row;
-    CUGCell valueCell;
-    GetCell(kValueColumn, row, valueCell);
-    valueCell.addInfoFrom(ValueCellOf(parameter));
-    SetCell(kValueColumn, row, valueCell);
+    const long row = recordCount();
+    if (InsertRow(row) != ug::Success)
+        return -1;
+    writeParameterRow(row, parameter, prompt, ShownValue(parameter, value));
     rememberParameter(row, parameter);
 
     if (typeIs(parameter, "DISABLE")) {
@@ -282,12 +290,7 @@ void CDefParmsGrid::MakeLoadedRow(long row, std::size_t record)
     const GuiParameterLine *parameter = ParameterOf(m_loaded[record].name);
     if (!parameter)
         return;
-    SetCellText(kPromptColumn, row, LoadedText(record, kPromptColumn));
-    SetCellText(kValueColumn, row, LoadedText(record, kValueColumn));
-    CUGCell valueCell;
-    GetCell(kValueColumn, row, valueCell);
-    valueCell.addInfoFrom(ValueCellOf(*parameter));
-    SetCell(kValueColumn, row, valueCell);
+    writeParameterRow(row, *parameter, LoadedText(record, kPromptColumn), LoadedText(record, kValueColumn));
     if (const std::optional<bool> ruleOn = disableRuleOn())
         applyRuleTo(row, *ruleOn);
 }

@@ -139,6 +139,9 @@ private:
     // A choice parameter's stored choices by their shown text, where the
     // two differ; null when none does.
     const std::map<QString, std::string> *StoredChoicesOf(const std::string &name);
+    // The cells of a parameter's row, as an added row and a loaded one
+    // made both have them (the disable rule aside).
+    void writeParameterRow(long row, const GuiParameterLine &parameter, const QString &prompt, const QString &shown);
     // Notes the parameter a row shows; the row.
     long rememberParameter(long row, const GuiParameterLine &parameter);
     // The prompt column is as wide as the widest prompt shown since the

@@ -6,22 +6,69 @@ namespace vyr {
 
 KnownRowTypes::Loaded::~Loaded() = default;
 
-void KnownRowTypes::add(OfFormat &format, const QString &name, const Given &given)
+std::size_t KnownRowTypes::rowCount(const OfFormat &format)
 {
-    format.byName.insert(name, given);
-    if (!format.byKey.contains(given.key))
-        format.byKey.insert(given.key, given);
+    return format.told.size() + (format.loaded ? format.loaded->count() : 0);
 }
 
-void KnownRowTypes::rememberEach(OfFormat &format)
+QString KnownRowTypes::nameOf(const OfFormat &format, std::size_t row)
 {
-    const Loaded *loaded = std::exchange(format.loaded, nullptr);
-    if (!loaded)
+    return row < format.told.size() ? format.told[row].first : format.loaded->name(row - format.told.size());
+}
+
+QString KnownRowTypes::keyOf(const OfFormat &format, std::size_t row)
+{
+    if (row < format.told.size())
+        return format.told[row].second.key;
+    const auto read = format.loadedGiven.find(row - format.told.size());
+    return read != format.loadedGiven.end() ? read->second.key : format.loaded->given(row - format.told.size()).key;
+}
+
+const KnownRowTypes::Given &KnownRowTypes::givenOf(OfFormat &format, std::size_t row)
+{
+    if (row < format.told.size())
+        return format.told[row].second;
+    const std::size_t index = row - format.told.size();
+    const auto [given, added] = format.loadedGiven.try_emplace(index);
+    if (added)
+        given->second = format.loaded->given(index);
+    return given->second;
+}
+
+void KnownRowTypes::note(OfFormat &format, bool byName, std::size_t row)
+{
+    if (byName && format.byName) {
+        format.byName->insert(nameOf(format, row), row);
+    } else if (!byName && format.byKey) {
+        if (const QString key = keyOf(format, row); !format.byKey->contains(key))
+            format.byKey->insert(key, row);
+    }
+}
+
+const QHash<QString, std::size_t> &KnownRowTypes::rowsBy(OfFormat &format, bool byName)
+{
+    std::optional<QHash<QString, std::size_t>> &rows = byName ? format.byName : format.byKey;
+    if (!rows) {
+        rows.emplace();
+        rows->reserve(qsizetype(rowCount(format)));
+        for (std::size_t row = 0; row < rowCount(format); ++row)
+            note(format, byName, row);
+    }
+    return *rows;
+}
+
+void KnownRowTypes::tellLoaded(OfFormat &format)
+{
+    if (!format.loaded)
         return;
-    for (std::size_t index = 0; index < loaded->count(); ++index)
-        add(format, loaded->name(index), loaded->given(index));
-    format.loadedByName.reset();
-    format.loadedByKey.reset();
+    // The rows keep their numbers, so what was gathered by name and key
+    // still holds.
+    const std::size_t first = format.told.size();
+    const std::size_t count = format.loaded->count();
+    format.told.reserve(first + count);
+    for (std::size_t index = 0; index < count; ++index)
+        format.told.emplace_back(format.loaded->name(index), givenOf(format, first + index));
+    format.loaded = nullptr;
     format.loadedGiven.clear();
 }
 
@@ -29,69 +76,44 @@ void KnownRowTypes::remember(const std::string &formatId, const QString &name, c
 {
     OfFormat &format = m_formats[formatId];
     // What came later is told after what was loaded.
-    rememberEach(format);
-    add(format, name, given);
+    tellLoaded(format);
+    format.told.emplace_back(name, given);
+    note(format, true, format.told.size() - 1);
+    note(format, false, format.told.size() - 1);
 }
 
 void KnownRowTypes::rememberLoaded(const std::string &formatId, const Loaded &loaded)
 {
     OfFormat &format = m_formats[formatId];
-    rememberEach(format);
+    tellLoaded(format);
     format.loaded = &loaded;
+    // Gathered again when next asked, with the new rows.
+    format.byName.reset();
+    format.byKey.reset();
 }
 
-const KnownRowTypes::Given &KnownRowTypes::loadedGiven(OfFormat &format, std::size_t index) const
+const KnownRowTypes::Given *KnownRowTypes::find(const std::string &formatId, bool byName,
+                                                const QString &nameOrKey) const
 {
-    const auto [given, added] = format.loadedGiven.try_emplace(index);
-    if (added)
-        given->second = format.loaded->given(index);
-    return given->second;
+    const auto found = m_formats.find(formatId);
+    if (found == m_formats.end())
+        return nullptr;
+    OfFormat &format = found->second;
+    const QHash<QString, std::size_t> &rows = rowsBy(format, byName);
+    const auto row = rows.constFind(nameOrKey);
+    return row == rows.constEnd() ? nullptr : &givenOf(format, *row);
 }
 
 const KnownRowTypes::Given *KnownRowTypes::ofName(const std::string &formatId, const QString &name,
                                                   const QString &key) const
 {
-    const auto found = m_formats.find(formatId);
-    if (found == m_formats.end())
-        return nullptr;
-    OfFormat &format = found->second;
-    if (format.loaded) {
-        if (!format.loadedByName) {
-            format.loadedByName.emplace();
-            format.loadedByName->reserve(qsizetype(format.loaded->count()));
-            for (std::size_t index = 0; index < format.loaded->count(); ++index)
-                format.loadedByName->insert(format.loaded->name(index), index);
-        }
-        const auto index = format.loadedByName->constFind(name);
-        if (index == format.loadedByName->constEnd())
-            return nullptr;
-        const Given &given = loadedGiven(format, *index);
-        return given.key == key ? &given : nullptr;
-    }
-    const auto given = format.byName.constFind(name);
-    return given != format.byName.constEnd() && given->key == key ? &*given : nullptr;
+    const Given *given = find(formatId, true, name);
+    return given && given->key == key ? given : nullptr;
 }
 
 const KnownRowTypes::Given *KnownRowTypes::ofKey(const std::string &formatId, const QString &key) const
 {
-    const auto found = m_formats.find(formatId);
-    if (found == m_formats.end())
-        return nullptr;
-    OfFormat &format = found->second;
-    if (format.loaded) {
-        if (!format.loadedByKey) {
-            format.loadedByKey.emplace();
-            for (std::size_t index = 0; index < format.loaded->count(); ++index) {
-                const QString rowKey = format.loaded->given(index).key;
-                if (!format.loadedByKey->contains(rowKey))
-                    format.loadedByKey->insert(rowKey, index);
-            }
-        }
-        const auto index = format.loadedByKey->constFind(key);
-        return index == format.loadedByKey->constEnd() ? nullptr : &loadedGiven(format, *index);
-    }
-    const auto given = format.byKey.constFind(key);
-    return given != format.byKey.constEnd() ? &*given : nullptr;
+    return find(formatId, false, key);
 }
 
 } // namespace vyr

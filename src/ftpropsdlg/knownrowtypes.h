@@ -17,6 +17,8 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace vyr {
 
@@ -56,21 +58,30 @@ public:
     const Given *ofKey(const std::string &formatId, const QString &key) const;
 
 private:
+    // A format's rows in the order they were told: those told one by one,
+    // then those loaded and not yet told (each read only when a question
+    // needs it). A row is found by its number among them.
     struct OfFormat
     {
-        QHash<QString, Given> byName;
-        QHash<QString, Given> byKey;
-        // Rows loaded and not yet told one by one: the rows by name (the
-        // last of a name) and by key (the first), gathered when first asked.
+        std::vector<std::pair<QString, Given>> told;
         const Loaded *loaded = nullptr;
-        std::optional<QHash<QString, std::size_t>> loadedByName;
-        std::optional<QHash<QString, std::size_t>> loadedByKey;
+        // The loaded rows' Givens read so far, by their number among them.
         std::unordered_map<std::size_t, Given> loadedGiven;
+        // The rows by name and by key, gathered when first asked.
+        std::optional<QHash<QString, std::size_t>> byName;
+        std::optional<QHash<QString, std::size_t>> byKey;
     };
-    const Given &loadedGiven(OfFormat &format, std::size_t index) const;
+    static std::size_t rowCount(const OfFormat &format);
+    static QString nameOf(const OfFormat &format, std::size_t row);
+    static QString keyOf(const OfFormat &format, std::size_t row);
+    static const Given &givenOf(OfFormat &format, std::size_t row);
+    // The rule: a name is known by its last row, a key by its first.
+    static void note(OfFormat &format, bool byName, std::size_t row);
+    static const QHash<QString, std::size_t> &rowsBy(OfFormat &format, bool byName);
+    // The row `key` or `name` finds in the format, if any.
+    const Given *find(const std::string &formatId, bool byName, const QString &nameOrKey) const;
     // Tells the loaded rows one by one, as remember.
-    static void rememberEach(OfFormat &format);
-    static void add(OfFormat &format, const QString &name, const Given &given);
+    static void tellLoaded(OfFormat &format);
     mutable std::unordered_map<std::string, OfFormat> m_formats;
 };
 

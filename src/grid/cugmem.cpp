@@ -1,6 +1,7 @@
 #include "grid/cugmem.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace vyr {
@@ -201,49 +202,47 @@ bool findMatches(const QString &text, const QString &wanted, int flags)
                                               : text.compare(wanted, sensitivity) == 0;
 }
 
+int findAlong(const QString &wanted, long &row, int flags, const FindWalk &walk)
+{
+    const bool up = flags & CUGDataSource::FindUp;
+    std::optional<long> hit;
+    walk(up ? row - 1 : row + 1, up, [&](long at, const QString &text) {
+        if (findMatches(text, wanted, flags))
+            hit = at;
+        return !hit;
+    });
+    if (!hit)
+        return 1;
+    row = *hit;
+    return 0;
+}
+
 int CUGMem::FindNext(const QString &text, int &column, long &number, int flags)
 {
     // Only the rows past the start are visited, and the search stops at the
     // first hit, so a replace-all over a column stays linear.
-    const auto matches = [&](const Row &stored) {
-        const CUGCell *found = cellOf(stored, column);
-        return found && findMatches(found->text(), text, flags);
-    };
-    long hit = 0;
-    bool found = false;
-    if (flags & FindUp) {
-        if (number > 0) {
-            m_rows.forEachBackFrom(number - 1, [&](long rowNumber, Row &stored) {
-                found = matches(stored);
-                hit = rowNumber;
-                return !found;
-            });
-        }
-        for (auto it = m_headingRows.rbegin(); !found && it != m_headingRows.rend(); ++it) {
-            if (it->first < number && matches(it->second)) {
-                found = true;
-                hit = it->first;
+    return findAlong(text, number, flags, [&](long first, bool up, const FindVisit &visit) {
+        bool going = true;
+        const auto visitRow = [&](long rowNumber, const Row &stored) {
+            const CUGCell *cell = cellOf(stored, column);
+            return going = !cell || visit(rowNumber, cell->text());
+        };
+        if (up) {
+            if (first >= 0)
+                m_rows.forEachBackFrom(first, visitRow);
+            for (auto it = m_headingRows.rbegin(); going && it != m_headingRows.rend(); ++it) {
+                if (it->first <= first)
+                    visitRow(it->first, it->second);
             }
-        }
-    } else {
-        for (auto it = m_headingRows.begin(); !found && it != m_headingRows.end(); ++it) {
-            if (it->first > number && matches(it->second)) {
-                found = true;
-                hit = it->first;
+        } else {
+            for (auto it = m_headingRows.begin(); going && it != m_headingRows.end(); ++it) {
+                if (it->first >= first)
+                    visitRow(it->first, it->second);
             }
+            if (going)
+                m_rows.forEachFrom(std::max(0L, first), visitRow);
         }
-        if (!found) {
-            m_rows.forEachFrom(std::max(0L, number + 1), [&](long rowNumber, Row &stored) {
-                found = matches(stored);
-                hit = rowNumber;
-                return !found;
-            });
-        }
-    }
-    if (!found)
-        return 1;
-    number = hit;
-    return 0;
+    });
 }
 
 std::size_t CUGMem::storedRows() const

@@ -15,6 +15,7 @@
 #include <QHash>
 #include <QVarLengthArray>
 
+#include <functional>
 #include <map>
 #include <utility>
 #include <vector>
@@ -66,6 +67,15 @@ private:
 
 // Whether `text` is what a find for `wanted` with `flags` looks for.
 bool findMatches(const QString &text, const QString &wanted, int flags);
+
+// The rows a find looks at: walk(first, up, visit) calls visit(row, text)
+// for rows from `first` on, downwards with `up`, nearest first, until visit
+// answers false; rows without a text may be passed over.
+using FindVisit = std::function<bool(long row, const QString &text)>;
+using FindWalk = std::function<void(long first, bool up, const FindVisit &visit)>;
+// A find's search: the nearest row past `row` (before it with FindUp) whose
+// text matches; 0 with `row` moved there, else 1.
+int findAlong(const QString &wanted, long &row, int flags, const FindWalk &walk);
 
 } // namespace vyr
 

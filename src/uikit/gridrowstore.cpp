@@ -118,6 +118,10 @@ int GridRowStore::DeleteRow(long row)
 long GridRowStore::InsertRows(long row, long count)
 {
     const std::optional<std::size_t> firstRecord = std::exchange(m_nextRecord, std::nullopt);
+    // A record the store cannot number is refused rather than taken for
+    // another.
+    if (firstRecord && (*firstRecord > kRecordLimit || std::size_t(std::max(0L, count)) > kRecordLimit - *firstRecord))
+        return 0;
     const long inserted = m_cells.InsertRows(row, count);
     if (inserted <= 0)
         return inserted;
@@ -237,29 +241,19 @@ int GridRowStore::FindNext(const QString &text, int &column, long &row, int flag
 {
     long hit = row;
     const bool found = m_cells.FindNext(text, column, hit, flags) == 0;
-    if (m_loaded > 0) {
-        // A loaded row between the start and the made row found is nearer.
-        const auto matches = [&](long at) {
-            const std::optional<std::size_t> record = recordOf(at);
-            return record && findMatches(m_loader.LoadedText(*record, column), text, flags);
-        };
+    // A loaded row between the start and the made row found is nearer.
+    const auto walkLoaded = [&](long first, bool up, const FindVisit &visit) {
         const long last = long(m_records.size()) - 1;
-        if (flags & FindUp) {
-            for (long at = std::min(row - 1, last); at >= 0 && (!found || at > hit); --at) {
-                if (matches(at)) {
-                    row = at;
-                    return 0;
-                }
-            }
-        } else {
-            for (long at = std::max(0L, row + 1); at <= last && (!found || at < hit); ++at) {
-                if (matches(at)) {
-                    row = at;
-                    return 0;
-                }
-            }
+        const long step = up ? -1 : 1;
+        for (long at = up ? std::min(first, last) : std::max(0L, first);
+             at >= 0 && at <= last && (!found || (up ? at > hit : at < hit)); at += step) {
+            if (const std::optional<std::size_t> record = recordOf(at);
+                record && !visit(at, m_loader.LoadedText(*record, column)))
+                return;
         }
-    }
+    };
+    if (m_loaded > 0 && findAlong(text, row, flags, walkLoaded) == 0)
+        return 0;
     if (!found)
         return 1;
     row = hit;

@@ -47,6 +47,9 @@ public:
     explicit GridRowStore(Loader &loader);
     ~GridRowStore() override;
 
+    // The records a loaded row may show are those below this; an
+    // InsertRows that would load any other opens no row.
+    static constexpr std::size_t kRecordLimit = 0x80000000u;
     // The rows opened by the next InsertRows are loaded, showing the
     // records `firstRecord`, `firstRecord` + 1, ...
     void LoadNextRows(std::size_t firstRecord) { m_nextRecord = firstRecord; }
@@ -77,7 +80,7 @@ private:
     // A made row, in m_records.
     static constexpr std::uint32_t kMade = 0xffffffffu;
     // The mark of MarkLoadedRows, beside a loaded row's record.
-    static constexpr std::uint32_t kMarked = 0x80000000u;
+    static constexpr std::uint32_t kMarked = kRecordLimit;
 
     // Adds `by` to the counts of the record's texts.
     void countRecord(std::size_t record, long by);

@@ -6,6 +6,7 @@
 
 #include "grid/cugfinddialog.h"
 #include "uikit/cvvyrdroplisttype.h"
+#include "uikit/gridrowstore.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -139,6 +140,7 @@ private slots:
     void findAndReplaceSpeakTheUsersLanguage();
     void loadedRowsActAsRowsFilledAtOnce_data();
     void loadedRowsActAsRowsFilledAtOnce();
+    void recordsPastTheStoresReachAreRefused();
 };
 
 void tst_CVVyrGrid::disabledCellsAndGridsAreNeverEdited()
@@ -726,4 +728,21 @@ void tst_CVVyrGrid::loadedRowsActAsRowsFilledAtOnce()
         foundRow = row;
     }
     QVERIFY2(loaded.grid->made < 200, qPrintable(QString::number(loaded.grid->made)));
+}
+
+void tst_CVVyrGrid::recordsPastTheStoresReachAreRefused()
+{
+    struct Records : GridRowStore::Loader
+    {
+        QString LoadedText(std::size_t record, int) override { return QString::number(record); }
+        void MakeLoadedRow(long, std::size_t, bool) override {}
+    } records;
+    GridRowStore store(records);
+    const std::size_t last = GridRowStore::kRecordLimit - 1;
+    store.LoadNextRows(last);
+    QCOMPARE(store.InsertRows(0, 2), 0L);
+    QCOMPARE(store.loadedRows(), 0L);
+    store.LoadNextRows(last);
+    QCOMPARE(store.InsertRows(0, 1), 1L);
+    QCOMPARE(store.recordOf(0), std::optional(last));
 }
