@@ -18,10 +18,13 @@ QString KnownRowTypes::nameOf(const OfFormat &format, std::size_t row)
 
 QString KnownRowTypes::keyOf(const OfFormat &format, std::size_t row)
 {
-    if (row < format.told.size())
-        return format.told[row].second.key;
-    const auto read = format.loadedGiven.find(row - format.told.size());
-    return read != format.loadedGiven.end() ? read->second.key : format.loaded->given(row - format.told.size()).key;
+    return row < format.told.size() ? format.told[row].second.key : loadedGivenOf(format, row - format.told.size()).key;
+}
+
+KnownRowTypes::Given KnownRowTypes::loadedGivenOf(const OfFormat &format, std::size_t index)
+{
+    const auto read = format.loadedGiven.find(index);
+    return read != format.loadedGiven.end() ? read->second : format.loaded->given(index);
 }
 
 const KnownRowTypes::Given &KnownRowTypes::givenOf(OfFormat &format, std::size_t row)
@@ -67,7 +70,7 @@ void KnownRowTypes::tellLoaded(OfFormat &format)
     const std::size_t count = format.loaded->count();
     format.told.reserve(first + count);
     for (std::size_t index = 0; index < count; ++index)
-        format.told.emplace_back(format.loaded->name(index), givenOf(format, first + index));
+        format.told.emplace_back(format.loaded->name(index), loadedGivenOf(format, index));
     format.loaded = nullptr;
     format.loadedGiven.clear();
 }

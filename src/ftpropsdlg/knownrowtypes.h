@@ -75,6 +75,9 @@ private:
     static QString nameOf(const OfFormat &format, std::size_t row);
     static QString keyOf(const OfFormat &format, std::size_t row);
     static const Given &givenOf(OfFormat &format, std::size_t row);
+    // A loaded row's Given by its number among the loaded rows: as read
+    // before, or read now without being kept.
+    static Given loadedGivenOf(const OfFormat &format, std::size_t index);
     // The rule: a name is known by its last row, a key by its first.
     static void note(OfFormat &format, bool byName, std::size_t row);
     static const QHash<QString, std::size_t> &rowsBy(OfFormat &format, bool byName);
