@@ -69,7 +69,8 @@ public:
 
     std::uint32_t propertyMask() const { return m_mask; }
     bool isSet(Property property) const { return (m_mask & property) != 0; }
-    // Marks a property set or not set, keeping its stored value.
+    // Marks a property set or not set, keeping its stored value in this
+    // cell; a copy of the cell takes only the values marked set.
     void setPropertyFlag(std::uint32_t property, bool set);
 
     // Adds the properties the source has set; the source's mask joins ours.

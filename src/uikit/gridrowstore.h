@@ -48,8 +48,10 @@ public:
     ~GridRowStore() override;
 
     // The records a loaded row may show are those below this; an
-    // InsertRows that would load any other opens no row.
-    static constexpr std::size_t kRecordLimit = 0x80000000u;
+    // InsertRows that would load any other opens no row. A row's entry
+    // keeps its record beside a mark in the top bit, and all ones is a
+    // made row: the record with every lower bit set is not a record.
+    static constexpr std::size_t kRecordLimit = 0x7fffffffu;
     // The rows opened by the next InsertRows are loaded, showing the
     // records `firstRecord`, `firstRecord` + 1, ...
     void LoadNextRows(std::size_t firstRecord) { m_nextRecord = firstRecord; }
@@ -80,7 +82,7 @@ private:
     // A made row, in m_records.
     static constexpr std::uint32_t kMade = 0xffffffffu;
     // The mark of MarkLoadedRows, beside a loaded row's record.
-    static constexpr std::uint32_t kMarked = kRecordLimit;
+    static constexpr std::uint32_t kMarked = 0x80000000u;
 
     // Adds `by` to the counts of the record's texts.
     void countRecord(std::size_t record, long by);

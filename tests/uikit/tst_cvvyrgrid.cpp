@@ -745,4 +745,7 @@ void tst_CVVyrGrid::recordsPastTheStoresReachAreRefused()
     store.LoadNextRows(last);
     QCOMPARE(store.InsertRows(0, 1), 1L);
     QCOMPARE(store.recordOf(0), std::optional(last));
+    // Marked, the last record must not read as a made row.
+    store.MarkLoadedRows();
+    QCOMPARE(store.recordOf(0), std::optional(last));
 }
