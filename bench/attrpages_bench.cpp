@@ -53,6 +53,7 @@
 #include <functional>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 using vyr::bench::FirstPaintWatch;
@@ -196,14 +197,15 @@ double msSince(const QElapsedTimer &clock, qint64 start)
     return (clock.nsecsElapsed() - start) / 1e6;
 }
 
-// What the process holds of files mapped into it - libraries' code, fonts,
-// resource files - as opposed to memory it allocated.
-long fileBackedKilobytes()
+// A figure of /proc/self/status in kilobytes: "VmRSS:" what the process
+// holds now, "RssFile:" what of it is files mapped in (libraries' code,
+// fonts, resource files) as opposed to memory it allocated.
+long statusKilobytes(std::string_view field)
 {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("RssFile:"))
-            return std::atol(line.c_str() + 8);
+        if (line.starts_with(field))
+            return std::atol(line.c_str() + field.size());
     }
     return 0;
 }
@@ -413,11 +415,13 @@ int main(int argc, char **argv)
         fillFeature(*feature, userAttributes);
         return feature;
     };
-    const long beforeFeatures = peakKilobytes();
+    // What the process holds, not its peak so far: a peak left by work
+    // already done would hide what the opens add below it.
+    const long beforeFeatures = statusKilobytes("VmRSS:");
     IVYRFeature *const features[] = {madeFeature(kSmallSchema), madeFeature(kLargeSchema), madeFeature(kSmallSchema),
                                      madeFeature(kLargeSchema)};
-    const long baseline = peakKilobytes();
-    const long filesBefore = fileBackedKilobytes();
+    const long baseline = statusKilobytes("VmRSS:");
+    const long filesBefore = statusKilobytes("RssFile:");
 
     // The first open of the process makes the resource library and the
     // form loader; that is not what the figures are about.
@@ -428,7 +432,7 @@ int main(int argc, char **argv)
         peerFirstPaint(10);
         session->destroyFeature(warmUp);
     }
-    const long filesMapped = fileBackedKilobytes() - filesBefore;
+    const long filesMapped = statusKilobytes("RssFile:") - filesBefore;
 
     // With a size after the runs, only that size is opened, without its
     // peer: what a profiler is pointed at.
