@@ -10,22 +10,9 @@
 # install_host.cmake are then built against.
 # LIBDIR is the build's library folder relative to the prefix.
 cmake_minimum_required(VERSION 3.25)
-foreach(variable IN ITEMS SOURCE BUILD WORK VERSION SEARCH_PATHS LIBDIR)
-    if(NOT ${variable})
-        message(FATAL_ERROR "${variable} is not set")
-    endif()
-endforeach()
-unset(ENV{VYR_HOME})
-unset(ENV{VYR_HOME_OVERRIDE})
+include(${CMAKE_CURRENT_LIST_DIR}/install_common.cmake)
+install_require(SOURCE BUILD WORK VERSION SEARCH_PATHS LIBDIR)
 file(REMOVE_RECURSE ${WORK})
-
-function(run)
-    execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE errors RESULT_VARIABLE status)
-    if(NOT status EQUAL 0)
-        message(FATAL_ERROR "${ARGN}\nfailed (${status}):\n${output}${errors}")
-    endif()
-    set(output "${output}" PARENT_SCOPE)
-endfunction()
 
 # No -dbgsym packages: making them takes longer than everything else here,
 # and nothing below looks at them.

@@ -17,24 +17,11 @@
 # EXTRA_SOURCES goes into the host as well. GENERATOR is CMake's generator.
 # LIBDIR, DATADIR and INSTALL_DIR are the build's folders of an
 # installation, relative to its prefix, SOVERSION the libraries' number.
-foreach(variable IN ITEMS PREFIX HOST WORK MODE CXX LIBDIR DATADIR INSTALL_DIR SOVERSION)
-    if("${${variable}}" STREQUAL "")
-        message(FATAL_ERROR "${variable} is not set")
-    endif()
-endforeach()
-unset(ENV{VYR_HOME})
-unset(ENV{VYR_HOME_OVERRIDE})
+include(${CMAKE_CURRENT_LIST_DIR}/install_common.cmake)
+install_require(PREFIX HOST WORK MODE CXX LIBDIR DATADIR INSTALL_DIR SOVERSION)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
-
-function(run)
-    execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${WORK}
-        OUTPUT_VARIABLE output ERROR_VARIABLE errors RESULT_VARIABLE status)
-    if(NOT status EQUAL 0)
-        message(FATAL_ERROR "${ARGN}\nfailed (${status}):\n${output}${errors}")
-    endif()
-    set(output "${output}" PARENT_SCOPE)
-endfunction()
+set(RUN_FOLDER ${WORK})
 
 separate_arguments(flags UNIX_COMMAND "${FLAGS}")
 if(MODE STREQUAL "find_package")

@@ -4,13 +4,8 @@
 # small job on a copy of the installed examples.
 # BINDIR and DATADIR are the build's folders of an installation, relative to
 # its prefix.
-foreach(variable IN ITEMS BUILD PREFIX BINDIR DATADIR)
-    if(NOT ${variable})
-        message(FATAL_ERROR "${variable} is not set")
-    endif()
-endforeach()
-unset(ENV{VYR_HOME})
-unset(ENV{VYR_HOME_OVERRIDE})
+include(${CMAKE_CURRENT_LIST_DIR}/install_common.cmake)
+install_require(BUILD PREFIX BINDIR DATADIR)
 
 file(REMOVE_RECURSE ${PREFIX})
 execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX}
