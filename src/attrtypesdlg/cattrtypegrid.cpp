@@ -7,7 +7,6 @@
 #include "util/resourceids.h"
 
 #include <QFontMetrics>
-#include <QResizeEvent>
 
 #include <algorithm>
 #include <typeinfo>
@@ -170,16 +169,6 @@ void CAttrTypeGrid::OnCellRead(int column, long row, CUGCell &cell)
     if (column == domainColumn() && !m_domainNames && row >= 0 && row < recordCount()) {
         domainNames();
         GetCellResolved(column, row, cell);
-    }
-}
-
-void CAttrTypeGrid::showEvent(QShowEvent *event)
-{
-    CVVyrGrid::showEvent(event);
-    // Laid out out of sight, the columns made no room for domains unknown.
-    if (hasDomains() != m_laidOutWithDomains) {
-        QResizeEvent resize(size(), size());
-        resizeEvent(&resize);
     }
 }
 

@@ -136,7 +136,8 @@ protected:
     // none while they are not and the grid cannot be seen.
     bool showsDomainColumn();
     void OnCellRead(int column, long row, CUGCell &cell) override;
-    void showEvent(QShowEvent *event) override;
+    // Laid out out of sight, the columns made no room for domains unknown.
+    bool OnLayoutStale() override { return hasDomains() != m_laidOutWithDomains; }
 
 private:
     // Gives what a person chose in `row` to the other selected rows.

@@ -10,7 +10,6 @@
 #include "vyr/IGuiPrompter.h"
 
 #include <QRegularExpression>
-#include <QResizeEvent>
 
 #include <algorithm>
 #include <utility>
@@ -186,17 +185,6 @@ void CDefParmsGrid::measureLoadedPrompts()
 {
     for (const std::size_t record : std::exchange(m_unmeasured, {}))
         measurePrompt(LoadedText(record, kPromptColumn));
-}
-
-void CDefParmsGrid::showEvent(QShowEvent *event)
-{
-    CVVyrGrid::showEvent(event);
-    // Rows loaded while the grid was out of sight: the columns are laid out
-    // again with their prompts measured.
-    if (!m_unmeasured.empty()) {
-        QResizeEvent resize(size(), size());
-        resizeEvent(&resize);
-    }
 }
 
 long CDefParmsGrid::rememberParameter(long row, const GuiParameterLine &parameter)

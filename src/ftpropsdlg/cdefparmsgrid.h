@@ -125,7 +125,9 @@ protected:
     // Every cell may be current; only enabled values take edits.
     int OnAllowCellMove(int oldColumn, long oldRow, int newColumn, long newRow) override;
     void OnLayoutComponents(Layout &layout) override;
-    void showEvent(QShowEvent *event) override;
+    // Rows loaded while the grid was out of sight: the columns are laid
+    // out again with their prompts measured.
+    bool OnLayoutStale() override { return !m_unmeasured.empty(); }
 
     QString LoadedText(std::size_t record, int column) override;
     bool IsLoadedCellEnabled(std::size_t record, int column) override;

@@ -347,6 +347,10 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    // Lays the grid out again as it is shown when OnLayoutStale says what
+    // it was laid out for changed while it could not be seen.
+    void showEvent(QShowEvent *event) override;
+    virtual bool OnLayoutStale() { return false; }
     void scrollContentsBy(int dx, int dy) override;
     bool viewportEvent(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;

@@ -293,6 +293,13 @@ void CUGCtrl::resizeEvent(QResizeEvent *event)
     updateGeometries();
 }
 
+void CUGCtrl::showEvent(QShowEvent *event)
+{
+    QAbstractScrollArea::showEvent(event);
+    if (OnLayoutStale())
+        updateGeometries();
+}
+
 void CUGCtrl::scrollContentsBy(int, int)
 {
     if (m_updatingScrollBars)

@@ -10,8 +10,10 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 
 namespace vyr {
 
@@ -29,17 +31,19 @@ inline void processCommandLine(QCommandLineParser &parser, const QStringList &ar
                      qPrintable(program));
         std::exit(kExitUsage);
     }
-    // The names addHelpOption gives, as they were typed.
-    for (const QString &name : parser.optionNames()) {
-        if (name == QLatin1String("h") || name == QLatin1String("help") || name == QLatin1String("?")
-            || name == QLatin1String("help-all"))
-            parser.showHelp(0);
-    }
-    // The names addVersionOption gives.
-    for (const QString &name : parser.optionNames()) {
-        if (name == QLatin1String("v") || name == QLatin1String("version"))
-            parser.showVersion();
-    }
+    // The names addHelpOption and addVersionOption give, as they were typed;
+    // help wins when both are asked for.
+    const QStringList names = parser.optionNames();
+    const auto asked = [&names](std::initializer_list<const char *> options) {
+        return std::any_of(names.begin(), names.end(), [&options](const QString &name) {
+            return std::any_of(options.begin(), options.end(),
+                               [&name](const char *option) { return name == QLatin1String(option); });
+        });
+    };
+    if (asked({"h", "help", "?", "help-all"}))
+        parser.showHelp(0);
+    if (asked({"v", "version"}))
+        parser.showVersion();
 }
 
 } // namespace vyr
