@@ -106,12 +106,6 @@ public:
         out.resize(static_cast<std::size_t>(next - out.data()));
     }
 
-    std::size_t storeUnit(char16_t unit, char *out) const override
-    {
-        *out = byteOf(unit);
-        return 1;
-    }
-
     UnitForm unitForm() const override { return {UnitForm::Kind::ByteTable, fromWide_.get()}; }
 
 private:

@@ -181,17 +181,6 @@ struct ByteTableWriter
     const unsigned char *bytes;
 };
 
-struct CallingWriter
-{
-    static constexpr std::size_t kRoom = Transcoder::kMaxUnitBytes;
-    static constexpr bool kJoinsPairs = true;
-    std::size_t operator()(unsigned unit, char *out) const
-    {
-        return transcoder->storeUnit(static_cast<char16_t>(unit), out);
-    }
-    const Transcoder *transcoder;
-};
-
 // The output in a narrow code page, written straight into the result in
 // one pass. A character of a token becomes the bytes its UTF-16 form
 // converts to (through a writer for the code page, which must write ASCII
@@ -413,6 +402,8 @@ std::string decodeBytes(std::string_view text, const Transcoder *transcoder, Wri
     return std::move(out).take(end);
 }
 
+std::string decodeWideThrough(const Transcoder &transcoder, std::string_view text);
+
 // For a code page that writes ASCII as itself.
 std::string decodeThrough(const Transcoder &transcoder, std::string_view text)
 {
@@ -420,9 +411,9 @@ std::string decodeThrough(const Transcoder &transcoder, std::string_view text)
     switch (form.kind) {
     case UnitForm::Kind::Utf8: return decodeBytes(text, &transcoder, Utf8Writer{});
     case UnitForm::Kind::ByteTable: return decodeBytes(text, &transcoder, ByteTableWriter{form.bytes});
-    case UnitForm::Kind::Other: break;
+    case UnitForm::Kind::None: break;
     }
-    return decodeBytes(text, &transcoder, CallingWriter{&transcoder});
+    return decodeWideThrough(transcoder, text);
 }
 
 // Large texts are converted in pieces of about this many characters, so

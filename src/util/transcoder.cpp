@@ -64,15 +64,6 @@ private:
 
 } // namespace
 
-std::size_t Transcoder::storeUnit(char16_t unit, char *out) const
-{
-    std::string bytes;
-    appendNarrow(std::u16string_view(&unit, 1), bytes);
-    const std::size_t count = std::min(bytes.size(), kMaxUnitBytes);
-    std::memcpy(out, bytes.data(), count);
-    return count;
-}
-
 std::size_t storeAsciiRun(std::u16string_view wide, char *out)
 {
     using Units = unsigned short __attribute__((vector_size(16)));

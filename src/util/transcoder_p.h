@@ -25,11 +25,11 @@ inline constexpr char kUnmappableReplacement = '?';
 struct UnitForm
 {
     enum class Kind {
-        Other, // only storeUnit() knows
+        None, // no such form: texts go through UTF-16
         Utf8, // as UTF-8 writes it
         ByteTable, // the one byte `bytes` holds for it
     };
-    Kind kind = Kind::Other;
+    Kind kind = Kind::None;
     // The byte of each of the 65536 units.
     const unsigned char *bytes = nullptr;
 };
@@ -41,13 +41,6 @@ public:
     virtual void appendWide(std::string_view narrow, std::u16string &out) const = 0;
     virtual void appendNarrow(std::u16string_view wide, std::string &out) const = 0;
 
-    // The most bytes storeUnit() writes.
-    static constexpr std::size_t kMaxUnitBytes = 8;
-    // Stores at `out` the bytes that appendNarrow() gives for `unit` alone,
-    // which must not be a high surrogate, and returns how many: a way for
-    // one character at a time without a string in between. The base goes
-    // through appendNarrow().
-    virtual std::size_t storeUnit(char16_t unit, char *out) const;
     virtual UnitForm unitForm() const { return {}; }
 
     // Whether texts may be converted piece by piece and the results joined,

@@ -187,7 +187,6 @@ public:
         out.resize(static_cast<std::size_t>(next - out.data()));
     }
 
-    std::size_t storeUnit(char16_t unit, char *out) const override { return storeUtf8Unit(unit, out); }
     UnitForm unitForm() const override { return {UnitForm::Kind::Utf8}; }
 
 private:
