@@ -12,6 +12,7 @@
 #include "ftprops/dynamicschemainfo.h"
 #include "util/listpacking.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
@@ -61,6 +62,13 @@ public:
     virtual void endReading() {}
     // User attributes (in their order), then exposed format attributes.
     virtual StringList getAttributeNames(bool user, bool format) const = 0;
+    // Whether getAttributeNames(true, true) holds `name`; a record may
+    // answer without listing 100,000 names.
+    virtual bool isAttribute(const std::string &name) const
+    {
+        const StringList names = getAttributeNames(true, true);
+        return std::find(names.begin(), names.end(), name) != names.end();
+    }
     // The attribute's type as the user writes it (the format's vocabulary).
     virtual std::string getAttributeType(const std::string &name) const = 0;
     virtual void setAttributeType(const std::string &name, const std::string &type) = 0;

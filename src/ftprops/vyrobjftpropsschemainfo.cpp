@@ -409,6 +409,17 @@ const StringList &VYRObjFTPropsSchemaInfo::namesOf(int part) const
     return read->second;
 }
 
+bool VYRObjFTPropsSchemaInfo::isAttribute(const std::string &name) const
+{
+    // A name the feature holds is listed as a user attribute or not at all;
+    // any other is listed when the exposed format attributes name it.
+    VYRBufferStringImp text;
+    if (hasAttribute(name, text))
+        return isUserAttributeName(name);
+    const StringList formatNames = readList(kFormatAttrNames);
+    return std::find(formatNames.begin(), formatNames.end(), name) != formatNames.end();
+}
+
 StringList VYRObjFTPropsSchemaInfo::readUserAttributeNames() const
 {
     // The user's attributes in their order, then the others in the order

@@ -71,6 +71,7 @@ public:
     void beginReading() override;
     void endReading() override;
     StringList getAttributeNames(bool user, bool format) const override;
+    bool isAttribute(const std::string &name) const override;
     std::string getAttributeType(const std::string &name) const override;
     void setAttributeType(const std::string &name, const std::string &type) override;
     std::string getGenericAttributeType(const std::string &name) const override;

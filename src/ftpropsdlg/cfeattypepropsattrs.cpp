@@ -26,7 +26,11 @@ CFeatTypePropsAttrs::CFeatTypePropsAttrs(FTPropsSchemaInfo *schema, const FTProp
     setWindowFlags(Qt::Widget);
 }
 
-CFeatTypePropsAttrs::~CFeatTypePropsAttrs() = default;
+CFeatTypePropsAttrs::~CFeatTypePropsAttrs()
+{
+    if (m_grid)
+        m_grid->SupplyRowsWhenWanted(nullptr);
+}
 
 const DataTypeMappings &CFeatTypePropsAttrs::registryOf(const FTPropsFormatInfo &format)
 {
@@ -45,8 +49,31 @@ bool CFeatTypePropsAttrs::editable() const
 bool CFeatTypePropsAttrs::OnInitDialog()
 {
     CVyrDialog::OnInitDialog();
-    LoadRows();
+    // The grid takes its place (and its place in the tab order) now; its
+    // rows come when they are first needed.
+    auto *grid = new CAttrGrid(m_schema, m_format, registryOf(*m_format));
+    // A type's suffix is its domain: the domains the schema uses are the
+    // ones the domain column offers, so that each is shown and kept.
+    grid->TakeDomainsFromLoadedTypes();
+    if (!grid->AttachToDialogItem(this, kIdGrid)) {
+        delete grid;
+        return true;
+    }
+    m_grid = grid;
+    grid->SupplyRowsWhenWanted([this] { LoadRows(); });
     return true;
+}
+
+void CFeatTypePropsAttrs::EnsureRows() const
+{
+    if (m_grid)
+        m_grid->WantRows();
+}
+
+CAttrGrid *CFeatTypePropsAttrs::grid() const
+{
+    EnsureRows();
+    return m_grid;
 }
 
 // The rows as loaded, known by their attributes' names and their type
@@ -73,18 +100,12 @@ private:
 
 void CFeatTypePropsAttrs::LoadRows()
 {
+    CAttrGrid *grid = m_grid;
+    if (!grid)
+        return;
     // The names now; each type when its row needs it, or the domains do.
     const StringList names = m_schema->getAttributeNames(true, false);
     m_loadedGenerics.assign(names.size(), std::nullopt);
-    auto *grid = new CAttrGrid(m_schema, m_format, registryOf(*m_format));
-    // A type's suffix is its domain: the domains the schema uses are the
-    // ones the domain column offers, so that each is shown and kept.
-    grid->TakeDomainsFromLoadedTypes();
-    if (!grid->AttachToDialogItem(this, kIdGrid)) {
-        delete grid;
-        return;
-    }
-    m_grid = grid;
     // Each row shows its attribute as the schema holds it, and is known
     // by those texts, read only when a row needs them.
     grid->LoadAttributes(names);
@@ -100,6 +121,7 @@ void CFeatTypePropsAttrs::LoadRows()
 
 AttributeTypeTexts CFeatTypePropsAttrs::LoadedTypeTexts(std::size_t record)
 {
+    EnsureRows();
     std::optional<std::string> &generic = m_loadedGenerics[record];
     if (!generic)
         generic = m_schema->getGenericAttributeType(m_grid->loadedAttributes()[record].name);
@@ -108,6 +130,7 @@ AttributeTypeTexts CFeatTypePropsAttrs::LoadedTypeTexts(std::size_t record)
 
 bool CFeatTypePropsAttrs::WasLoaded(const std::string &name) const
 {
+    EnsureRows();
     if (!m_grid)
         return false;
     if (!m_loadedNames) {
@@ -120,6 +143,7 @@ bool CFeatTypePropsAttrs::WasLoaded(const std::string &name) const
 
 StringList CFeatTypePropsAttrs::GetAttributeNames() const
 {
+    EnsureRows();
     return m_grid ? m_grid->GetAttributeNames() : StringList();
 }
 
@@ -175,7 +199,10 @@ bool CFeatTypePropsAttrs::Refuse(long row, int column, const QString &message)
 bool CFeatTypePropsAttrs::ValidatePage()
 {
     // Nothing of a page that cannot be changed is written.
-    if (!m_grid || !editable())
+    if (!editable())
+        return true;
+    EnsureRows();
+    if (!m_grid)
         return true;
     if (m_grid->IsGridEnabled())
         m_grid->CommitEdit();
@@ -237,7 +264,10 @@ bool CFeatTypePropsAttrs::ValidatePage()
 
 void CFeatTypePropsAttrs::WriteToSchema(FTPropsSchemaInfo &target, const StringList *apply, const StringList *remove)
 {
-    if (!m_grid || !editable())
+    if (!editable())
+        return;
+    EnsureRows();
+    if (!m_grid)
         return;
     const FTPropsFormatInfo *targetFormat = m_dialog->formats().find(target.getFormatId());
     if (!targetFormat)
@@ -323,6 +353,8 @@ void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
 {
     if (!format)
         return;
+    // The rows move from the format they were loaded in.
+    EnsureRows();
     const FTPropsFormatInfo *old = m_format;
     if (!m_grid) {
         m_format = format;

@@ -69,7 +69,8 @@ public:
     // the generic one read when first asked for.
     AttributeTypeTexts LoadedTypeTexts(std::size_t record);
 
-    CAttrGrid *grid() const { return m_grid; }
+    // The page's grid, its rows made if they were not yet.
+    CAttrGrid *grid() const;
     // Whether the rows may be changed (and are written).
     bool editable() const;
 
@@ -78,7 +79,11 @@ protected:
 
 private:
     const DataTypeMappings &registryOf(const FTPropsFormatInfo &format);
-    // The names of the schema's user attributes with the types it holds.
+    // The rows are made when the page is first shown or first asked about:
+    // a dialog opened to rename a feature type of 100,000 attributes does
+    // not read them. Every way in to the rows comes through here first.
+    void EnsureRows() const;
+    // Fills the grid with the schema's user attributes.
     void LoadRows();
     // The texts a row's type is written with: what the schema held when the
     // row reads as it was loaded (or as a move made it), else the type the

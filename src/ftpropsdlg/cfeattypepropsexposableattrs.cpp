@@ -30,18 +30,24 @@ CFeatTypePropsExposableAttrs::CFeatTypePropsExposableAttrs(FTPropsSchemaInfo *sc
     setWindowFlags(Qt::Widget);
 }
 
-CFeatTypePropsExposableAttrs::~CFeatTypePropsExposableAttrs() = default;
+CFeatTypePropsExposableAttrs::~CFeatTypePropsExposableAttrs()
+{
+    if (m_grid)
+        m_grid->SupplyRowsWhenWanted(nullptr);
+}
 
 bool CFeatTypePropsExposableAttrs::OnInitDialog()
 {
     CVyrDialog::OnInitDialog();
+    // The grid takes its place (and its place in the tab order) now; its
+    // rows come when they are first needed.
     auto *grid = new CFormatAttrGrid(m_schema, m_format);
     if (!grid->AttachToDialogItem(this, kIdGrid)) {
         delete grid;
         return true;
     }
     m_grid = grid;
-    grid->Fill();
+    grid->SupplyRowsWhenWanted([this] { LoadRows(); });
     for (const auto &[id, checked] : {std::pair{kIdCheckAll, true}, std::pair{kIdClearAll, false}}) {
         if (auto *button = qobject_cast<QAbstractButton *>(GetDlgItem(id))) {
             connect(button, &QAbstractButton::clicked, grid, [grid, checked = checked] {
@@ -53,8 +59,27 @@ bool CFeatTypePropsExposableAttrs::OnInitDialog()
     return true;
 }
 
+void CFeatTypePropsExposableAttrs::EnsureRows() const
+{
+    if (m_grid)
+        m_grid->WantRows();
+}
+
+CFormatAttrGrid *CFeatTypePropsExposableAttrs::grid() const
+{
+    EnsureRows();
+    return m_grid;
+}
+
+void CFeatTypePropsExposableAttrs::LoadRows()
+{
+    if (m_grid)
+        m_grid->Fill();
+}
+
 bool CFeatTypePropsExposableAttrs::ValidatePage()
 {
+    // Rows not made yet hold no edit to end.
     if (m_grid)
         m_grid->CommitEdit();
     return true;
@@ -62,12 +87,14 @@ bool CFeatTypePropsExposableAttrs::ValidatePage()
 
 StringList CFeatTypePropsExposableAttrs::GetExposedNames() const
 {
+    EnsureRows();
     return m_grid ? m_grid->GetExposedNames() : StringList();
 }
 
 void CFeatTypePropsExposableAttrs::WriteToSchema(FTPropsSchemaInfo &target, const StringList *apply,
                                                  const StringList *remove)
 {
+    EnsureRows();
     if (!m_grid)
         return;
     const FTPropsFormatInfo *targetFormat = m_dialog->formats().find(target.getFormatId());
@@ -111,6 +138,8 @@ void CFeatTypePropsExposableAttrs::ChangeFormat(const FTPropsFormatInfo *format)
 {
     if (!format)
         return;
+    // The rows move from the format they were made in.
+    EnsureRows();
     if (!m_grid) {
         m_format = format;
         return;

@@ -47,12 +47,18 @@ public:
     // The names of the checked rows, in row order.
     StringList GetExposedNames() const;
 
-    CFormatAttrGrid *grid() const { return m_grid; }
+    // The page's grid, its rows made if they were not yet.
+    CFormatAttrGrid *grid() const;
 
 protected:
     bool OnInitDialog() override;
 
 private:
+    // The rows are made when the page is first shown or first asked about;
+    // every way in to them comes through here first.
+    void EnsureRows() const;
+    void LoadRows();
+
     FTPropsSchemaInfo *m_schema;
     const FTPropsFormatInfo *m_format;
     CFeatTypePropsDlg *m_dialog;

@@ -14,9 +14,11 @@
 
 #include "qvyrconfiguredynamicschemadlg.h"
 
+#include <QEvent>
 #include <QSet>
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 #include <unordered_set>
 
@@ -83,13 +85,15 @@ bool CFeatTypePropsGeneralDest::OnInitDialog()
 
     m_fanoutChoices = new NameListModel(m_fanoutAttribute.orStandIn());
     m_fanoutAttribute->setModel(m_fanoutChoices);
-    FillFanoutChoices(m_schema->getAttributeNames(true, true), true);
+    const std::string chosen = m_schema->getFanoutAttribute();
+    FillFanoutChoices(m_schema->isAttribute(chosen) ? StringList{chosen} : StringList(), true);
     m_fanoutAttribute->setCurrentIndex(-1);
     m_fanout->setChecked(m_schema->isFanout());
     m_fanoutWanted = m_schema->isFanout();
     // The schema's name as the items hold it: no item's text is made.
-    if (const int chosen = m_fanoutChoices->rowOfName(m_schema->getFanoutAttribute()); chosen >= 0)
-        m_fanoutAttribute->setCurrentIndex(chosen);
+    if (const int row = m_fanoutChoices->rowOfName(chosen); row >= 0)
+        m_fanoutAttribute->setCurrentIndex(row);
+    m_fanoutAttribute->installEventFilter(this);
 
     m_schemaSources = m_schema->getSchemaSources();
     StringList shown;
@@ -165,8 +169,36 @@ void CFeatTypePropsGeneralDest::FillFanoutChoices(const StringList &names, bool 
     m_fanoutChoices->appendNames(std::move(added));
 }
 
+bool CFeatTypePropsGeneralDest::eventFilter(QObject *watched, QEvent *event)
+{
+    // The keys and the wheel step through the list in place.
+    if (watched == m_fanoutAttribute.get()
+        && (event->type() == QEvent::FocusIn || event->type() == QEvent::KeyPress || event->type() == QEvent::Wheel))
+        EnsureFanoutChoices();
+    return CFeatTypePropsGeneral::eventFilter(watched, event);
+}
+
+void CFeatTypePropsGeneralDest::EnsureFanoutChoices()
+{
+    if (m_fanoutChoicesMade)
+        return;
+    m_fanoutChoicesMade = true;
+    // Until now the one item was the schema's choice, perhaps renamed since;
+    // it keeps its shown name in the list the schema gives.
+    const std::optional<QString> shown
+        = m_fanoutAttribute->currentIndex() >= 0 ? std::optional(m_fanoutAttribute->currentText()) : std::nullopt;
+    m_fanoutAttribute->clear();
+    FillFanoutChoices(m_schema->getAttributeNames(true, true), true);
+    m_fanoutAttribute->setCurrentIndex(-1);
+    if (const int row = m_fanoutChoices->rowOfName(m_schema->getFanoutAttribute()); shown && row >= 0) {
+        m_fanoutAttribute->setItemText(row, *shown);
+        m_fanoutAttribute->setCurrentIndex(row);
+    }
+}
+
 void CFeatTypePropsGeneralDest::RefillFanoutChoices()
 {
+    m_fanoutChoicesMade = true;
     const QString selected = m_fanoutAttribute->currentText();
     m_fanoutAttribute->clear();
     // The names as the attribute pages have them now, edits included.
@@ -300,6 +332,7 @@ void CFeatTypePropsGeneralDest::EditDynamicSettings()
     VYRRWStringImp geometry;
     if (m_geometry->currentIndex() >= 0)
         geometry.assign(toNarrow(m_geometry->currentText()).c_str());
+    EnsureFanoutChoices();
     VYRRWStringArrayImp fanoutChoices;
     for (const QString &item : itemsOf(m_fanoutAttribute.orStandIn()))
         fanoutChoices.append(toNarrow(item).c_str());

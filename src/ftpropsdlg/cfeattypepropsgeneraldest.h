@@ -60,12 +60,18 @@ public:
 
 protected:
     bool OnInitDialog() override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void UpdateDynamicControls();
     void ShowSchemaSources(const StringList &longNames);
     void ShowDynamicSummary();
     void RefillFanoutChoices();
+    // The list holds the chosen attribute alone until it is first wanted
+    // (dropped down, stepped through, handed to the dynamic settings): a
+    // schema of 100,000 attributes opens without listing them. Then it
+    // holds what it would have held from the start.
+    void EnsureFanoutChoices();
     // The additional formats in the order the page offers them.
     std::vector<const FTPropsFormatInfo *> SchemaSourceFormats() const;
 
@@ -73,6 +79,7 @@ private:
     DialogControl<QComboBox> m_fanoutAttribute;
     // The fan-out choices: all the attributes' names, shown when needed.
     NameListModel *m_fanoutChoices = nullptr;
+    bool m_fanoutChoicesMade = false;
     DialogControl<QCheckBox> m_dynamic;
     DialogControl<QLineEdit> m_schemaSourcesDisplay;
     DialogControl<QPushButton> m_chooseSchemaSources;

@@ -237,12 +237,19 @@ public:
     ~CUGAccessibleGrid() override { forgetCells(); }
 
     CUGCtrl *grid() const { return static_cast<CUGCtrl *>(object()); }
+    // The grid once its rows are made: a listener reading the table reads
+    // what the grid shows when it is shown.
+    CUGCtrl *rows() const
+    {
+        grid()->WantRows();
+        return grid();
+    }
 
     // Cells are made once per position and kept until the shape changes.
     QAccessibleInterface *cell(int column, long row) const
     {
         if (column < -grid()->GetSideHeadingColumns() || column >= grid()->GetColumnCount()
-            || row < -grid()->GetTopHeadingRows() || row >= grid()->GetRowCount())
+            || row < -grid()->GetTopHeadingRows() || row >= rows()->GetRowCount())
             return nullptr;
         const qint64 key = (qint64(row) << 20) ^ qint64(column + 64);
         if (const auto found = m_cells.constFind(key); found != m_cells.constEnd())
@@ -268,7 +275,7 @@ public:
     // Children: the cells, row by row.
     int childCount() const override
     {
-        const qint64 count = qint64(grid()->GetColumnCount()) * grid()->GetRowCount();
+        const qint64 count = qint64(grid()->GetColumnCount()) * rows()->GetRowCount();
         return int(std::min<qint64>(count, INT32_MAX));
     }
     QAccessibleInterface *child(int index) const override
@@ -307,9 +314,9 @@ public:
     QAccessibleInterface *summary() const override { return nullptr; }
     QAccessibleInterface *cellAt(int row, int column) const override { return cell(column, row); }
     int columnCount() const override { return grid()->GetColumnCount(); }
-    int rowCount() const override { return int(std::min<long>(grid()->GetRowCount(), INT32_MAX)); }
+    int rowCount() const override { return int(std::min<long>(rows()->GetRowCount(), INT32_MAX)); }
     QString columnDescription(int column) const override { return grid()->GetCellText(column, -1); }
-    QString rowDescription(int row) const override { return grid()->GetCellText(-1, row); }
+    QString rowDescription(int row) const override { return rows()->GetCellText(-1, row); }
 
     int selectedCellCount() const override { return int(selectedCells().size()); }
     QList<QAccessibleInterface *> selectedCells() const override

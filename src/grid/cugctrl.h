@@ -27,6 +27,7 @@
 #include <QPointer>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -235,6 +236,13 @@ public:
     // up to date once, at the end, rather than after each row.
     void BeginBatch();
     void EndBatch();
+
+    // Rows made when they are first wanted: `supply` runs once, before the
+    // grid is first shown, read by assistive technology or asked through
+    // WantRows. A grid of 100,000 records nobody looks at never makes them.
+    // Whoever gives a supplier takes it back (null) before it goes.
+    void SupplyRowsWhenWanted(std::function<void()> supply);
+    void WantRows();
 
     // --- Attaching to a dialog
     // Takes the place of the dialog's widget with this control ID: same
@@ -452,6 +460,7 @@ private:
     void notifyCellChanged(int column, long row);
 
     CUGGridInfo m_info;
+    std::function<void()> m_rowSupplier;
     QFont m_defaultFont;
     std::vector<QFont> m_fonts;
     // Added types by index; the first four are the grid's own.

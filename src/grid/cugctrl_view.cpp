@@ -293,8 +293,22 @@ void CUGCtrl::resizeEvent(QResizeEvent *event)
     updateGeometries();
 }
 
+void CUGCtrl::SupplyRowsWhenWanted(std::function<void()> supply)
+{
+    m_rowSupplier = std::move(supply);
+}
+
+void CUGCtrl::WantRows()
+{
+    // Taken first: the supplier fills the grid through calls that may want
+    // the rows again.
+    if (const std::function<void()> supply = std::exchange(m_rowSupplier, nullptr))
+        supply();
+}
+
 void CUGCtrl::showEvent(QShowEvent *event)
 {
+    WantRows();
     QAbstractScrollArea::showEvent(event);
     if (OnLayoutStale())
         updateGeometries();

@@ -436,7 +436,6 @@ private slots:
         };
         QCOMPARE(enabled(), QStringLiteral("name geometry fanout dynamic"));
         QCOMPARE(textsOf(geometry), (QStringList{"shp_arc", "shp_point"}));
-        QCOMPARE(attribute->count(), 2);
         QCOMPARE(attribute->currentIndex(), -1);
         fanout->click();
         QCOMPARE(enabled(), QStringLiteral("geometry fanout attribute dynamic"));
@@ -460,6 +459,37 @@ private slots:
         QCOMPARE(textsOf(geometry), (QStringList{"gpkg_linestring", "gpkg_point"}));
         QCOMPARE(geometry->currentText(), QStringLiteral("gpkg_linestring"));
         QCOMPARE(dialog->tabControl()->count(), 3);
+    }
+
+    // The fan-out list opens holding the schema's choice alone; wanted, it
+    // holds every attribute with the choice as the page shows it.
+    void shouldListEveryAttributeForFanoutWhenWanted_data()
+    {
+        QTest::addColumn<QString>("chosen");
+        QTest::addColumn<QString>("renamedTo");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("an attribute") << "NAME" << QString() << "NAME";
+        QTest::newRow("renamed before the list was wanted") << "NAME" << "STREET" << "STREET";
+        QTest::newRow("not an attribute") << "GONE" << QString() << QString();
+    }
+    void shouldListEveryAttributeForFanoutWhenWanted()
+    {
+        QFETCH(QString, chosen);
+        QFETCH(QString, renamedTo);
+        QFETCH(QString, shown);
+        RecordingSchema &schema = record("roads", "SHP", "shp_arc");
+        schema.userAttributes = {"KIND", "NAME"};
+        schema.fanout = true;
+        schema.fanoutAttribute = chosen.toStdString();
+        auto dialog = open(schema);
+        auto *attribute = item<QComboBox>(dialog->generalPage(), Dest::kIdFanoutAttribute);
+        QCOMPARE(attribute->currentText(), chosen == "GONE" ? QString() : chosen);
+        if (!renamedTo.isEmpty())
+            dialog->AttributeRenamed(chosen.toStdString(), renamedTo.toStdString());
+        // A key that moves nothing: the list is wanted all the same.
+        QTest::keyClick(attribute, Qt::Key_Shift);
+        QCOMPARE(attribute->count(), 2);
+        QCOMPARE(attribute->currentText(), shown);
     }
 
     void shouldShowSeveralGeometriesAsOneAndNeverWriteThem()
