@@ -1,6 +1,6 @@
 // vyrtool format / type / name / schema: what a format author asks about a
 // capability file - how the dialog will read it, which types and names it
-// accepts, and what a schema feature holds under it.
+// accepts, what a schema feature holds under it and how two differ.
 #include "commands.h"
 #include "toolarguments.h"
 
@@ -8,10 +8,13 @@
 #include "attrtypes/typestring.h"
 #include "ftprops/geometrytypemappings.h"
 #include "ftprops/namerules.h"
+#include "ftprops/schemareview.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftprops/vyrobjftpropsschemainfo.h"
 #include "util/capabilityfile.h"
 #include "util/stringconverter.h"
+
+#include "uikit/dialogutils.h"
 
 #include "stringobjects/vyrrwstringimp.h"
 #include "vyr/vyr_featurefile.h"
@@ -19,6 +22,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <clocale>
 #include <cstdio>
 #include <memory>
 
@@ -33,7 +37,8 @@ constexpr const char *kUsage = "usage:\n"
                                "  vyrtool type generic|native TEXT --format CAPFILE\n"
                                "  vyrtool type convert TEXT --from CAPFILE --to CAPFILE\n"
                                "  vyrtool name resolve|attr NAME --format CAPFILE [--taken NAME]...  (exit 1: no legal name)\n"
-                               "  vyrtool schema show FEATURE.json --format CAPFILE\n";
+                               "  vyrtool schema show FEATURE.json --format CAPFILE\n"
+                               "  vyrtool schema diff OLD.json NEW.json --format CAPFILE [--json]  (exit 1: they differ)\n";
 
 int usage(const char *command, const std::string &message)
 {
@@ -235,48 +240,108 @@ int nameCommand(const ToolArguments &arguments)
     return 0;
 }
 
-int schemaShow(const ToolArguments &arguments)
+// A schema feature file read into a feature of the session, given back with
+// it.
+class FeatureFile
 {
-    if (arguments.words.size() != 2 || arguments.words[0] != "show")
+public:
+    explicit FeatureFile(IVYRSession &session)
+        : m_session(session)
+        , m_feature(session.createFeature())
+    {}
+    ~FeatureFile() { m_session.destroyFeature(m_feature); }
+    FeatureFile(const FeatureFile &) = delete;
+    FeatureFile &operator=(const FeatureFile &) = delete;
+
+    IVYRFeature &feature() const { return *m_feature; }
+
+    // Whether the file at `path` is a feature file; says why not on standard
+    // error.
+    bool load(const std::string &path, const char *command)
+    {
+        VYRRWStringImp error;
+        if (VYR_FeatureLoadJson(m_feature, path.c_str(), &error))
+            return true;
+        std::fprintf(stderr, "vyrtool %s: %s\n", command, error.c_str());
+        return false;
+    }
+
+private:
+    IVYRSession &m_session;
+    IVYRFeature *m_feature;
+};
+
+int schemaShow(const ToolArguments &arguments, Session &session, const FTPropsFormatInfo &format)
+{
+    FeatureFile file(*session.session);
+    if (!file.load(arguments.words[1], "schema"))
+        return 2;
+    VYRObjFTPropsSchemaInfo schema(*session.session, file.feature(), format);
+    Json attributes = Json::array();
+    for (const std::string &name : schema.getAttributeNames(true, false))
+        attributes.push_back({{"name", text(name)}, {"type", text(schema.getAttributeType(name))}});
+    Json exposed = Json::array();
+    for (const std::string &name : schema.getAttributeNames(false, true))
+        exposed.push_back({{"name", text(name)}, {"type", text(schema.getAttributeType(name))}});
+    Json parameters = Json::object();
+    for (const std::string &name : format.getDeflineParmNames())
+        parameters[ansiToUtf8(name)] = text(schema.getParameter(name));
+    print({{"name", text(schema.getName())},
+           {"geometry", text(schema.getGeometry())},
+           {"user_attributes", attributes},
+           {"format_attributes", exposed},
+           {"parameters", parameters}});
+    return 0;
+}
+
+// Exit 0 when the files hold the same schema, 1 when they differ.
+int schemaDiff(const ToolArguments &arguments, Session &session, const FTPropsFormatInfo &format)
+{
+    FeatureFile oldFile(*session.session);
+    FeatureFile newFile(*session.session);
+    if (!oldFile.load(arguments.words[1], "schema") || !newFile.load(arguments.words[2], "schema"))
+        return 2;
+    const VYRObjFTPropsSchemaInfo before(*session.session, oldFile.feature(), format);
+    const VYRObjFTPropsSchemaInfo after(*session.session, newFile.feature(), format);
+    SchemaReviewInput input{before, after, format};
+    // Prompts in the user's language, as the dialog shows them: the
+    // message catalogs answer only under the user's locale for messages,
+    // which a program without a window does not take up by itself.
+    std::setlocale(LC_MESSAGES, "");
+    input.localisePrompt = [](const std::string &prompt) { return LocalizeText(prompt); };
+    const std::vector<ReviewChange> changes = ReviewSchemaChanges(input);
+    const std::string shown = arguments.hasFlag("json") ? ReviewAsJson(changes) + "\n" : ReviewAsText(changes);
+    std::fputs(shown.c_str(), stdout);
+    return changes.empty() ? 0 : 1;
+}
+
+int schemaCommand(const ToolArguments &arguments)
+{
+    const bool show = !arguments.words.empty() && arguments.words[0] == "show";
+    const bool diff = !arguments.words.empty() && arguments.words[0] == "diff";
+    if (show && arguments.words.size() != 2)
         return usage("schema", "schema show takes one feature file");
+    if (diff && arguments.words.size() != 3)
+        return usage("schema", "schema diff takes two feature files");
+    if (!show && !diff)
+        return usage("schema", "schema takes show or diff");
+    if (show && arguments.hasFlag("json"))
+        return usage("schema", "--json is for schema diff");
     Session session;
     const auto format = formatOption(arguments, session.session, "schema");
     if (!format)
         return 2;
-    IVYRFeature *feature = session.session->createFeature();
-    VYRRWStringImp error;
-    if (!VYR_FeatureLoadJson(feature, arguments.words[1].c_str(), &error)) {
-        std::fprintf(stderr, "vyrtool schema: %s\n", error.c_str());
-        session.session->destroyFeature(feature);
-        return 2;
-    }
-    {
-        VYRObjFTPropsSchemaInfo schema(*session.session, *feature, *format);
-        Json attributes = Json::array();
-        for (const std::string &name : schema.getAttributeNames(true, false))
-            attributes.push_back({{"name", text(name)}, {"type", text(schema.getAttributeType(name))}});
-        Json exposed = Json::array();
-        for (const std::string &name : schema.getAttributeNames(false, true))
-            exposed.push_back({{"name", text(name)}, {"type", text(schema.getAttributeType(name))}});
-        Json parameters = Json::object();
-        for (const std::string &name : format->getDeflineParmNames())
-            parameters[ansiToUtf8(name)] = text(schema.getParameter(name));
-        print({{"name", text(schema.getName())},
-               {"geometry", text(schema.getGeometry())},
-               {"user_attributes", attributes},
-               {"format_attributes", exposed},
-               {"parameters", parameters}});
-    }
-    session.session->destroyFeature(feature);
-    return 0;
+    return show ? schemaShow(arguments, session, *format) : schemaDiff(arguments, session, *format);
 }
 
 } // namespace
 
 int runFormatCommand(std::string_view command, std::span<const std::string_view> arguments)
 {
-    const auto read
-        = readToolArguments(arguments, {"format", "from", "to", "taken", "list-mode"}, std::string(command).c_str());
+    // Only schema diff has a flag.
+    const auto read = command == "schema"
+        ? readToolArguments(arguments, {"format"}, "schema", {"json"})
+        : readToolArguments(arguments, {"format", "from", "to", "taken", "list-mode"}, std::string(command).c_str());
     if (!read)
         return 2;
     if (command == "format") {
@@ -288,7 +353,7 @@ int runFormatCommand(std::string_view command, std::span<const std::string_view>
         return typeCommand(*read);
     if (command == "name")
         return nameCommand(*read);
-    return schemaShow(*read);
+    return schemaCommand(*read);
 }
 
 std::optional<std::string> readCapabilities(const std::string &path, const char *command)

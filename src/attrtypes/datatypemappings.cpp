@@ -87,6 +87,13 @@ std::unique_ptr<AttrType> DataTypeMappings::toNative(const AttrType &type) const
     return pair ? buildNative(*pair, parsed) : nullptr;
 }
 
+std::string DataTypeMappings::genericText(std::string_view nativeText, int listMode) const
+{
+    const auto native = createType(nativeText, listMode);
+    const auto generic = native ? toGeneric(*native) : nullptr;
+    return generic ? formatType(*generic, kDialogListMode) : std::string();
+}
+
 std::unique_ptr<AttrType> DataTypeMappings::convertType(const DataTypeMappings &source, const AttrType *type,
                                                         const DataTypeMappings &target)
 {

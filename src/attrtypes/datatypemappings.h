@@ -56,6 +56,10 @@ public:
     // The native type of a generic type, without a suffix; null when no
     // generic template fits it.
     std::unique_ptr<AttrType> toNative(const AttrType &type) const;
+    // The generic type string of a native type string read in `listMode`,
+    // written as the generic vocabulary writes it (kDialogListMode); empty
+    // when no native template fits it.
+    std::string genericText(std::string_view nativeText, int listMode) const;
     // A type of the format of `source` as a type of the format of `target`:
     // directly when a native template of the target fits it, else through
     // the generic vocabulary. Null when there is no way (or no type).

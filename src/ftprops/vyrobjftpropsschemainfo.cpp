@@ -218,10 +218,7 @@ bool VYRObjFTPropsSchemaInfo::readAttribute(const std::string &name, std::string
 
 std::string VYRObjFTPropsSchemaInfo::genericType(const std::string &type) const
 {
-    const DataTypeMappings &mappings = *m_format->getDataTypeMappings();
-    const auto native = mappings.createType(type, kDialogListMode);
-    const auto generic = native ? mappings.toGeneric(*native) : nullptr;
-    return generic ? formatType(*generic, kDialogListMode) : std::string();
+    return m_format->getDataTypeMappings()->genericText(type, kDialogListMode);
 }
 
 std::string VYRObjFTPropsSchemaInfo::getAttributeType(const std::string &name) const
