@@ -649,7 +649,7 @@ private slots:
     {
         QTest::addColumn<QString>("format");
         QTest::addColumn<QStringList>("chain");
-        const QStringList frame{"helpButton", "applyButton", "okButton", "cancelButton", "tabControl"};
+        const QStringList frame{"helpButton", "reviewButton", "applyButton", "okButton", "cancelButton", "tabControl"};
         QTest::newRow("writer") << "SHP"
                                 << QStringList{"nameEdit",    "datasetCombo", "geometryCombo",
                                                "fanoutCheck", "dynamicCheck", "formatHelpButton"} + frame;
