@@ -32,7 +32,7 @@ TEST(AttributeOriginsTest, FollowsRenamesBackToTheLoadedAttribute)
          {{"a", "b"}, {"b", "a"}, {"c", "c"}}},
         {"a new row takes a name given away",
          {{"a", "x"}, {"", "a"}},
-         {{"x", false}, {"a", false}, {"b", false}, {"c", false}},
+         {{"a", false}, {"x", false}, {"b", false}, {"c", false}},
          {{"a", "x"}, {"b", "b"}, {"c", "c"}}},
         {"renamed back",
          {{"a", "x"}, {"x", "a"}},
