@@ -536,6 +536,14 @@ std::optional<AttributeRowIdentities> CFeatTypePropsDlg::AttributeIdentities() c
     return m_attributeOrigins.identities(rows, loadedNames);
 }
 
+std::vector<NameLegalisation> CFeatTypePropsDlg::AttributeLegalisations() const
+{
+    if (!m_hasUserAttributes || !m_attributes || !m_attributes->editable())
+        return {};
+    CAttrGrid *grid = m_attributes->grid();
+    return grid ? grid->NameLegalisations() : std::vector<NameLegalisation>();
+}
+
 std::optional<std::vector<ReviewChange>> CFeatTypePropsDlg::ReviewedChanges()
 {
     if (!m_currentFormat || !ValidatePages())
@@ -564,6 +572,7 @@ std::optional<std::vector<ReviewChange>> CFeatTypePropsDlg::ReviewedChanges()
     if (before.getFormatId() != m_currentFormat->getId())
         input.formatBefore = m_formats.find(before.getFormatId());
     input.rows = AttributeIdentities();
+    input.legalised = AttributeLegalisations();
     input.localisePrompt = [](const std::string &prompt) { return LocalizeText(prompt); };
     const ReviewTexts texts = ReviewTextsFromResources();
     input.texts = &texts;

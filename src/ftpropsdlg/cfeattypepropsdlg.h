@@ -113,6 +113,9 @@ public:
     // Which row of the User Attributes page each attribute the feature type
     // held at open became; nothing when the page writes no attributes.
     std::optional<AttributeRowIdentities> AttributeIdentities() const;
+    // The names of the User Attributes page the format's rules made of
+    // typed ones, with the rules; empty when the page writes no attributes.
+    std::vector<NameLegalisation> AttributeLegalisations() const;
     // Whether `target` stands for the feature type being edited: the record
     // itself, or the scratch copy a review writes for it.
     bool IsEditedRecord(const FTPropsSchemaInfo &target) const { return &target == m_schema || &target == m_scratch; }

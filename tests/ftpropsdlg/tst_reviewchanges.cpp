@@ -147,15 +147,18 @@ private slots:
         const std::vector<std::pair<ReviewKind, std::string>> expected = {{ReviewKind::Changed, "name"},
                                                                           {ReviewKind::Removed, "OPENED"},
                                                                           {ReviewKind::Renamed, "STREET"},
-                                                                          {ReviewKind::Retyped, "LANES"}};
+                                                                          {ReviewKind::Retyped, "LANES"},
+                                                                          {ReviewKind::Legalised, "STREET"}};
         QVERIFY2(kinds == expected, ReviewAsText(*reviewed).c_str());
         const std::optional<AttributeRowIdentities> rows = m_dialog->AttributeIdentities();
+        const std::vector<NameLegalisation> legalised = m_dialog->AttributeLegalisations();
 
         m_dialog->OnOK();
         QCOMPARE(m_dialog->result(), kEndOk);
         const VYRObjFTPropsSchemaInfo before(*m_session, *m_original, *m_format);
         SchemaReviewInput input(before, *m_schema, *m_format);
         input.rows = rows;
+        input.legalised = legalised;
         input.localisePrompt = [](const std::string &prompt) { return LocalizeText(prompt); };
         const ReviewTexts texts = ReviewTextsFromResources();
         input.texts = &texts;
