@@ -2,15 +2,17 @@
 // workspace of feature types, and the feature type properties dialog of the
 // dialog library on the one the user picks.
 //
-//   vyr-ftprops [WORKSPACE.json] [--edit NAME] [--page N] [--screenshot FILE] [--accept]
+//   vyr-ftprops [WORKSPACE.json] [--edit NAME] [--page N] [--review] [--screenshot FILE] [--accept]
 //
 // Without a workspace (started from a desktop's menu) it asks for one.
 // Without --edit a window lists the workspace's feature types; Enter, a
 // double click or "Properties..." opens the dialog. --edit opens the dialog
 // on the named feature type at once and ends with it; --page shows its Nth
-// tab (1 is General) before anything else happens. --screenshot saves the
-// dialog as a PNG once it shows; --accept then presses OK (otherwise Cancel,
-// when a screenshot was asked for), so that it runs without a person; a
+// tab (1 is General) before anything else happens, --review opens its review
+// of the changes, which --screenshot and --accept then take for the dialog.
+// --screenshot saves the dialog as a PNG once it shows; --accept then
+// presses OK (otherwise Cancel, when a screenshot was asked for; the dialog
+// under a review is cancelled with it), so that it runs without a person; a
 // refused OK prints why on standard error and exits with 3; a save that
 // fails says why on standard error and exits with 2. Where nobody can reach
 // a window (no display, or the offscreen or minimal platform) it runs only
@@ -27,6 +29,7 @@
 #include "util/codepage.h"
 #include "vyr/vyr_session.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDialog>
@@ -46,6 +49,7 @@ struct Automation
     QString screenshot;
     bool accept = false;
     int page = 0; // the tab to show, from 1; 0 leaves the first
+    bool review = false; // open the review of the changes, and end that
     bool active() const { return accept || !screenshot.isEmpty(); }
 };
 
@@ -77,6 +81,21 @@ void automateNextDialog(const Automation &automation, AutomationOutcome &outcome
                 std::fprintf(stderr, "vyr-ftprops: the dialog has %d tabs, not %d\n", tabs->count(), automation.page);
             else
                 tabs->setCurrentIndex(automation.page - 1);
+        }
+        if (automation.review) {
+            // The review window is the next dialog; once it has ended, the
+            // dialog under it is cancelled unless the review's OK saved.
+            Automation review = automation;
+            review.review = false;
+            review.page = 0;
+            automateNextDialog(review, outcome);
+            QTimer::singleShot(0, dialog, [dialog] {
+                if (auto *button = dialog->findChild<QAbstractButton *>(QStringLiteral("reviewButton")))
+                    button->click();
+                if (dialog->isVisible())
+                    dialog->reject();
+            });
+            return;
         }
         std::string error;
         if (!automation.screenshot.isEmpty() && !vyr::saveScreenshot(dialog->grab(), automation.screenshot, error)) {
@@ -122,12 +141,14 @@ int main(int argc, char *argv[])
     const QCommandLineOption accept(QStringLiteral("accept"), QStringLiteral("Press OK in the dialog."));
     const QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Show the dialog's Nth tab (1 is General)."),
                                   QStringLiteral("N"));
-    parser.addOptions({edit, screenshot, accept, page});
+    const QCommandLineOption review(QStringLiteral("review"),
+                                    QStringLiteral("Open the dialog's review of the changes OK will write."));
+    parser.addOptions({edit, screenshot, accept, page, review});
     vyr::processCommandLine(parser, QCoreApplication::arguments());
     QStringList files = parser.positionalArguments();
     bool pageRead = true;
     const Automation automation{parser.value(screenshot), parser.isSet(accept),
-                                parser.isSet(page) ? parser.value(page).toInt(&pageRead) : 0};
+                                parser.isSet(page) ? parser.value(page).toInt(&pageRead) : 0, parser.isSet(review)};
     if (!personThere && !automation.active()) {
         std::fprintf(stderr, "vyr-ftprops: %s; use --accept or --screenshot to run without a person\n",
                      vyr::kNobodyCanReachWindows);

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,6 +30,16 @@ struct UserAttributeTypes
     std::string type;
     std::string generic;
 };
+
+class FTPropsSchemaInfo;
+
+// A record made by a record, which only it knows how to destroy.
+using ScratchSchema = std::unique_ptr<FTPropsSchemaInfo, void (*)(FTPropsSchemaInfo *)>;
+
+inline ScratchSchema NoScratchSchema()
+{
+    return ScratchSchema(nullptr, [](FTPropsSchemaInfo *) {});
+}
 
 class FTPropsSchemaInfo
 {
@@ -132,12 +143,24 @@ public:
     virtual void setAdditionalNames(const StringList &names) = 0;
     // For a format list attribute "name{}": exposes elements 0 to count-1.
     virtual void expandListAttribute(const std::string &name, int count) = 0;
+    // A record that holds what this one holds and answers as it does, but
+    // is stored apart: changing it changes nothing of this one or of
+    // anything else, and destroying it leaves nothing behind. The dialog
+    // writes its pages into one to review them before OK writes them here.
+    virtual ScratchSchema makeScratchCopy() const = 0;
 
 protected:
     FTPropsSchemaInfo() = default;
     FTPropsSchemaInfo(const FTPropsSchemaInfo &) = default;
     FTPropsSchemaInfo &operator=(const FTPropsSchemaInfo &) = default;
     ~FTPropsSchemaInfo() = default;
+
+    // Hands `record` over as a scratch copy that deletes it as its own type.
+    template <class Record>
+    static ScratchSchema ownScratch(Record *record)
+    {
+        return ScratchSchema(record, [](FTPropsSchemaInfo *copy) { delete static_cast<Record *>(copy); });
+    }
 };
 
 } // namespace vyr

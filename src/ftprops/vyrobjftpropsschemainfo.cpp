@@ -64,7 +64,54 @@ void VYRObjFTPropsSchemaInfo::bindFormat(const FTPropsFormatInfo &format)
         m_formatAttributeTypes.emplace(name, format.getFormatAttrType(name));
 }
 
-VYRObjFTPropsSchemaInfo::~VYRObjFTPropsSchemaInfo() = default;
+VYRObjFTPropsSchemaInfo::~VYRObjFTPropsSchemaInfo()
+{
+    if (m_ownsFeature) {
+        IVYRFeature *feature = &m_feature;
+        m_session.destroyFeature(feature);
+    }
+}
+
+IVYRFeature *VYRObjFTPropsSchemaInfo::copyFeature(const StringList &moreLists) const
+{
+    IVYRFeature *copy = m_session.createFeature();
+    if (!copy)
+        return nullptr;
+    copy->setFeatureType(m_feature.getFeatureType());
+    SessionArray names(m_session);
+    // Every attribute in the order it was first set, then those of the
+    // attribute order again in that order, which puts them in it.
+    m_feature.getAllAttributeNames(*names);
+    VYRBufferStringImp value;
+    for (const std::string &name : names.list()) {
+        if (m_feature.getAttribute(name.c_str(), value))
+            copy->setAttribute(name.c_str(), std::string(value.view()).c_str());
+    }
+    m_feature.getOrderedAttributeNames(*names);
+    for (const std::string &name : names.list()) {
+        if (m_feature.getAttribute(name.c_str(), value))
+            copy->setOrderedAttribute(name.c_str(), std::string(value.view()).c_str());
+    }
+    StringList lists = {kFormatAttrNames, kFormatAttrTypes, kParameterNames, kParameterValues};
+    lists.insert(lists.end(), moreLists.begin(), moreLists.end());
+    SessionArray elements(m_session);
+    for (const std::string &list : lists) {
+        m_feature.getListAttribute(list.c_str(), *elements);
+        if ((*elements).entries() > 0)
+            copy->setListAttribute(list.c_str(), *elements);
+    }
+    return copy;
+}
+
+ScratchSchema VYRObjFTPropsSchemaInfo::makeScratchCopy() const
+{
+    IVYRFeature *copy = copyFeature({});
+    if (!copy)
+        return NoScratchSchema();
+    auto *record = new VYRObjFTPropsSchemaInfo(m_session, *copy, *m_format);
+    record->ownFeature();
+    return ownScratch(record);
+}
 
 std::string VYRObjFTPropsSchemaInfo::getName() const
 {

@@ -106,8 +106,18 @@ public:
     StringList getAdditionalNames() const override { return {}; }
     void setAdditionalNames(const StringList &) override {}
     void expandListAttribute(const std::string &name, int count) override;
+    // Over a feature of its own, made by the session and destroyed with the
+    // copy; null when the session makes none.
+    ScratchSchema makeScratchCopy() const override;
 
 protected:
+    // A copy of the feature from the session: its type, its attributes in
+    // their order, and its lists - those of this record and `moreLists`
+    // (the engine lists no names of lists). Null when the session makes
+    // none.
+    IVYRFeature *copyFeature(const StringList &moreLists) const;
+    // The record destroys its feature through the session when destroyed.
+    void ownFeature() { m_ownsFeature = true; }
     // From now on the record reads and writes in `format`'s vocabulary.
     void bindFormat(const FTPropsFormatInfo &format);
     const FTPropsFormatInfo &format() const { return *m_format; }
@@ -169,6 +179,7 @@ private:
     IVYRFeature &m_feature;
     const FTPropsFormatInfo *m_format = nullptr;
     std::unordered_map<std::string, std::string> m_formatAttributeTypes;
+    bool m_ownsFeature = false;
     int m_updateDepth = 0;
     int m_readingDepth = 0;
     // The lists of names read, by part (user attributes, exposed format

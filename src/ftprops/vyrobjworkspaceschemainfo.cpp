@@ -14,6 +14,8 @@
 namespace vyr {
 namespace {
 
+constexpr const char *kSchemaSources = "vyr_schema_sources";
+constexpr const char *kAdditionalNames = "vyr_additional_names";
 constexpr const char *kDynamicOptions[] = {"vyr_dynamic_option1", "vyr_dynamic_option2", "vyr_dynamic_option3"};
 constexpr const char *kDynamicTexts[] = {"vyr_dynamic_text1", "vyr_dynamic_text2", "vyr_dynamic_text3"};
 
@@ -31,6 +33,16 @@ VYRObjWorkspaceSchemaInfo::VYRObjWorkspaceSchemaInfo(IVYRSession &session, IVYRF
     : VYRObjFTPropsSchemaInfo(session, feature, format)
     , m_lookup(std::move(lookup))
 {}
+
+ScratchSchema VYRObjWorkspaceSchemaInfo::makeScratchCopy() const
+{
+    IVYRFeature *copy = copyFeature({kSchemaSources, kAdditionalNames});
+    if (!copy)
+        return NoScratchSchema();
+    auto *record = new VYRObjWorkspaceSchemaInfo(session(), *copy, format(), m_lookup);
+    record->ownFeature();
+    return ownScratch(record);
+}
 
 std::string VYRObjWorkspaceSchemaInfo::text(const char *name) const
 {
@@ -187,12 +199,12 @@ std::string VYRObjWorkspaceSchemaInfo::getFanoutAttribute() const
 
 StringList VYRObjWorkspaceSchemaInfo::getSchemaSources() const
 {
-    return readList("vyr_schema_sources");
+    return readList(kSchemaSources);
 }
 
 void VYRObjWorkspaceSchemaInfo::setSchemaSources(const StringList &sources)
 {
-    setList("vyr_schema_sources", sources);
+    setList(kSchemaSources, sources);
 }
 
 bool VYRObjWorkspaceSchemaInfo::isDynamic() const
@@ -235,12 +247,12 @@ void VYRObjWorkspaceSchemaInfo::setDynamicSchemaInfo(const IDynamicSchemaInfo &s
 
 StringList VYRObjWorkspaceSchemaInfo::getAdditionalNames() const
 {
-    return readList("vyr_additional_names");
+    return readList(kAdditionalNames);
 }
 
 void VYRObjWorkspaceSchemaInfo::setAdditionalNames(const StringList &names)
 {
-    setList("vyr_additional_names", names);
+    setList(kAdditionalNames, names);
 }
 
 } // namespace vyr

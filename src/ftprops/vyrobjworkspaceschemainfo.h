@@ -59,6 +59,7 @@ public:
     void setDynamicSchemaInfo(const IDynamicSchemaInfo &settings) override;
     StringList getAdditionalNames() const override;
     void setAdditionalNames(const StringList &names) override;
+    ScratchSchema makeScratchCopy() const override;
 
 private:
     void moveSchema(const FTPropsFormatInfo &from, const FTPropsFormatInfo &to);

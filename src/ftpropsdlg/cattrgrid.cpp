@@ -292,7 +292,7 @@ StringSet CAttrGrid::FormatAttrNames(const FTPropsFormatInfo &format)
     return StringSet(names.begin(), names.end());
 }
 
-QString CAttrGrid::NameChangeReasons(const QString &typed, const AttributeNameSteps &steps) const
+QString CAttrGrid::NameChangeRules(const QString &typed, const AttributeNameSteps &steps) const
 {
     QStringList reasons;
     if (steps.replaced != toNarrow(typed))
@@ -311,7 +311,7 @@ QString CAttrGrid::NameChangeReasons(const QString &typed, const AttributeNameSt
         reasons << formatResourceString(res::NameChangedLength, {QString::number(m_format->getMaxAttrLength())});
     if (steps.unique != steps.cut)
         reasons << loadResourceString(steps.reserved ? res::NameChangedReserved : res::NameChangedNumber);
-    return formatResourceString(res::NameChangedBy, {typed, reasons.join(QStringLiteral("; "))});
+    return reasons.join(QStringLiteral("; "));
 }
 
 void CAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
@@ -335,7 +335,7 @@ void CAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
         m_nameChanges.remove(legal);
         return;
     }
-    m_nameChanges.insert(legal, NameChangeReasons(typed, steps));
+    m_nameChanges.insert(legal, {typed, NameChangeRules(typed, steps)});
     m_legalising = true;
     SetCellText(kNameColumn, row, legal);
     RepaintCell(kNameColumn, row);
@@ -344,7 +344,28 @@ void CAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
 
 QString CAttrGrid::NameChangeReason(long row)
 {
-    return row >= 0 && row < attributeRowCount() ? m_nameChanges.value(GetCellString(row, kNameColumn)) : QString();
+    if (row < 0 || row >= attributeRowCount())
+        return QString();
+    const auto change = m_nameChanges.constFind(GetCellString(row, kNameColumn));
+    return change == m_nameChanges.cend() ? QString()
+                                          : formatResourceString(res::NameChangedBy, {change->typed, change->rules});
+}
+
+std::vector<NameLegalisation> CAttrGrid::NameLegalisations()
+{
+    std::vector<NameLegalisation> legalised;
+    if (m_nameChanges.isEmpty())
+        return legalised;
+    for (long row = 0; row < attributeRowCount(); ++row) {
+        // A row the user has not touched shows the schema's own name.
+        if (LoadedAttributeOf(row))
+            continue;
+        const QString name = GetCellString(row, kNameColumn);
+        const auto change = m_nameChanges.constFind(name);
+        if (change != m_nameChanges.cend())
+            legalised.push_back({toNarrow(change->typed), toNarrow(name), toNarrow(change->rules)});
+    }
+    return legalised;
 }
 
 QString CAttrGrid::OnCellDescription(int column, long row)

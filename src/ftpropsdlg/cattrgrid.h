@@ -15,6 +15,7 @@
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
 #include "ftprops/namerules.h"
+#include "ftprops/schemareview.h"
 
 #include <QHash>
 
@@ -97,6 +98,9 @@ public:
     // Why the format changed a typed name, for its cell's tip and for a
     // screen reader; empty when it did not.
     QString NameChangeReason(long row);
+    // Each attribute row's name the format made of a typed one, in row
+    // order: what was typed, and the rules that changed it.
+    std::vector<NameLegalisation> NameLegalisations();
     QString OnCellDescription(int column, long row) override;
 
 signals:
@@ -118,9 +122,8 @@ protected:
     void MakeLoadedRow(long row, std::size_t record) override;
 
 private:
-    // The tip of a name the format changed: what was typed, and each rule
-    // that changed it.
-    QString NameChangeReasons(const QString &typed, const AttributeNameSteps &steps) const;
+    // Each rule that changed a typed name.
+    QString NameChangeRules(const QString &typed, const AttributeNameSteps &steps) const;
     // The type a first attribute gets; null when the format has none.
     std::unique_ptr<AttrType> FirstRowType() const;
     int typeListMode() const;
@@ -141,8 +144,14 @@ private:
     std::function<QString(long row)> m_typeNote;
     // The format's own attribute names, which a typed name may not take.
     StringSet m_formatAttrNames;
-    // For a legal name the format made of a typed one: why.
-    QHash<QString, QString> m_nameChanges;
+    // For a legal name the format made of a typed one: what was typed, and
+    // why.
+    struct NameChange
+    {
+        QString typed;
+        QString rules;
+    };
+    QHash<QString, NameChange> m_nameChanges;
     // The attributes loaded, by record, with what their rows show, made
     // when first asked for.
     std::vector<UserAttributeTypes> m_loaded;

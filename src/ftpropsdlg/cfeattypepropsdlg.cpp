@@ -1,17 +1,19 @@
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 
 #include "ftprops/listelements.h"
+#include "ftpropsdlg/cattrgrid.h"
 #include "ftpropsdlg/cfeattypepropsattrs.h"
 #include "ftpropsdlg/cfeattypepropsexposableattrs.h"
 #include "ftpropsdlg/cfeattypepropsgeneraldest.h"
 #include "ftpropsdlg/cfeattypepropsgeneralsource.h"
 #include "ftpropsdlg/cfeattypepropsparms.h"
+#include "ftpropsdlg/creviewchangesdlg.h"
 #include "uikit/dialogutils.h"
 #include "uikit/narrowtext.h"
 #include "uikit/outsideservices.h"
 #include "uikit/pageaccessible.h"
-#include "util/installdir.h"
 #include "uikit/resourcelibrary.h"
+#include "util/installdir.h"
 
 #include "vyr/IGuiPrompter.h"
 #include "vyr/IVYRSession.h"
@@ -32,6 +34,9 @@ namespace vyr {
 namespace {
 
 constexpr char kHelpTopic[] = "Editing_Feature_Type_Properties.htm";
+// The frame's buttons, from left to right.
+constexpr unsigned kButtons[]
+    = {kIdHelpCommand, CFeatTypePropsDlg::kIdReviewChanges, CFeatTypePropsDlg::kIdApplyToOthers, kIdOk, kIdCancel};
 // Behind the transparent parts of a tab's bitmap.
 const QColor kMaskColour(128, 0, 128);
 
@@ -98,10 +103,14 @@ bool CFeatTypePropsDlg::OnInitDialog()
         m_tabControl->setExpanding(false);
         connect(m_tabControl, &QTabBar::currentChanged, this, [this](int index) { OnTabChanged(index); });
     }
-    for (const unsigned id : {kIdHelpCommand, kIdApplyToOthers, kIdOk, kIdCancel}) {
+    for (const unsigned id : kButtons) {
         if (QWidget *button = GetDlgItem(id))
             button->resize(button->size().expandedTo(button->sizeHint()));
     }
+    if (auto *review = qobject_cast<QAbstractButton *>(GetDlgItem(kIdReviewChanges)))
+        connect(review, &QAbstractButton::clicked, this, [this] { ReviewChanges(); });
+    auto *reviewKeys = new QShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R), this);
+    connect(reviewKeys, &QShortcut::activated, this, [this] { ReviewChanges(); });
     if (auto *apply = qobject_cast<QAbstractButton *>(GetDlgItem(kIdApplyToOthers))) {
         connect(apply, &QAbstractButton::clicked, this, [this] { ApplyToOthers(); });
         // A button that can do nothing says why instead.
@@ -323,7 +332,7 @@ void CFeatTypePropsDlg::ArrangeTabOrder()
         previous = previous->previousInFocusChain();
     if (previous == this)
         return;
-    for (const unsigned id : {kIdHelpCommand, kIdApplyToOthers, kIdOk, kIdCancel}) {
+    for (const unsigned id : kButtons) {
         if (QWidget *button = GetDlgItem(id); button && button != previous) {
             setTabOrder(previous, button);
             previous = button;
@@ -345,7 +354,7 @@ void CFeatTypePropsDlg::LayoutControls()
         return;
     const QRect area = rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
     int buttonHeight = 0;
-    for (const unsigned id : {kIdHelpCommand, kIdApplyToOthers, kIdOk, kIdCancel}) {
+    for (const unsigned id : kButtons) {
         if (const QWidget *button = GetDlgItem(id))
             buttonHeight = std::max(buttonHeight, button->height());
     }
@@ -353,7 +362,7 @@ void CFeatTypePropsDlg::LayoutControls()
     if (QWidget *help = GetDlgItem(kIdHelpCommand))
         help->move(area.left(), buttonTop);
     int right = area.right() + 1;
-    for (const unsigned id : {kIdCancel, kIdOk, kIdApplyToOthers}) {
+    for (const unsigned id : {kIdCancel, kIdOk, kIdApplyToOthers, kIdReviewChanges}) {
         if (QWidget *button = GetDlgItem(id)) {
             button->move(right - button->width(), buttonTop);
             right -= button->width() + kButtonGap;
@@ -448,12 +457,14 @@ void CFeatTypePropsDlg::ShowPage(QWidget *page)
 void CFeatTypePropsDlg::AttributeRenamed(const std::string &before, const std::string &after)
 {
     m_attributesSeen.insert(after);
-    if (before.empty())
-        return;
-    if (m_movingRenames) {
+    if (m_movingRenames && !before.empty()) {
         m_movingRenames->emplace_back(before, after);
         return;
     }
+    m_attributeOrigins.renamed(
+        before, after, [this](const std::string &name) { return m_attributes && m_attributes->WasLoaded(name); });
+    if (before.empty())
+        return;
     if (m_general)
         m_general->RenameAttribute(before, after);
     if (m_parameters)
@@ -504,6 +515,80 @@ void CFeatTypePropsDlg::OnOK()
     }
     m_schema->endUpdate();
     CVyrDialog::OnOK();
+}
+
+std::optional<AttributeRowIdentities> CFeatTypePropsDlg::AttributeIdentities() const
+{
+    if (!m_hasUserAttributes || !m_attributes || !m_attributes->editable())
+        return std::nullopt;
+    CAttrGrid *grid = m_attributes->grid();
+    if (!grid)
+        return std::nullopt;
+    std::vector<AttributeOrigins::Row> rows;
+    for (long row = 0; row < grid->attributeRowCount(); ++row) {
+        if (const UserAttributeTypes *loaded = grid->LoadedAttributeOf(row))
+            rows.push_back({loaded->name, true});
+        else
+            rows.push_back({toNarrow(grid->GetCellString(row, CAttrGrid::kNameColumn)), false});
+    }
+    StringList loadedNames;
+    for (const UserAttributeTypes &attribute : grid->loadedAttributes())
+        loadedNames.push_back(attribute.name);
+    return m_attributeOrigins.identities(rows, loadedNames);
+}
+
+std::vector<NameLegalisation> CFeatTypePropsDlg::AttributeLegalisations() const
+{
+    if (!m_hasUserAttributes || !m_attributes || !m_attributes->editable())
+        return {};
+    CAttrGrid *grid = m_attributes->grid();
+    return grid ? grid->NameLegalisations() : std::vector<NameLegalisation>();
+}
+
+std::optional<std::vector<ReviewChange>> CFeatTypePropsDlg::ReviewedChanges()
+{
+    if (!m_currentFormat || !ValidatePages())
+        return std::nullopt;
+    // What the record held at open: itself, unless the General page handed
+    // it something already.
+    const bool handedOver = m_general && m_general->HandedOver();
+    const ScratchSchema opened = handedOver ? m_schema->makeScratchCopy() : NoScratchSchema();
+    const ScratchSchema written = m_schema->makeScratchCopy();
+    if (!written || (handedOver && !opened)) {
+        ShowMessageBox(this, loadResourceString(res::ReviewUnavailable), QString(), MbOk | MbIconExclamation);
+        return std::nullopt;
+    }
+    if (opened)
+        m_general->WriteAsOpened(*opened);
+    // Written as OK writes the record; the other feature types OK would
+    // apply properties to are left out.
+    m_scratch = written.get();
+    written->beginUpdate();
+    WritePages(*written, nullptr);
+    written->endUpdate();
+    m_scratch = nullptr;
+
+    const FTPropsSchemaInfo &before = opened ? *opened : *m_schema;
+    SchemaReviewInput input(before, *written, *m_currentFormat);
+    if (before.getFormatId() != m_currentFormat->getId())
+        input.formatBefore = m_formats.find(before.getFormatId());
+    input.rows = AttributeIdentities();
+    input.legalised = AttributeLegalisations();
+    input.localisePrompt = [](const std::string &prompt) { return LocalizeText(prompt); };
+    const ReviewTexts texts = ReviewTextsFromResources();
+    input.texts = &texts;
+    return ReviewSchemaChanges(input);
+}
+
+void CFeatTypePropsDlg::ReviewChanges()
+{
+    const std::optional<std::vector<ReviewChange>> changes = ReviewedChanges();
+    if (!changes)
+        return;
+    // Shown in the words the changes were worked out in.
+    CReviewChangesDlg review(ReviewAsText(*changes, ReviewTextsFromResources()), this);
+    if (review.DoModal() == kEndOk)
+        OnOK();
 }
 
 void CFeatTypePropsDlg::ApplyToOthers()

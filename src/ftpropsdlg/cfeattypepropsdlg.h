@@ -16,7 +16,9 @@
 
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
+#include "ftprops/schemareview.h"
 #include "ftpropsdlg/applyselection.h"
+#include "ftpropsdlg/attributeorigins.h"
 #include "ftpropsdlg/formatdictionary.h"
 #include "uikit/cvyrdialog.h"
 
@@ -51,6 +53,7 @@ public:
     // Control IDs of the frame.
     static constexpr unsigned kIdTabControl = 1134;
     static constexpr unsigned kIdApplyToOthers = 1195;
+    static constexpr unsigned kIdReviewChanges = 1196;
     static constexpr int kMargin = 3;
     static constexpr int kButtonGap = 4;
 
@@ -97,6 +100,25 @@ public:
     // The apply-to-others command: asks which properties go to which other
     // feature types; OK applies them. Offered only when there are others.
     void ApplyToOthers();
+
+    // The review command (Control+Shift+R): validates the pages as OK does,
+    // then shows what OK will write; OK there saves.
+    void ReviewChanges();
+    // What OK will write against what the feature type held when the dialog
+    // opened, worked out by writing the pages into a scratch copy of the
+    // record, as OK writes them into the record itself; nothing reaches the
+    // record or the other feature types. Nothing when a page refused (the
+    // user was told why) or no copy could be made.
+    std::optional<std::vector<ReviewChange>> ReviewedChanges();
+    // Which row of the User Attributes page each attribute the feature type
+    // held at open became; nothing when the page writes no attributes.
+    std::optional<AttributeRowIdentities> AttributeIdentities() const;
+    // The names of the User Attributes page the format's rules made of
+    // typed ones, with the rules; empty when the page writes no attributes.
+    std::vector<NameLegalisation> AttributeLegalisations() const;
+    // Whether `target` stands for the feature type being edited: the record
+    // itself, or the scratch copy a review writes for it.
+    bool IsEditedRecord(const FTPropsSchemaInfo &target) const { return &target == m_schema || &target == m_scratch; }
 
     // Turns to `page` (when it has a tab), for a page that refuses OK and
     // shows where.
@@ -181,6 +203,9 @@ private:
     QSize m_minimumSize;
     ApplySelection m_apply;
     StringSet m_attributesSeen;
+    AttributeOrigins m_attributeOrigins;
+    // The scratch copy a review is writing, while it does.
+    const FTPropsSchemaInfo *m_scratch = nullptr;
     // While the pages change format: the renames to pass on after.
     std::optional<std::vector<std::pair<std::string, std::string>>> m_movingRenames;
 };

@@ -49,6 +49,10 @@ public:
     // The dialog was cancelled: takes back what the page handed to the
     // schema record before OK. Base: nothing was handed over.
     virtual void TakeBackHandedOver() {}
+    // Whether the page handed anything to the schema record before OK;
+    // WriteAsOpened writes into `target` what the record held of it at open.
+    virtual bool HandedOver() const { return false; }
+    virtual void WriteAsOpened(FTPropsSchemaInfo &) const {}
     // Shows `geometry` for `format`.
     virtual void FillGeometry(const FTPropsFormatInfo *format, const std::string &geometry);
     // Folds the database user into the name for a format without database

@@ -321,9 +321,14 @@ void CFeatTypePropsGeneralDest::ChooseSchemaSources()
 
 void CFeatTypePropsGeneralDest::TakeBackHandedOver()
 {
-    if (m_schemaSourcesHandedOver)
-        m_schema->setSchemaSources(m_initialSchemaSources);
+    WriteAsOpened(*m_schema);
     m_schemaSourcesHandedOver = false;
+}
+
+void CFeatTypePropsGeneralDest::WriteAsOpened(FTPropsSchemaInfo &target) const
+{
+    if (m_schemaSourcesHandedOver)
+        target.setSchemaSources(m_initialSchemaSources);
 }
 
 void CFeatTypePropsGeneralDest::EditDynamicSettings()
@@ -409,7 +414,7 @@ void CFeatTypePropsGeneralDest::WriteToSchema(FTPropsSchemaInfo &target, unsigne
         // Another feature type of a format of several geometries keeps
         // its own; the edited one takes what the page holds, which is what
         // it had unless a move back and forth changed it.
-        const bool edited = &target == m_schema;
+        const bool edited = m_dialog->IsEditedRecord(target);
         if (!targetFormat->supportsMultiGeom() || (edited && geometry != target.getGeometry()))
             target.setGeometry(geometry);
     }

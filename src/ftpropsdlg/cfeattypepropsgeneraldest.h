@@ -56,6 +56,8 @@ public:
     // Schema sources chosen go to the schema record at once; a cancelled
     // dialog puts back those it found.
     void TakeBackHandedOver() override;
+    bool HandedOver() const override { return m_schemaSourcesHandedOver; }
+    void WriteAsOpened(FTPropsSchemaInfo &target) const override;
     const DynamicSchemaInfo &dynamicSettings() const { return m_dynamicSettings; }
 
 protected:

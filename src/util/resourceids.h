@@ -28,6 +28,7 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(Template, 339, AttributesPage)                                                                                   \
     X(Template, 340, FormatAttributesPage)                                                                             \
     X(Template, 343, ParametersPage)                                                                                   \
+    X(Template, 344, ReviewChangesDialog)                                                                              \
     X(Template, 514, GeneralPageDest)                                                                                  \
     X(Template, 552, GridEditDialog)                                                                                   \
     X(Template, 575, RangeDomainDialog)                                                                                \
@@ -130,7 +131,28 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61290, WholeNumberOrEmptyRequired)                                                                       \
     X(String, 61291, AttributeNameRepeated)                                                                            \
     X(String, 61292, ChoiceRequired)                                                                                   \
-    X(String, 61293, AttributeChoiceRequired)
+    X(String, 61293, AttributeChoiceRequired)                                                                          \
+    X(String, 61294, ReviewNoChanges)                                                                                  \
+    X(String, 61295, ReviewGroupGeneral)                                                                               \
+    X(String, 61296, ReviewGroupUserAttributes)                                                                        \
+    X(String, 61297, ReviewGroupFormatAttributes)                                                                      \
+    X(String, 61298, ReviewGroupParameters)                                                                            \
+    X(String, 61299, ReviewGeneralLabels)                                                                              \
+    X(String, 61300, ReviewYes)                                                                                        \
+    X(String, 61301, ReviewNo)                                                                                         \
+    X(String, 61302, ReviewEmpty)                                                                                      \
+    X(String, 61303, ReviewTyped)                                                                                      \
+    X(String, 61304, ReviewChanged)                                                                                    \
+    X(String, 61305, ReviewAdded)                                                                                      \
+    X(String, 61306, ReviewRemoved)                                                                                    \
+    X(String, 61307, ReviewRenamed)                                                                                    \
+    X(String, 61308, ReviewRetyped)                                                                                    \
+    X(String, 61309, ReviewMoved)                                                                                      \
+    X(String, 61310, ReviewLegalised)                                                                                  \
+    X(String, 61311, ReviewExposed)                                                                                    \
+    X(String, 61312, ReviewUnexposed)                                                                                  \
+    X(String, 61313, ReviewListCount)                                                                                  \
+    X(String, 61314, ReviewUnavailable)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;

@@ -1,4 +1,5 @@
 #include "ftprops/geometrytranslation.h"
+#include "ftprops/schemareview.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftprops/vyrobjworkspaceschemainfo.h"
 
@@ -60,12 +61,12 @@ protected:
         , m_shapes(kShapes, m_session, "SHAPES")
     {
         m_feature->setFeatureType("roads");
-        m_schema = std::make_unique<VYRObjWorkspaceSchemaInfo>(*m_session, *m_feature, m_lines,
-                                                               [this](const std::string &id) -> const FTPropsFormatInfo * {
-                                                                   if (id == "LINES")
-                                                                       return &m_lines;
-                                                                   return id == "SHAPES" ? &m_shapes : nullptr;
-                                                               });
+        m_schema = std::make_unique<VYRObjWorkspaceSchemaInfo>(
+            *m_session, *m_feature, m_lines, [this](const std::string &id) -> const FTPropsFormatInfo * {
+                if (id == "LINES")
+                    return &m_lines;
+                return id == "SHAPES" ? &m_shapes : nullptr;
+            });
     }
     ~WorkspaceSchemaTest() override
     {
@@ -151,6 +152,40 @@ TEST_F(WorkspaceSchemaTest, movesToAnotherFormatAndItsVocabulary)
     VYRRWStringImp generic;
     ASSERT_TRUE(m_feature->getAttribute("vyr_geometry{0}", generic));
     EXPECT_EQ(std::string(generic.c_str()), "vyr_line");
+}
+
+// A scratch copy answers as the record does, lists and attribute order
+// included, and what is written into it stays there.
+TEST_F(WorkspaceSchemaTest, aScratchCopyHoldsTheSameAndLeavesTheFeatureAlone)
+{
+    m_schema->setUserAttributes({{"b", "char(4)", ""}, {"a", "logical", ""}});
+    m_schema->setGeometry("arc");
+    m_schema->setParameter("MODE", "slow");
+    m_schema->setSchemaSources({"SHAPES"});
+    m_schema->setAdditionalNames({"streets"});
+    m_schema->setMerged(true);
+    const auto json = [this] {
+        VYRRWStringImp text;
+        VYR_FeatureWriteJson(m_feature, &text);
+        return std::string(text.view());
+    };
+    const std::string before = json();
+
+    ScratchSchema copy = m_schema->makeScratchCopy();
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(ReviewSchemaChanges(SchemaReviewInput(*m_schema, *copy, m_lines)), std::vector<ReviewChange>());
+    EXPECT_EQ(copy->getAttributeNames(true, true), (StringList{"b", "a"}));
+    EXPECT_EQ(copy->getParameter("MODE"), "slow");
+    copy->setName("highways");
+    copy->removeAttribute("b");
+    copy->setParameter("MODE", "fast");
+    copy->setSchemaSources({});
+    copy->setAdditionalNames({"lanes"});
+    copy->setFormatId("SHAPES");
+    EXPECT_EQ(copy->getSchemaSources(), StringList());
+    EXPECT_EQ(json(), before);
+    copy.reset();
+    EXPECT_EQ(json(), before);
 }
 
 } // namespace

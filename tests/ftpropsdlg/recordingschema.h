@@ -124,8 +124,17 @@ public:
         record("setAdditionalNames");
     }
     void expandListAttribute(const std::string &attribute, int) override { record("expandListAttribute", attribute); }
+    // Logs into the same log as "copy of <name>".
+    ScratchSchema makeScratchCopy() const override
+    {
+        auto *copy = new RecordingSchema(*this);
+        copy->m_label = "copy of " + m_label;
+        return ownScratch(copy);
+    }
 
 private:
+    RecordingSchema(const RecordingSchema &) = default;
+
     void record(const char *call, const std::string &value = {})
     {
         m_log.push_back(m_label + ": " + call + (value.empty() ? "" : "(" + value + ")"));

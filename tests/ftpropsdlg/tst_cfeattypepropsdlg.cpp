@@ -609,6 +609,7 @@ private slots:
     // back what the dialog found, and only when something was chosen.
     void shouldTakeChosenSchemaSourcesBackOnCancel()
     {
+        addOther("rivers", "SHP");
         for (const bool choose : {true, false}) {
             RecordingSchema &schema = record("roads", "SHP", "shp_arc");
             schema.dynamic = true;
@@ -623,6 +624,17 @@ private slots:
                 dest->ChooseSchemaSources();
                 QCOMPARE(schema.schemaSources, StringList{"READER_B"});
             }
+            // A review meanwhile lists the choice against what the record
+            // held at open, and writes into its copies only (a copy's log
+            // says "copy of").
+            m_log.clear();
+            const std::optional<std::vector<ReviewChange>> reviewed = dialog->ReviewedChanges();
+            QVERIFY(reviewed);
+            QCOMPARE(std::count_if(reviewed->begin(), reviewed->end(),
+                                   [](const ReviewChange &change) { return change.key == "schema_sources"; }),
+                     choose ? 1 : 0);
+            for (const std::string &entry : m_log)
+                QVERIFY2(entry.starts_with("copy of roads: "), entry.c_str());
             m_log.clear();
             QTest::keyClick(dialog.get(), Qt::Key_Escape);
             QCOMPARE(schema.schemaSources, StringList{"READER_A"});
@@ -649,7 +661,7 @@ private slots:
     {
         QTest::addColumn<QString>("format");
         QTest::addColumn<QStringList>("chain");
-        const QStringList frame{"helpButton", "applyButton", "okButton", "cancelButton", "tabControl"};
+        const QStringList frame{"helpButton", "reviewButton", "applyButton", "okButton", "cancelButton", "tabControl"};
         QTest::newRow("writer") << "SHP"
                                 << QStringList{"nameEdit",    "datasetCombo", "geometryCombo",
                                                "fanoutCheck", "dynamicCheck", "formatHelpButton"} + frame;

@@ -1,0 +1,46 @@
+// CReviewChangesDlg: the read-only window that lists what OK is about to
+// write into a feature type, as the feature type properties dialog reviewed
+// it. OK saves (the dialog it came from then runs its OK), Copy puts the
+// list on the clipboard as plain text, Cancel and Escape go back.
+#ifndef VYR_FTPROPSDLG_CREVIEWCHANGESDLG_H
+#define VYR_FTPROPSDLG_CREVIEWCHANGESDLG_H
+
+#include "ftprops/schemareview.h"
+#include "uikit/cvyrdialog.h"
+
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QString>
+
+namespace vyr {
+
+// The review's words in the user's language, from the resource library.
+ReviewTexts ReviewTextsFromResources();
+
+class CReviewChangesDlg : public CVyrDialog
+{
+    Q_OBJECT
+
+public:
+    static constexpr unsigned kIdChanges = 1001;
+    static constexpr unsigned kIdCopy = 1002;
+
+    // `text`: the review as ReviewAsText writes it, in the narrow code page.
+    CReviewChangesDlg(const std::string &text, QWidget *parent);
+
+    QString text() const { return m_text; }
+
+protected:
+    bool OnInitDialog() override;
+
+private:
+    void CopyToClipboard();
+
+    QString m_text;
+    DialogControl<QPlainTextEdit> m_changes;
+    DialogControl<QPushButton> m_copy;
+};
+
+} // namespace vyr
+
+#endif // VYR_FTPROPSDLG_CREVIEWCHANGESDLG_H
