@@ -61,6 +61,13 @@ bool CFeatTypePropsAttrs::OnInitDialog()
     }
     m_grid = grid;
     grid->SupplyRowsWhenWanted([this] { LoadRows(); });
+    // Read-only shows from the start, rows or not.
+    grid->SetTypeNote([this](long row) { return TypeNote(row); });
+    grid->EnableGrid(editable());
+    ConnectGridRowButtons(*this, *grid, editable());
+    connect(grid, &CAttrGrid::nameReplaced, this, [this](const QString &before, const QString &after) {
+        m_dialog->AttributeRenamed(toNarrow(before), toNarrow(after));
+    });
     return true;
 }
 
@@ -111,12 +118,8 @@ void CFeatTypePropsAttrs::LoadRows()
     grid->LoadAttributes(names);
     m_loadedTypes = std::make_unique<LoadedTypes>(*this, *grid);
     m_knownTypes.rememberLoaded(m_format->getId(), *m_loadedTypes);
-    grid->SetTypeNote([this](long row) { return TypeNote(row); });
+    // The loaded rows take the grid's look as they are made.
     grid->EnableGrid(editable());
-    ConnectGridRowButtons(*this, *grid, editable());
-    connect(grid, &CAttrGrid::nameReplaced, this, [this](const QString &before, const QString &after) {
-        m_dialog->AttributeRenamed(toNarrow(before), toNarrow(after));
-    });
 }
 
 AttributeTypeTexts CFeatTypePropsAttrs::LoadedTypeTexts(std::size_t record)

@@ -135,8 +135,9 @@ bool CFeatTypePropsDlg::OnInitDialog()
         connect(shortcut, &QShortcut::activated, this, [this, step = pageKey.step] { TurnPage(step); });
     }
 
-    // The pages read the schema as they open: the record may read its
-    // names once for all of them.
+    // The pages read the schema as they open (the attribute pages read
+    // their rows later, when first wanted): the record may read its names
+    // once for all of them.
     struct Reading
     {
         FTPropsSchemaInfo &schema;

@@ -50,7 +50,8 @@ bool CFeatTypePropsExposableAttrs::OnInitDialog()
     grid->SupplyRowsWhenWanted([this] { LoadRows(); });
     for (const auto &[id, checked] : {std::pair{kIdCheckAll, true}, std::pair{kIdClearAll, false}}) {
         if (auto *button = qobject_cast<QAbstractButton *>(GetDlgItem(id))) {
-            connect(button, &QAbstractButton::clicked, grid, [grid, checked = checked] {
+            connect(button, &QAbstractButton::clicked, grid, [this, grid, checked = checked] {
+                EnsureRows();
                 grid->CommitEdit();
                 grid->CheckAll(checked);
             });
@@ -79,7 +80,9 @@ void CFeatTypePropsExposableAttrs::LoadRows()
 
 bool CFeatTypePropsExposableAttrs::ValidatePage()
 {
-    // Rows not made yet hold no edit to end.
+    // The rows are made before any page writes: they count the list
+    // elements the schema exposes as it was opened, not as OK leaves it.
+    EnsureRows();
     if (m_grid)
         m_grid->CommitEdit();
     return true;

@@ -292,11 +292,11 @@ public:
         auto *asCell = const_cast<QAccessibleInterface *>(child)->tableCellInterface();
         if (!asCell || asCell->rowIndex() < 0 || asCell->columnIndex() < 0)
             return -1;
-        return asCell->rowIndex() * grid()->GetColumnCount() + asCell->columnIndex();
+        return asCell->rowIndex() * rows()->GetColumnCount() + asCell->columnIndex();
     }
     QAccessibleInterface *focusChild() const override
     {
-        if (grid()->GetCurrentCol() < 0 || grid()->GetCurrentRow() < 0)
+        if (rows()->GetCurrentCol() < 0 || grid()->GetCurrentRow() < 0)
             return nullptr;
         return cell(grid()->GetCurrentCol(), grid()->GetCurrentRow());
     }
@@ -324,7 +324,7 @@ public:
         QList<QAccessibleInterface *> cells;
         int column = -1;
         long row = -1;
-        for (int found = grid()->FirstSelected(column, row); found == ug::Success && cells.size() < 10000;
+        for (int found = rows()->FirstSelected(column, row); found == ug::Success && cells.size() < 10000;
              found = grid()->NextSelected(column, row))
             cells.append(cell(column, row));
         return cells;
@@ -336,10 +336,10 @@ public:
     QList<int> selectedRows() const override { return {}; }
     bool isColumnSelected(int) const override { return false; }
     bool isRowSelected(int) const override { return false; }
-    bool selectRow(int row) override { return grid()->MoveToCell(std::max(0, grid()->GetCurrentCol()), row) == 0; }
+    bool selectRow(int row) override { return rows()->MoveToCell(std::max(0, grid()->GetCurrentCol()), row) == 0; }
     bool selectColumn(int column) override
     {
-        return grid()->MoveToCell(column, std::max(0L, grid()->GetCurrentRow())) == 0;
+        return rows()->MoveToCell(column, std::max(0L, grid()->GetCurrentRow())) == 0;
     }
     bool unselectRow(int) override { return false; }
     bool unselectColumn(int) override { return false; }

@@ -238,11 +238,18 @@ public:
     void EndBatch();
 
     // Rows made when they are first wanted: `supply` runs once, before the
-    // grid is first shown, read by assistive technology or asked through
-    // WantRows. A grid of 100,000 records nobody looks at never makes them.
+    // visible grid handles any event, or when it is read by assistive
+    // technology or asked through WantRows. A grid of 100,000 records nobody looks at never makes them.
     // Whoever gives a supplier takes it back (null) before it goes.
     void SupplyRowsWhenWanted(std::function<void()> supply);
     void WantRows();
+    // Whatever a visible grid does first - the layout of its first resize
+    // comes before its show event - it does with its rows.
+    void WantRowsIfVisible()
+    {
+        if (m_rowSupplier && isVisible())
+            WantRows();
+    }
 
     // --- Attaching to a dialog
     // Takes the place of the dialog's widget with this control ID: same

@@ -15,6 +15,7 @@ namespace vyr {
 
 bool CUGCtrl::event(QEvent *event)
 {
+    WantRowsIfVisible();
     // Shortcuts of the window must not take the keys the grid moves with.
     if (event->type() == QEvent::ShortcutOverride) {
         auto *key = static_cast<QKeyEvent *>(event);

@@ -300,6 +300,7 @@ bool CUGCtrl::cellAreaToolTip(QHelpEvent *event)
 
 bool CUGCtrl::viewportEvent(QEvent *event)
 {
+    WantRowsIfVisible();
     switch (event->type()) {
     case QEvent::Paint: {
         QPainter painter(m_grid);

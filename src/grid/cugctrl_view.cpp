@@ -308,7 +308,6 @@ void CUGCtrl::WantRows()
 
 void CUGCtrl::showEvent(QShowEvent *event)
 {
-    WantRows();
     QAbstractScrollArea::showEvent(event);
     if (OnLayoutStale())
         updateGeometries();

@@ -472,12 +472,24 @@ private slots:
 
     // A type's suffix is its domain: the domains the schema's types carry
     // are offered, shown in their rows and written back.
+    void shouldShowAndKeepTheDomainsOfTheSchemasTypes_data()
+    {
+        QTest::addColumn<bool>("shown");
+        QTest::newRow("rows asked for") << false;
+        // Its rows are made as the shown grid is first laid out.
+        QTest::newRow("page shown") << true;
+    }
     void shouldShowAndKeepTheDomainsOfTheSchemasTypes()
     {
+        QFETCH(bool, shown);
         open("shapefile-roads.json", "SHAPEFILE", [](IVYRFeature &feature) {
             feature.setAttribute("*OPENED", "date,local");
             feature.setAttribute("*TOLL", "logical,strict");
         });
+        if (shown) {
+            m_dialog->show();
+            m_dialog->ShowPage(m_dialog->attributesPage());
+        }
         CAttrGrid *grid = attributes();
         QVERIFY(grid->hasDomains());
         QCOMPARE(rowOf(grid, 2), (QStringList{"OPENED", "date", "", "", "local"}));
