@@ -2,6 +2,7 @@
 
 #include "ftprops/geometrytypemappings.h"
 #include "ftprops/guiparameterline.h"
+#include "ftprops/namerules.h"
 
 #include <algorithm>
 #include <optional>
@@ -103,8 +104,12 @@ void attributeConflicts(const ApplyPreviewInput &input, const FTPropsSchemaInfo 
             conflicts.push_back({ApplyConflictKind::AttributeSkipped, name, askedType, {}});
             continue;
         }
-        if (stored->name != name)
-            conflicts.push_back({ApplyConflictKind::NameTaken, name, name, stored->name});
+        if (stored->name != name) {
+            // Which it is the format's rules say; the name was given by the write.
+            const bool legalised = stored->name == LegaliseAttributeName(format, name, {});
+            conflicts.push_back({legalised ? ApplyConflictKind::NameLegalised : ApplyConflictKind::NameTaken, name,
+                                 name, stored->name});
+        }
         // Another format writes a type in its own words; only one it has no
         // word for (carried by its generic type alone) or one that stands
         // for another generic type is not what was asked.
@@ -262,6 +267,9 @@ std::string ApplyConflictAsText(const ApplyConflict &conflict, const ApplyConfli
     switch (conflict.kind) {
     case ApplyConflictKind::NameTaken:
         text = texts.nameTaken;
+        break;
+    case ApplyConflictKind::NameLegalised:
+        text = texts.nameLegalised;
         break;
     case ApplyConflictKind::TypeChanged:
         text = texts.typeChanged;

@@ -24,7 +24,8 @@
 namespace vyr {
 
 enum class ApplyConflictKind {
-    NameTaken, // a user attribute stored under another name: asked -> result
+    NameTaken, // a user attribute stored under another name, its own being taken: asked -> result
+    NameLegalised, // a user attribute stored under the name its format's rules give it: asked -> result
     TypeChanged, // a user attribute's type the target's format cannot take: asked -> result
     AttributeSkipped, // a user attribute that was not stored at all
     ParameterUndefined, // a chosen parameter the target's format does not define
@@ -102,6 +103,7 @@ ApplySelection NarrowSelection(const ApplySelection &selection, const StringList
 struct ApplyConflictTexts
 {
     std::string nameTaken = "Attribute {subject}: the name is taken there, it becomes {result}";
+    std::string nameLegalised = "Attribute {subject}: its format names it {result}";
     std::string typeChanged = "Attribute {subject}: its format cannot take {asked}, it becomes {result}";
     std::string attributeSkipped = "Attribute {subject}: not stored there";
     std::string parameterUndefined = "Parameter {subject}: its format does not define it, skipped";

@@ -45,6 +45,7 @@ ApplyConflictTexts ApplyConflictTextsFromResources()
 {
     ApplyConflictTexts texts;
     texts.nameTaken = narrowResource(res::ApplyConflictNameTaken);
+    texts.nameLegalised = narrowResource(res::ApplyConflictNameLegalised);
     texts.typeChanged = narrowResource(res::ApplyConflictTypeChanged);
     texts.attributeSkipped = narrowResource(res::ApplyConflictAttributeSkipped);
     texts.parameterUndefined = narrowResource(res::ApplyConflictParameterUndefined);

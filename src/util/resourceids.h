@@ -167,7 +167,8 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61350, ApplyConflictParameterKept)                                                                       \
     X(String, 61351, ApplyConflictGeometryChanged)                                                                     \
     X(String, 61352, ApplyTargetLeftOut)                                                                               \
-    X(String, 61353, ApplyPreviewUnavailable)
+    X(String, 61353, ApplyPreviewUnavailable)                                                                          \
+    X(String, 61354, ApplyConflictNameLegalised)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;

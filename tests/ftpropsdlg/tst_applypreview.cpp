@@ -65,7 +65,7 @@ private:
         m_records.back()->geometry = geometry;
         return *m_records.back();
     }
-    // "roads" of SHP with a text and a date attribute and an encoding, and
+    // "roads" of SHP with text and date attributes and an encoding, and
     // the other feature types: "rivers" of SHP, "parks" of GPKG, which
     // exposes its format attribute NOTE.
     std::unique_ptr<CFeatTypePropsDlg> open()
@@ -74,8 +74,8 @@ private:
         RecordingSchema &parks = record("parks", "GPKG", "gpkg_point");
         parks.formatAttributes = {"NOTE"};
         RecordingSchema &roads = record("roads", "SHP", "shp_arc");
-        roads.userAttributes = {"NOTE", "WHEN"};
-        roads.attributeTypes = {{"NOTE", "char(10)"}, {"WHEN", "date"}};
+        roads.userAttributes = {"NOTE", "WHEN", "DESCRIPTION"};
+        roads.attributeTypes = {{"NOTE", "char(10)"}, {"WHEN", "date"}, {"DESCRIPTION", "char(80)"}};
         roads.parameters["ENCODING"] = "latin1";
         auto dialog = std::make_unique<CFeatTypePropsDlg>(&m_session, &roads, SchemaRecordList{&rivers, &parks},
                                                           FormatRecordList{m_shp.get(), m_gpkg.get()},
@@ -90,14 +90,14 @@ private slots:
     {
         QVERIFY(ensureApplication());
         QVERIFY(loadResourceLibrary());
-        // GPKG has no line, no date and no encoding.
+        // GPKG has no line, no date, no encoding and no names over 8 bytes.
         m_shp = std::make_unique<VYRObjFTPropsFormatInfo>(
             "FORMAT,SHP,SOURCE,no,SUPPORTS_MULTI_GEOM,no,GEOM_TYPE_MAPPINGS,\"shp_arc,vyr_line,shp_point,vyr_point\","
             "DATA_TYPE_MAPPINGS,\"char(width),vyr_char,date,vyr_date\",DEFLINE_PARMS,\"GUI TEXT ENCODING Encoding,utf8\"",
             &m_session, "SHP");
         m_gpkg = std::make_unique<VYRObjFTPropsFormatInfo>(
             "FORMAT,GPKG,SOURCE,no,SUPPORTS_MULTI_GEOM,no,GEOM_TYPE_MAPPINGS,\"gpkg_point,vyr_point\","
-            "DATA_TYPE_MAPPINGS,\"char(width),vyr_char\",FORMAT_ATTRS,\"NOTE,char(20)\"",
+            "DATA_TYPE_MAPPINGS,\"char(width),vyr_char\",FORMAT_ATTRS,\"NOTE,char(20)\",MAX_ATTR_LENGTH,8",
             &m_session, "GPKG");
     }
     void init()
@@ -114,6 +114,8 @@ private slots:
         QTest::addColumn<QStringList>("conflicts");
         QTest::newRow("name taken") << 0u << "NOTE" << ""
                                     << QStringList{"parks: Attribute NOTE: the name is taken there, it becomes NOTE00"};
+        QTest::newRow("name made legal")
+            << 0u << "DESCRIPTION" << "" << QStringList{"parks: Attribute DESCRIPTION: its format names it DESCRIPT"};
         QTest::newRow("type") << 0u << "WHEN" << ""
                               << QStringList{"parks: Attribute WHEN: its format cannot take date, it becomes vyr_date"};
         QTest::newRow("parameter") << 0u << "" << "ENCODING"
@@ -199,7 +201,7 @@ private slots:
             return true;
         });
         dialog->ApplyToOthers();
-        QCOMPARE(dialog->applySelection().attributes, (StringList{"NOTE", "WHEN"}));
+        QCOMPARE(dialog->applySelection().attributes, (StringList{"NOTE", "WHEN", "DESCRIPTION"}));
         RecordingSchema &rivers = *m_records[0];
         RecordingSchema &parks = *m_records[1];
         QStringList before, after;
@@ -207,19 +209,20 @@ private slots:
         test::answerNextDialog([&](QDialog *window) {
             auto *preview = qobject_cast<CApplyPreviewDlg *>(window);
             before = conflictTexts(preview->previews());
-            // The items: the geometry, NOTE, WHEN.
+            // The items: the geometry, NOTE, WHEN, DESCRIPTION.
             QListWidget *properties = preview->propertyList();
             items = properties->count();
-            if (items != 3)
+            if (items != 4)
                 return false;
             properties->item(0)->setCheckState(Qt::Unchecked);
             properties->item(2)->setCheckState(Qt::Unchecked);
+            properties->item(3)->setCheckState(Qt::Unchecked);
             after = conflictTexts(preview->previews());
             return true;
         });
         dialog->OnOK();
-        QCOMPARE(items, 3);
-        QCOMPARE(before.size(), 3);
+        QCOMPARE(items, 4);
+        QCOMPARE(before.size(), 4);
         QCOMPARE(after, QStringList{"parks: Attribute NOTE: the name is taken there, it becomes NOTE00"});
         QCOMPARE(rivers.userAttributes, StringList{"NOTE"});
         QCOMPARE(parks.userAttributes, StringList{"NOTE00"});
