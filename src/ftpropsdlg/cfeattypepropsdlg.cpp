@@ -1,6 +1,8 @@
 #include "ftpropsdlg/cfeattypepropsdlg.h"
 
+#include "ftprops/guiparameterline.h"
 #include "ftprops/listelements.h"
+#include "ftpropsdlg/capplypreviewdlg.h"
 #include "ftpropsdlg/cattrgrid.h"
 #include "ftpropsdlg/cfeattypepropsattrs.h"
 #include "ftpropsdlg/cfeattypepropsexposableattrs.h"
@@ -13,6 +15,7 @@
 #include "uikit/outsideservices.h"
 #include "uikit/pageaccessible.h"
 #include "uikit/resourcelibrary.h"
+#include "uikit/unattendedrun.h"
 #include "util/installdir.h"
 
 #include "vyr/IGuiPrompter.h"
@@ -502,13 +505,11 @@ void CFeatTypePropsDlg::OnOK()
     m_schema->beginUpdate();
     WritePages(*m_schema, nullptr);
     if (!m_apply.targets.empty()) {
-        const QString question =
-            formatResourceString(res::ApplyConfirm, {QString::number(static_cast<qulonglong>(m_apply.targets.size()))});
-        if (ShowMessageBox(this, question, QString(), MbYesNo) == IdYes) {
+        if (const std::optional<ApplySelection> chosen = ConfirmApply()) {
             for (FTPropsSchemaInfo *other : m_others) {
                 const std::string longName = other->getLongName();
-                if (std::find(m_apply.targets.begin(), m_apply.targets.end(), longName) != m_apply.targets.end())
-                    WritePages(*other, &m_apply);
+                if (std::find(chosen->targets.begin(), chosen->targets.end(), longName) != chosen->targets.end())
+                    WritePages(*other, &*chosen);
                 other->notifyApplied();
             }
         }
@@ -589,6 +590,56 @@ void CFeatTypePropsDlg::ReviewChanges()
     CReviewChangesDlg review(ReviewAsText(*changes, ReviewTextsFromResources()), this);
     if (review.DoModal() == kEndOk)
         OnOK();
+}
+
+std::vector<ApplyTargetPreview> CFeatTypePropsDlg::ApplyPreviews(const ApplySelection &selection)
+{
+    // The edited feature type as its pages write it: the types the user
+    // attributes were asked with.
+    const ScratchSchema written = m_schema->makeScratchCopy();
+    if (written) {
+        m_scratch = written.get();
+        written->beginUpdate();
+        WritePages(*written, nullptr);
+        written->endUpdate();
+        m_scratch = nullptr;
+    }
+    ApplyPreviewInput input;
+    input.selection = selection;
+    input.asked.format = m_currentFormat;
+    input.asked.written = written.get();
+    if (m_hasParameters && m_parameters)
+        input.asked.parameters = m_parameters->ParameterValues();
+    if (m_general)
+        input.asked.geometry = m_general->geometryValue();
+    input.targets = m_others;
+    input.formatOf = [this](const std::string &id) { return m_formats.find(id); };
+    input.write = [this](FTPropsSchemaInfo &target, const ApplySelection &chosen) { WritePages(target, &chosen); };
+    input.localisePrompt = [](const std::string &prompt) { return LocalizeText(prompt); };
+    const ReviewTexts texts = ReviewTextsFromResources();
+    input.texts = &texts;
+    return PreviewApply(input);
+}
+
+std::optional<ApplySelection> CFeatTypePropsDlg::ConfirmApply()
+{
+    // Nobody is there to look: the choice stands, as a Yes would.
+    if (UnattendedRun::isActive()) {
+        UnattendedRun::noteMessage(formatResourceString(
+            res::ApplyConfirm, {QString::number(static_cast<qulonglong>(m_apply.targets.size()))}));
+        return m_apply;
+    }
+    const FTPropsFormatInfo *format = m_currentFormat;
+    CApplyPreviewDlg preview(
+        m_apply, [this](const ApplySelection &selection) { return ApplyPreviews(selection); },
+        [format](const std::string &name) {
+            const std::string prompt = format ? ParseParameterLine(format->getDeflineParm(name)).prompt : name;
+            return prompt.empty() ? name : LocalizeText(prompt);
+        },
+        this);
+    if (preview.DoModal() != kEndOk)
+        return std::nullopt;
+    return preview.chosen();
 }
 
 void CFeatTypePropsDlg::ApplyToOthers()

@@ -17,6 +17,7 @@
 #include "ftprops/ftpropsformatinfo.h"
 #include "ftprops/ftpropsschemainfo.h"
 #include "ftprops/schemareview.h"
+#include "ftpropsdlg/applypreview.h"
 #include "ftpropsdlg/applyselection.h"
 #include "ftpropsdlg/attributeorigins.h"
 #include "ftpropsdlg/formatdictionary.h"
@@ -101,6 +102,10 @@ public:
     // feature types; OK applies them. Offered only when there are others.
     void ApplyToOthers();
 
+    // What applying `selection` will do in each feature type it names,
+    // worked out on scratch copies written as the apply writes them.
+    std::vector<ApplyTargetPreview> ApplyPreviews(const ApplySelection &selection);
+
     // The review command (Control+Shift+R): validates the pages as OK does,
     // then shows what OK will write; OK there saves.
     void ReviewChanges();
@@ -172,6 +177,9 @@ private:
     void ArrangeTabOrder();
     void LayoutControls();
     bool ValidatePages();
+    // At OK, with properties to apply: shows what they will do in each
+    // feature type, and answers what to write (nothing for No).
+    std::optional<ApplySelection> ConfirmApply();
     // Writes every page into `target`: with `selection` only what the user
     // chose to apply, else everything.
     void WritePages(FTPropsSchemaInfo &target, const ApplySelection *selection);

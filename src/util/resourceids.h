@@ -29,6 +29,7 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(Template, 340, FormatAttributesPage)                                                                             \
     X(Template, 343, ParametersPage)                                                                                   \
     X(Template, 344, ReviewChangesDialog)                                                                              \
+    X(Template, 348, ApplyPreviewDialog)                                                                               \
     X(Template, 514, GeneralPageDest)                                                                                  \
     X(Template, 552, GridEditDialog)                                                                                   \
     X(Template, 575, RangeDomainDialog)                                                                                \
@@ -152,7 +153,22 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61311, ReviewExposed)                                                                                    \
     X(String, 61312, ReviewUnexposed)                                                                                  \
     X(String, 61313, ReviewListCount)                                                                                  \
-    X(String, 61314, ReviewUnavailable)
+    X(String, 61314, ReviewUnavailable)                                                                                \
+    X(String, 61340, ApplyItemAttribute)                                                                               \
+    X(String, 61341, ApplyItemDeleteAttribute)                                                                         \
+    X(String, 61342, ApplyItemFormatAttribute)                                                                         \
+    X(String, 61343, ApplyItemDeleteFormatAttribute)                                                                   \
+    X(String, 61344, ApplyItemParameter)                                                                               \
+    X(String, 61345, ApplyTargetConflicts)                                                                             \
+    X(String, 61346, ApplyConflictNameTaken)                                                                           \
+    X(String, 61347, ApplyConflictTypeChanged)                                                                         \
+    X(String, 61348, ApplyConflictAttributeSkipped)                                                                    \
+    X(String, 61349, ApplyConflictParameterUndefined)                                                                  \
+    X(String, 61350, ApplyConflictParameterKept)                                                                       \
+    X(String, 61351, ApplyConflictGeometryChanged)                                                                     \
+    X(String, 61352, ApplyTargetLeftOut)                                                                               \
+    X(String, 61353, ApplyPreviewUnavailable)                                                                          \
+    X(String, 61354, ApplyConflictNameLegalised)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;

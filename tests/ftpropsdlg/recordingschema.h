@@ -7,6 +7,7 @@
 #include "ftprops/ftpropsschemainfo.h"
 #include "util/listpacking.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 
@@ -33,6 +34,7 @@ public:
     std::string fanoutAttribute;
     StringList userAttributes;
     std::map<std::string, std::string> attributeTypes;
+    std::map<std::string, std::string> genericTypes;
     StringList formatAttributes;
     StringList schemaSources;
     bool dynamic = false;
@@ -74,6 +76,11 @@ public:
             names.insert(names.end(), formatAttributes.begin(), formatAttributes.end());
         return names;
     }
+    std::string getGenericAttributeType(const std::string &attribute) const override
+    {
+        const auto found = genericTypes.find(attribute);
+        return found == genericTypes.end() ? std::string() : found->second;
+    }
     std::string getAttributeType(const std::string &attribute) const override
     {
         const auto found = attributeTypes.find(attribute);
@@ -81,11 +88,20 @@ public:
     }
     void setAttributeType(const std::string &attribute, const std::string &) override { record("setAttributeType", attribute); }
     StringList getExtraFanoutNames() const override { return {}; }
-    void removeAttribute(const std::string &attribute) override { record("removeAttribute", attribute); }
+    void removeAttribute(const std::string &attribute) override
+    {
+        std::erase(userAttributes, attribute);
+        record("removeAttribute", attribute);
+    }
     void storeAttribute(const std::string &attribute, const std::string &, bool) override { record("storeAttribute", attribute); }
     void setAttributes(const StringList &) override { record("setAttributes"); }
+    // Holds what it stores, so that a scratch copy shows what was written.
     void storeUserAttribute(const UserAttributeTypes &attribute) override
     {
+        if (std::find(userAttributes.begin(), userAttributes.end(), attribute.name) == userAttributes.end())
+            userAttributes.push_back(attribute.name);
+        attributeTypes[attribute.name] = attribute.type;
+        genericTypes[attribute.name] = attribute.generic;
         record("storeUserAttribute", attribute.name + " " + attribute.type + " " + attribute.generic);
     }
     std::string getParameter(const std::string &parameter) const override

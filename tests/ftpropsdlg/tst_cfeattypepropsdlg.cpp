@@ -6,6 +6,7 @@
 #include "support/scratchdirectory.h"
 
 #include "ftprops/vyrobjftpropsformatinfo.h"
+#include "ftpropsdlg/capplypreviewdlg.h"
 #include "ftpropsdlg/cattrgrid.h"
 #include "ftpropsdlg/cfeattypepropsattrs.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
@@ -252,11 +253,18 @@ private slots:
         QCOMPARE(dialog->applySelection().generalMask, chosen ? general::Geometry : 0u);
 
         // Without a selection there is nothing to confirm.
-        ShownMessage question;
+        QStringList previewed;
         if (chosen)
-            answerNextMessageBox(&question, confirm ? QMessageBox::Yes : QMessageBox::No);
+            answerNextDialog([&](QDialog *preview) {
+                auto *targets = qobject_cast<CApplyPreviewDlg *>(preview)->targetTree();
+                for (int i = 0; i < targets->topLevelItemCount(); ++i)
+                    previewed.append(targets->topLevelItem(i)->text(0));
+                return confirm;
+            });
         dialog->OnOK();
-        QCOMPARE(question.text, chosen ? formatResourceString(res::ApplyConfirm, {QStringLiteral("1")}) : QString());
+        QCOMPARE(previewed, chosen ? QStringList{"rivers"} : QStringList());
+        // The previews were written into copies.
+        std::erase_if(m_log, [](const std::string &line) { return line.starts_with("copy of "); });
         // Everything of the General page to the edited type; to the others,
         // in the same update, only what was chosen.
         StringList expected{"roads: beginUpdate",      "roads: setFormatId(SHP)",    "roads: setName(roads)",
@@ -314,8 +322,7 @@ private slots:
         QCOMPARE(offers["FORMAT_ATTRIBUTES"].items, QStringList{"items{}.x"});
         QCOMPARE(offers["DELETE_FORMAT_ATTRIBUTES"].items, QStringList{"shp_type"});
 
-        ShownMessage confirmation;
-        answerNextMessageBox(&confirmation, QMessageBox::Yes);
+        answerNextDialog([](QDialog *) { return true; });
         dialog->OnOK();
         const auto attributeCalls = [this](const std::string &label) {
             StringList calls;

@@ -443,15 +443,16 @@ void performEnding(DialogDriver &d, const SchemaModel &model, const Ending &endi
     if (ending.isOk() && !model.applySelection().empty() && model.refusals().empty()) {
         const bool confirm = model.applySelection().confirm;
         d.watcher().expect([&d, confirm](QWidget *window) {
-            auto *box = qobject_cast<QMessageBox *>(window);
-            QAbstractButton *answer = box ? box->button(confirm ? QMessageBox::Yes : QMessageBox::No) : nullptr;
-            if (box && !box->button(QMessageBox::Yes)) {
-                // Not the question but OK refusing: a message like any other.
+            if (auto *box = qobject_cast<QMessageBox *>(window)) {
+                // Not the preview but OK refusing: a message like any other.
                 d.watcher().dismiss(box);
                 return;
             }
+            auto *answer = window->objectName() == QLatin1String("applyPreviewDialog")
+                ? window->findChild<QAbstractButton *>(confirm ? QStringLiteral("yesButton") : QStringLiteral("noButton"))
+                : nullptr;
             if (!answer)
-                return d.problem(QStringLiteral("OK asked no Yes/No question before applying to others"));
+                return d.problem(QStringLiteral("OK showed no preview before applying to others"));
             QTest::mouseClick(answer, Qt::LeftButton);
         });
     }

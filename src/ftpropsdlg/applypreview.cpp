@@ -1,0 +1,298 @@
+#include "ftpropsdlg/applypreview.h"
+
+#include "ftprops/geometrytypemappings.h"
+#include "ftprops/guiparameterline.h"
+#include "ftprops/namerules.h"
+
+#include <algorithm>
+#include <optional>
+#include <sstream>
+
+namespace vyr {
+namespace {
+
+// `target` written with `selection` into a scratch copy; null when no copy
+// could be made.
+ScratchSchema writtenCopy(const ApplyPreviewInput &input, const FTPropsSchemaInfo &target,
+                          const ApplySelection &selection)
+{
+    ScratchSchema copy = target.makeScratchCopy();
+    if (!copy)
+        return copy;
+    copy->beginUpdate();
+    input.write(*copy, selection);
+    copy->endUpdate();
+    return copy;
+}
+
+std::vector<ReviewChange> reviewed(const ApplyPreviewInput &input, const FTPropsSchemaInfo &before,
+                                   const FTPropsSchemaInfo &after, const FTPropsFormatInfo &format)
+{
+    SchemaReviewInput review(before, after, format);
+    review.localisePrompt = input.localisePrompt;
+    review.texts = input.texts;
+    return ReviewSchemaChanges(review);
+}
+
+bool isUserAttribute(const FTPropsSchemaInfo &schema, const std::string &name)
+{
+    const StringList names = schema.getAttributeNames(true, false);
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+struct StoredAttribute
+{
+    std::string name;
+    std::string type;
+    std::string generic;
+};
+
+// Where the attribute `name` of the page lands in `target`: the attribute is
+// written alone into a copy of its own, and the one attribute that copy
+// gained or retyped is it. Nothing when it landed nowhere (or no copy could
+// be made).
+std::optional<StoredAttribute> storedAs(const ApplyPreviewInput &input, const FTPropsSchemaInfo &target,
+                                        const FTPropsFormatInfo &format, const std::string &name)
+{
+    ApplySelection alone;
+    alone.targets = {target.getLongName()};
+    alone.attributes = {name};
+    const ScratchSchema copy = writtenCopy(input, target, alone);
+    if (!copy)
+        return std::nullopt;
+    for (const ReviewChange &change : reviewed(input, target, *copy, format)) {
+        if (change.group == ReviewGroup::UserAttributes
+            && (change.kind == ReviewKind::Added || change.kind == ReviewKind::Retyped))
+            return StoredAttribute{change.key, change.newValue, change.newGeneric};
+    }
+    // Written as the target had it already.
+    if (isUserAttribute(target, name))
+        return StoredAttribute{name, target.getAttributeType(name), target.getGenericAttributeType(name)};
+    return std::nullopt;
+}
+
+StringList words(const std::string &text)
+{
+    StringList result;
+    std::istringstream stream(text);
+    for (std::string word; stream >> word;)
+        result.push_back(word);
+    return result;
+}
+
+StringList genericGeometry(const FTPropsFormatInfo &format, const std::string &geometry)
+{
+    const GeometryTypeMappings *mappings = format.getGeometryTypeMappings();
+    return mappings ? words(mappings->toGeneric(geometry, format.supportsMultiGeom())) : StringList();
+}
+
+void attributeConflicts(const ApplyPreviewInput &input, const FTPropsSchemaInfo &target,
+                        const FTPropsFormatInfo &format, const FTPropsSchemaInfo &written,
+                        std::vector<ApplyConflict> &conflicts)
+{
+    const FTPropsSchemaInfo *asked = input.asked.written;
+    if (!asked)
+        return;
+    for (const std::string &name : input.selection.attributes) {
+        const std::string askedType = asked->getAttributeType(name);
+        const std::string askedGeneric = asked->getGenericAttributeType(name);
+        // Stored under its own name as it was asked: nothing to look into.
+        if (isUserAttribute(written, name) && written.getAttributeType(name) == askedType)
+            continue;
+        const std::optional<StoredAttribute> stored = storedAs(input, target, format, name);
+        if (!stored) {
+            conflicts.push_back({ApplyConflictKind::AttributeSkipped, name, askedType, {}});
+            continue;
+        }
+        if (stored->name != name) {
+            // Which it is the format's rules say; the name was given by the write.
+            const bool legalised = stored->name == LegaliseAttributeName(format, name, {});
+            conflicts.push_back({legalised ? ApplyConflictKind::NameLegalised : ApplyConflictKind::NameTaken, name,
+                                 name, stored->name});
+        }
+        // Another format writes a type in its own words; only one it has no
+        // word for (carried by its generic type alone) or one that stands
+        // for another generic type is not what was asked.
+        const bool genericOnly = stored->type == stored->generic;
+        const bool otherGeneric = !askedGeneric.empty() && !stored->generic.empty() && stored->generic != askedGeneric;
+        if (stored->type != askedType && (genericOnly || otherGeneric))
+            conflicts.push_back({ApplyConflictKind::TypeChanged, name, askedType, stored->type});
+    }
+}
+
+void parameterConflicts(const ApplyPreviewInput &input, const FTPropsFormatInfo &format,
+                        const FTPropsSchemaInfo &written, std::vector<ApplyConflict> &conflicts)
+{
+    const FTPropsFormatInfo &pageFormat = *input.asked.format;
+    for (const std::string &name : pageFormat.getDeflineParmNames()) {
+        const auto asked = input.asked.parameters.find(name);
+        if (!input.selection.parameters.contains(name) || asked == input.asked.parameters.end())
+            continue;
+        const std::string raw = ParseParameterLine(pageFormat.getDeflineParm(name)).prompt;
+        std::string subject = input.localisePrompt ? input.localisePrompt(raw) : raw;
+        if (subject.empty())
+            subject = name;
+        if (format.getDeflineParm(name).empty()) {
+            conflicts.push_back({ApplyConflictKind::ParameterUndefined, subject, asked->second, {}});
+            continue;
+        }
+        const std::string stored = written.getParameter(name);
+        if (stored != asked->second)
+            conflicts.push_back({ApplyConflictKind::ParameterKept, subject, asked->second, stored});
+    }
+}
+
+void geometryConflicts(const ApplyPreviewInput &input, const FTPropsSchemaInfo &target,
+                       const FTPropsFormatInfo &format, const FTPropsSchemaInfo &written,
+                       std::vector<ApplyConflict> &conflicts)
+{
+    const FTPropsFormatInfo &pageFormat = *input.asked.format;
+    if (!(input.selection.generalMask & general::Geometry) || format.getFormatName() == pageFormat.getFormatName())
+        return;
+    const std::string result = written.getGeometry();
+    const StringList stored = genericGeometry(format, result);
+    // A geometry left alone was not asked of this one (a dynamic schema
+    // writes none), unless it stands for nothing there.
+    if (result == target.getGeometry() && !stored.empty())
+        return;
+    if (stored != genericGeometry(pageFormat, input.asked.geometry))
+        conflicts.push_back({ApplyConflictKind::GeometryChanged, input.asked.geometry, input.asked.geometry, result});
+}
+
+void replaceAll(std::string &text, const std::string &key, const std::string &value)
+{
+    for (std::size_t at = text.find(key); at != std::string::npos; at = text.find(key, at + value.size()))
+        text.replace(at, key.size(), value);
+}
+
+} // namespace
+
+std::vector<ApplyTargetPreview> PreviewApply(const ApplyPreviewInput &input)
+{
+    std::vector<ApplyTargetPreview> previews;
+    if (!input.asked.format)
+        return previews;
+    for (FTPropsSchemaInfo *target : input.targets) {
+        const std::string longName = target->getLongName();
+        const StringList &chosen = input.selection.targets;
+        if (std::find(chosen.begin(), chosen.end(), longName) == chosen.end())
+            continue;
+        ApplyTargetPreview preview;
+        preview.target = target;
+        preview.longName = longName;
+        const FTPropsFormatInfo *format = input.formatOf(target->getFormatId());
+        const ScratchSchema written = format ? writtenCopy(input, *target, input.selection) : NoScratchSchema();
+        if (!written) {
+            preview.available = false;
+            previews.push_back(std::move(preview));
+            continue;
+        }
+        preview.changes = reviewed(input, *target, *written, *format);
+        attributeConflicts(input, *target, *format, *written, preview.conflicts);
+        parameterConflicts(input, *format, *written, preview.conflicts);
+        geometryConflicts(input, *target, *format, *written, preview.conflicts);
+        previews.push_back(std::move(preview));
+    }
+    return previews;
+}
+
+std::vector<ApplyItem> ApplyItemsOf(const ApplySelection &selection)
+{
+    std::vector<ApplyItem> items;
+    // The groups the prompt asks about, in its order.
+    for (const unsigned mask : {general::Dataset, general::Geometry, general::DatabaseUser, general::Fanout,
+                                general::Merge, general::AllDynamic}) {
+        if ((selection.generalMask & mask) == mask)
+            items.push_back({ApplyItem::General, mask, {}});
+    }
+    const std::pair<ApplyItem::Kind, const StringList *> lists[] = {
+        {ApplyItem::Attribute, &selection.attributes},
+        {ApplyItem::DeleteAttribute, &selection.deleteAttributes},
+        {ApplyItem::FormatAttribute, &selection.formatAttributes},
+        {ApplyItem::DeleteFormatAttribute, &selection.deleteFormatAttributes},
+    };
+    for (const auto &[kind, names] : lists) {
+        for (const std::string &name : *names)
+            items.push_back({kind, 0, name});
+    }
+    for (const std::string &name : selection.parameters)
+        items.push_back({ApplyItem::Parameter, 0, name});
+    return items;
+}
+
+ApplySelection NarrowSelection(const ApplySelection &selection, const StringList &targets,
+                               const std::vector<ApplyItem> &items)
+{
+    ApplySelection narrowed;
+    for (const std::string &target : selection.targets) {
+        if (std::find(targets.begin(), targets.end(), target) != targets.end())
+            narrowed.targets.push_back(target);
+    }
+    const std::vector<ApplyItem> offered = ApplyItemsOf(selection);
+    for (const ApplyItem &item : items) {
+        if (std::find(offered.begin(), offered.end(), item) == offered.end())
+            continue;
+        switch (item.kind) {
+        case ApplyItem::General:
+            narrowed.generalMask |= item.mask;
+            break;
+        case ApplyItem::Attribute:
+            narrowed.attributes.push_back(item.name);
+            break;
+        case ApplyItem::DeleteAttribute:
+            narrowed.deleteAttributes.push_back(item.name);
+            break;
+        case ApplyItem::FormatAttribute:
+            narrowed.formatAttributes.push_back(item.name);
+            break;
+        case ApplyItem::DeleteFormatAttribute:
+            narrowed.deleteFormatAttributes.push_back(item.name);
+            break;
+        case ApplyItem::Parameter:
+            narrowed.parameters.insert(item.name);
+            break;
+        }
+    }
+    // Bits of the mask no item stands for (the name) go as they were.
+    unsigned offeredMask = 0;
+    for (const ApplyItem &item : offered)
+        offeredMask |= item.mask;
+    narrowed.generalMask |= selection.generalMask & ~offeredMask;
+    return narrowed;
+}
+
+std::string ApplyConflictAsText(const ApplyConflict &conflict, const ApplyConflictTexts &texts)
+{
+    std::string text;
+    switch (conflict.kind) {
+    case ApplyConflictKind::NameTaken:
+        text = texts.nameTaken;
+        break;
+    case ApplyConflictKind::NameLegalised:
+        text = texts.nameLegalised;
+        break;
+    case ApplyConflictKind::TypeChanged:
+        text = texts.typeChanged;
+        break;
+    case ApplyConflictKind::AttributeSkipped:
+        text = texts.attributeSkipped;
+        break;
+    case ApplyConflictKind::ParameterUndefined:
+        text = texts.parameterUndefined;
+        break;
+    case ApplyConflictKind::ParameterKept:
+        text = texts.parameterKept;
+        break;
+    case ApplyConflictKind::GeometryChanged:
+        text = texts.geometryChanged;
+        break;
+    }
+    const auto shown = [&](const std::string &value) { return value.empty() ? texts.empty : value; };
+    // The subject last: a name holding "{asked}" stays as it is.
+    replaceAll(text, "{asked}", shown(conflict.asked));
+    replaceAll(text, "{result}", shown(conflict.result));
+    replaceAll(text, "{subject}", conflict.subject);
+    return text;
+}
+
+} // namespace vyr
