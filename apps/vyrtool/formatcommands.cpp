@@ -11,6 +11,7 @@
 #include "ftprops/schemareview.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftprops/vyrobjftpropsschemainfo.h"
+#include "ftprops/vyrobjworkspaceschemainfo.h"
 #include "util/capabilityfile.h"
 #include "util/stringconverter.h"
 
@@ -301,8 +302,12 @@ int schemaDiff(const ToolArguments &arguments, Session &session, const FTPropsFo
     FeatureFile newFile(*session.session);
     if (!oldFile.load(arguments.words[1], "schema") || !newFile.load(arguments.words[2], "schema"))
         return 2;
-    const VYRObjFTPropsSchemaInfo before(*session.session, oldFile.feature(), format);
-    const VYRObjFTPropsSchemaInfo after(*session.session, newFile.feature(), format);
+    // Read as a workspace keeps its feature types, so that fan-out, merge,
+    // dynamic schema and the dataset are compared too: the bare record
+    // answers those with its defaults.
+    const auto lookup = [&format](const std::string &id) { return id == format.getId() ? &format : nullptr; };
+    const VYRObjWorkspaceSchemaInfo before(*session.session, oldFile.feature(), format, lookup);
+    const VYRObjWorkspaceSchemaInfo after(*session.session, newFile.feature(), format, lookup);
     SchemaReviewInput input{before, after, format};
     // Prompts in the user's language, as the dialog shows them: the
     // message catalogs answer only under the user's locale for messages,

@@ -11,6 +11,7 @@
 #include <iterator>
 #include <set>
 #include <unordered_map>
+#include <string_view>
 #include <unordered_set>
 
 namespace vyr {
@@ -39,11 +40,6 @@ std::vector<UserAttribute> userAttributes(const FTPropsSchemaInfo &schema, const
         attributes.push_back({std::move(name), std::move(type), std::move(generic)});
     }
     return attributes;
-}
-
-bool contains(const StringList &names, const std::string &name)
-{
-    return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 // Reviewing one schema against another: the changes of each group appended
@@ -260,9 +256,12 @@ void Review::reviewFormatAttributes()
 {
     const StringList before = m_input.before.getAttributeNames(false, true);
     const StringList after = m_input.after.getAttributeNames(false, true);
+    // Looked up once per name: a feature type may expose tens of thousands.
+    const std::unordered_set<std::string_view> exposedBefore(before.begin(), before.end());
+    const std::unordered_set<std::string_view> exposedAfter(after.begin(), after.end());
     const auto exposure = [&](const std::string &name) {
-        const bool was = contains(before, name);
-        const bool is = contains(after, name);
+        const bool was = exposedBefore.contains(name);
+        const bool is = exposedAfter.contains(name);
         if (was && !is)
             add(ReviewGroup::FormatAttributes, ReviewKind::Unexposed, name, name, m_input.before.getAttributeType(name),
                 {});

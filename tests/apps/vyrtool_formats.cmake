@@ -88,6 +88,17 @@ file(WRITE ${WORK}/roads-reordered.json "{\"lists\":{\"*vyr_parameter_value\":[\
  \"*LANES\":\"number(2,0)\",\"LANES\":\"vyr_decimal(2,0)\",\"*ROAD_NAME\":\"char(40)\",\"ROAD_NAME\":\"vyr_char(40)\",
 \t\"vyr_geometry{0}\":\"vyr_line\",\"*vyr_geometry{0}\":\"shapefile_arc\"},  \"feature_type\":\"ROADS\"}")
 expect_diff(0 ${roads} ${WORK}/roads-reordered.json)
+# The settings a workspace keeps beside the schema are compared too.
+file(READ ${roads} fanout)
+string(REPLACE "\"*TOLL\": \"logical\"" "\"*TOLL\": \"logical\", \"vyr_fanout\": \"yes\", \"vyr_fanout_attribute\": \"LANES\""
+       fanout "${fanout}")
+file(WRITE ${WORK}/roads-fanout.json "${fanout}")
+expect_diff(1 ${roads} ${WORK}/roads-fanout.json)
+string(FIND "${diff}" "General\n" general)
+string(FIND "${diff}" "LANES" chosen)
+if(general EQUAL -1 OR chosen EQUAL -1)
+    message(FATAL_ERROR "schema diff of fan-out settings:\n${diff}")
+endif()
 file(READ ${roads} changed)
 string(REPLACE "number(2,0)" "number(4,0)" changed "${changed}")
 string(REPLACE "vyr_decimal(2,0)" "vyr_decimal(4,0)" changed "${changed}")
