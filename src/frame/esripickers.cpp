@@ -19,15 +19,6 @@
 
 namespace vyr {
 
-namespace {
-
-std::string narrowResourceString(unsigned id)
-{
-    return toNarrow(loadResourceString(id));
-}
-
-} // namespace
-
 bool selectGeodatabaseWith(const std::string &libraryPath, const std::function<GeodatabasePickerTexts()> &texts,
                            VYRStringHandle location, bool allowNew, void *parentWindow)
 {
@@ -73,8 +64,8 @@ bool VYREsriGeoDBDlg(int /*unused*/, VYRStringHandle location, bool mustExist, i
         const std::string library = vyr::getInstallDirectory() + vyr::kDirDialogLibrary;
         const auto texts = [] {
             vyr::GeodatabasePickerTexts loaded;
-            loaded.prompt = vyr::narrowResourceString(vyr::res::GeodatabasePickerPrompt);
-            loaded.title = vyr::narrowResourceString(vyr::res::GeodatabasePickerTitle);
+            loaded.prompt = vyr::loadNarrowResourceString(vyr::res::GeodatabasePickerPrompt);
+            loaded.title = vyr::loadNarrowResourceString(vyr::res::GeodatabasePickerTitle);
             return loaded;
         };
         return vyr::selectGeodatabaseWith(library, texts, location, !mustExist, owner);

@@ -12,11 +12,6 @@
 namespace vyr {
 namespace {
 
-std::string narrowResource(unsigned id)
-{
-    return toNarrow(loadResourceString(id));
-}
-
 // The words the prompt asked about a group of General settings with.
 unsigned generalLabel(unsigned mask)
 {
@@ -44,14 +39,14 @@ constexpr int kLongNameRole = Qt::UserRole;
 ApplyConflictTexts ApplyConflictTextsFromResources()
 {
     ApplyConflictTexts texts;
-    texts.nameTaken = narrowResource(res::ApplyConflictNameTaken);
-    texts.nameLegalised = narrowResource(res::ApplyConflictNameLegalised);
-    texts.typeChanged = narrowResource(res::ApplyConflictTypeChanged);
-    texts.attributeSkipped = narrowResource(res::ApplyConflictAttributeSkipped);
-    texts.parameterUndefined = narrowResource(res::ApplyConflictParameterUndefined);
-    texts.parameterKept = narrowResource(res::ApplyConflictParameterKept);
-    texts.geometryChanged = narrowResource(res::ApplyConflictGeometryChanged);
-    texts.empty = narrowResource(res::ReviewEmpty);
+    texts.nameTaken = loadNarrowResourceString(res::ApplyConflictNameTaken);
+    texts.nameLegalised = loadNarrowResourceString(res::ApplyConflictNameLegalised);
+    texts.typeChanged = loadNarrowResourceString(res::ApplyConflictTypeChanged);
+    texts.attributeSkipped = loadNarrowResourceString(res::ApplyConflictAttributeSkipped);
+    texts.parameterUndefined = loadNarrowResourceString(res::ApplyConflictParameterUndefined);
+    texts.parameterKept = loadNarrowResourceString(res::ApplyConflictParameterKept);
+    texts.geometryChanged = loadNarrowResourceString(res::ApplyConflictGeometryChanged);
+    texts.empty = loadNarrowResourceString(res::ReviewEmpty);
     return texts;
 }
 

@@ -43,11 +43,6 @@ constexpr unsigned kButtons[]
 // Behind the transparent parts of a tab's bitmap.
 const QColor kMaskColour(128, 0, 128);
 
-std::string narrowResource(unsigned id)
-{
-    return toNarrow(loadResourceString(id));
-}
-
 } // namespace
 
 CFeatTypePropsDlg::CFeatTypePropsDlg(IVYRSession *session, FTPropsSchemaInfo *schema, const SchemaRecordList &others,
@@ -672,11 +667,11 @@ void CFeatTypePropsDlg::ApplyToOthers()
         for (const std::string &name : m_currentFormat->getDeflineParmNames())
             input.parameterLines.emplace_back(name, m_currentFormat->getDeflineParm(name));
     }
-    const ApplyPrompt prompt(input, narrowResource);
+    const ApplyPrompt prompt(input, loadNarrowResourceString);
     std::map<std::string, std::string> answers;
     if (m_prompter)
         m_prompter->setParentWindow(this);
-    if (!PromptKeyValues(m_prompter, narrowResource(res::ApplyTitle), prompt.defaultLines(), prompt.definitionLines(),
+    if (!PromptKeyValues(m_prompter, loadNarrowResourceString(res::ApplyTitle), prompt.defaultLines(), prompt.definitionLines(),
                          answers, std::string()))
         return;
     m_apply = prompt.read(answers);

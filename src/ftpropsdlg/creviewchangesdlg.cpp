@@ -7,43 +7,34 @@
 #include <QClipboard>
 
 namespace vyr {
-namespace {
-
-std::string narrowResource(unsigned id)
-{
-    return toNarrow(loadResourceString(id));
-}
-
-} // namespace
-
 ReviewTexts ReviewTextsFromResources()
 {
     ReviewTexts texts;
-    texts.noChanges = narrowResource(res::ReviewNoChanges);
-    texts.groupGeneral = narrowResource(res::ReviewGroupGeneral);
-    texts.groupUserAttributes = narrowResource(res::ReviewGroupUserAttributes);
-    texts.groupFormatAttributes = narrowResource(res::ReviewGroupFormatAttributes);
-    texts.groupParameters = narrowResource(res::ReviewGroupParameters);
+    texts.noChanges = loadNarrowResourceString(res::ReviewNoChanges);
+    texts.groupGeneral = loadNarrowResourceString(res::ReviewGroupGeneral);
+    texts.groupUserAttributes = loadNarrowResourceString(res::ReviewGroupUserAttributes);
+    texts.groupFormatAttributes = loadNarrowResourceString(res::ReviewGroupFormatAttributes);
+    texts.groupParameters = loadNarrowResourceString(res::ReviewGroupParameters);
     // One label a line; a library that lacks some keeps the built-in ones.
     const QStringList labels = loadResourceString(res::ReviewGeneralLabels).split(QLatin1Char('\n'));
     if (labels.size() == static_cast<qsizetype>(texts.generalLabels.size())) {
         for (qsizetype i = 0; i < labels.size(); ++i)
             texts.generalLabels[std::size_t(i)] = toNarrow(labels[i]);
     }
-    texts.yes = narrowResource(res::ReviewYes);
-    texts.no = narrowResource(res::ReviewNo);
-    texts.empty = narrowResource(res::ReviewEmpty);
-    texts.typed = narrowResource(res::ReviewTyped);
-    texts.changed = narrowResource(res::ReviewChanged);
-    texts.added = narrowResource(res::ReviewAdded);
-    texts.removed = narrowResource(res::ReviewRemoved);
-    texts.renamed = narrowResource(res::ReviewRenamed);
-    texts.retyped = narrowResource(res::ReviewRetyped);
-    texts.moved = narrowResource(res::ReviewMoved);
-    texts.legalised = narrowResource(res::ReviewLegalised);
-    texts.exposed = narrowResource(res::ReviewExposed);
-    texts.unexposed = narrowResource(res::ReviewUnexposed);
-    texts.listCount = narrowResource(res::ReviewListCount);
+    texts.yes = loadNarrowResourceString(res::ReviewYes);
+    texts.no = loadNarrowResourceString(res::ReviewNo);
+    texts.empty = loadNarrowResourceString(res::ReviewEmpty);
+    texts.typed = loadNarrowResourceString(res::ReviewTyped);
+    texts.changed = loadNarrowResourceString(res::ReviewChanged);
+    texts.added = loadNarrowResourceString(res::ReviewAdded);
+    texts.removed = loadNarrowResourceString(res::ReviewRemoved);
+    texts.renamed = loadNarrowResourceString(res::ReviewRenamed);
+    texts.retyped = loadNarrowResourceString(res::ReviewRetyped);
+    texts.moved = loadNarrowResourceString(res::ReviewMoved);
+    texts.legalised = loadNarrowResourceString(res::ReviewLegalised);
+    texts.exposed = loadNarrowResourceString(res::ReviewExposed);
+    texts.unexposed = loadNarrowResourceString(res::ReviewUnexposed);
+    texts.listCount = loadNarrowResourceString(res::ReviewListCount);
     return texts;
 }
 

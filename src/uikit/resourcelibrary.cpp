@@ -2,6 +2,7 @@
 
 #include "util/installdir.h"
 #include "util/numbertext.h"
+#include "uikit/narrowtext.h"
 #include "uikit/resourcelibrary_p.h"
 #include "util/userlanguage.h"
 
@@ -88,6 +89,11 @@ QString loadResourceString(unsigned id)
         return cached->second;
     const ResourceLibrary *library = loadResourceLibrary();
     return strings.emplace(id, library ? library->string(id) : QString()).first->second;
+}
+
+std::string loadNarrowResourceString(unsigned id)
+{
+    return toNarrow(loadResourceString(id));
 }
 
 QString formatInserts(const QString &text, const QStringList &inserts)

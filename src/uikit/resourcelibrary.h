@@ -37,6 +37,8 @@ const ResourceLibrary *loadResourceLibrary(const std::string &baseDirectory = {}
 // The text of string `id`, empty when there is none. Each answer, empty or
 // not, is kept for the rest of the process.
 QString loadResourceString(unsigned id);
+// The same in the narrow code page, for the model's texts.
+std::string loadNarrowResourceString(unsigned id);
 
 // The text of string `id` with "%1" to "%9" replaced by the inserts in order
 // ("%%" gives "%"); an insert that is not given is left as written.

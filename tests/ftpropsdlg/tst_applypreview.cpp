@@ -2,7 +2,7 @@
 // writes: where a property does not land as the edited feature type has it,
 // and that what the person leaves out of the preview is not written.
 #include "ftpropsdlg/recordingschema.h"
-#include "support/countingsession.h"
+#include "ftpropsdlg/promptingsession.h"
 #include "support/modalanswers.h"
 
 #include "ftprops/vyrobjftpropsformatinfo.h"
@@ -24,18 +24,7 @@ using vyr::test::RecordingSchema;
 
 namespace {
 
-class TestSession final : public vyr::test::CountingSession
-{
-public:
-    TestSession()
-        : m_prompter(createGuiPrompter())
-    {}
-    ~TestSession() override { releaseGuiPrompter(m_prompter); }
-    IGuiPrompter *getGuiPrompter() override { return m_prompter; }
-
-private:
-    IGuiPrompter *m_prompter;
-};
+using TestSession = vyr::test::PromptingSession;
 
 QStringList conflictTexts(const std::vector<ApplyTargetPreview> &previews)
 {

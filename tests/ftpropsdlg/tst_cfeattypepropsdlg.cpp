@@ -1,5 +1,5 @@
 #include "ftpropsdlg/recordingschema.h"
-#include "support/countingsession.h"
+#include "ftpropsdlg/promptingsession.h"
 #include "support/gridwindow.h"
 #include "support/modalanswers.h"
 #include "support/scopedenvironment.h"
@@ -50,13 +50,9 @@ namespace {
 
 // A session whose prompter is the prompter library's, and which knows PG
 // as a database.
-class TestSession final : public vyr::test::CountingSession
+class TestSession final : public vyr::test::PromptingSession
 {
 public:
-    TestSession()
-        : m_prompter(createGuiPrompter())
-    {}
-    ~TestSession() override { releaseGuiPrompter(m_prompter); }
     bool getProperties(const char *, IVYRStringArray &query) override
     {
         const bool database = query.entries() == 1 && std::string(query.elementAt(0)) == "PG";
@@ -65,10 +61,6 @@ public:
         query.append(database ? "DATABASE" : "FILE");
         return true;
     }
-    IGuiPrompter *getGuiPrompter() override { return m_prompter; }
-
-private:
-    IGuiPrompter *m_prompter;
 };
 
 template <class Widget>

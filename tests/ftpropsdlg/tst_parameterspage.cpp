@@ -5,7 +5,7 @@
 // binary runs twice, in English and in German; the German run
 // (VYR_EXPECT_GERMAN) first makes sure the catalog does translate.
 #include "ftpropsdlg/recordingschema.h"
-#include "support/countingsession.h"
+#include "ftpropsdlg/promptingsession.h"
 #include "support/modalanswers.h"
 
 #include "ftprops/vyrobjftpropsformatinfo.h"
@@ -36,18 +36,7 @@ using vyr::test::RecordingSchema;
 
 namespace {
 
-class TestSession final : public vyr::test::CountingSession
-{
-public:
-    TestSession()
-        : m_prompter(createGuiPrompter())
-    {}
-    ~TestSession() override { releaseGuiPrompter(m_prompter); }
-    IGuiPrompter *getGuiPrompter() override { return m_prompter; }
-
-private:
-    IGuiPrompter *m_prompter;
-};
+using TestSession = vyr::test::PromptingSession;
 
 QString shown(const char *text)
 {
