@@ -178,7 +178,9 @@ void Review::reviewUserAttributes()
         }
         if (!now)
             continue;
-        if (const auto legal = legalNames.find(*now); legal != legalNames.end())
+        // Only a name that is nobody's after was typed and made legal: a
+        // row that keeps a name someone else typed keeps its attribute.
+        if (const auto legal = legalNames.find(*now); legal != legalNames.end() && !afterIndex.contains(*now))
             now = legal->second;
         const auto found = afterIndex.find(*now);
         if (found == afterIndex.end() || cameFrom[found->second])

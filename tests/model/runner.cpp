@@ -1,6 +1,7 @@
 #include "model/runner.h"
 
 #include "model/dialogdriver.h"
+#include "model/reviewcheck.h"
 #include "model/screen.h"
 
 #include "services/localizer/guilocalizer.h"
@@ -22,6 +23,8 @@
 #include <QTimer>
 #include <QtTest>
 
+#include <clocale>
+#include <cstring>
 #include <fstream>
 #include <sstream>
 
@@ -66,6 +69,14 @@ bool mentions(const std::vector<Refusal> &reasons, const QString &text)
         any = any || text.contains(QString::fromStdString(reason.mention));
     }
     return any;
+}
+
+// The review window's words are compared where they are the default
+// (English) ones the expected review is written in.
+bool reviewInDefaultWords()
+{
+    const char *messages = std::setlocale(LC_MESSAGES, nullptr);
+    return !messages || std::strncmp(messages, "de", 2) != 0;
 }
 
 std::string describeReasons(const std::vector<Refusal> &reasons)
@@ -248,6 +259,7 @@ SessionResult Runner::run(const Session &session)
     bool predicted = false;
     bool scriptDone = false;
     QPointer<QDialog> dialog;
+    std::optional<QString> review;
 
     const auto script = [&] {
         QTRY_VERIFY_WITH_TIMEOUT(qobject_cast<QDialog *>(QApplication::activeModalWidget()), 5000);
@@ -339,6 +351,20 @@ SessionResult Runner::run(const Session &session)
         }
         if (unmodelled && session.ending.isOk())
             return abort("[driver] a session the model does not follow can only end with Cancel");
+        // What OK is about to write, as the review shows it; going there and
+        // back must leave OK to save what it would have saved.
+        if (session.ending.isOk() && model.refusals().empty() && model.possibleRefusals().empty()) {
+            review = readReview(driver);
+            for (const QString &problem : driver.problems())
+                failures.push_back("[review] " + problem.toStdString());
+            if (!driver.problems().isEmpty())
+                return abort("[review] the sequence stopped");
+            for (const ShownMessage &message : watcher.messages())
+                failures.push_back("[review] the review said \"" + message.text.toStdString() + "\"");
+            watcher.clearMessages();
+            if (!driver.isOpen())
+                return abort("[review] the dialog closed with the review");
+        }
         prediction = model.predict();
         predicted = true;
         performEnding(driver, model, session.ending);
@@ -452,6 +478,14 @@ SessionResult Runner::run(const Session &session)
                 failures.push_back("[bytes] OK after no visible change rewrote the feature");
             for (const std::string &line : rowsMissingFromFile(shown, *saved, model))
                 failures.push_back("[rows] " + line);
+            if (review && reviewInDefaultWords()) {
+                HandedOver handedOver{editedJson, editedCapabilities, {}};
+                if (!session.alone)
+                    handedOver.workspaceFormats.assign(capabilities.begin() + 1, capabilities.end());
+                const std::string expected = expectedReview(*m_session, handedOver, *features[0], model);
+                for (const std::string &line : reviewDifferences(*review, expected))
+                    failures.push_back("[review] " + line);
+            }
             const Strings names = saved->list(kParameterNames), values = saved->list(kParameterValues);
             for (const auto &[parameter, allowed] : prediction.references) {
                 for (std::size_t p = 0; p < names.size() && p < values.size(); ++p) {

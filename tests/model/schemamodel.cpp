@@ -57,6 +57,19 @@ std::string composedType(const TypeCells &cells)
     return formatType(type, ListMode::Shown);
 }
 
+std::map<std::string, std::optional<std::string>> SchemaModel::rowIdentities() const
+{
+    std::map<std::string, std::optional<std::string>> identities;
+    for (const AttributeRow &loaded : m_opened.attributes) {
+        if (!loaded.fromFile())
+            continue;
+        const auto row = std::find_if(m_page.attributes.begin(), m_page.attributes.end(),
+                                      [&](const AttributeRow &now) { return now.origin == loaded.origin; });
+        identities[loaded.origin] = row == m_page.attributes.end() ? std::nullopt : std::optional(row->name);
+    }
+    return identities;
+}
+
 SchemaModel::SchemaModel(const FeatureData &feature, const FormatModel &format,
                          std::map<std::string, const FormatModel *> formats, std::vector<OtherFeatureType> others,
                          bool sourceEditingAllowed)

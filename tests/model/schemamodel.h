@@ -219,6 +219,9 @@ public:
     std::vector<Refusal> possibleRefusals() const;
 
     Prediction predict() const;
+    // For each user attribute the page showed at opening, the name of the
+    // row that stands for it now; nothing when that row was deleted.
+    std::map<std::string, std::optional<std::string>> rowIdentities() const;
     // The page's name and user as OK resolves them.
     std::pair<std::string, std::string> resolvedName() const;
 
