@@ -53,7 +53,7 @@ ReviewTexts ReviewTextsFromResources()
 }
 
 CReviewChangesDlg::CReviewChangesDlg(const std::string &text, QWidget *parent)
-    : CVyrDialog(res::ReviewChangesDialog, 0, false, std::string(), parent, DialogMode::ModeModal)
+    : CVyrDialog(res::ReviewChangesDialog, 0, false, kHelpTopic, parent, DialogMode::ModeModal)
     , m_text(fromNarrow(text))
 {
     setObjectName(QStringLiteral("reviewChangesDialog"));
@@ -77,6 +77,11 @@ bool CReviewChangesDlg::OnInitDialog()
 void CReviewChangesDlg::CopyToClipboard()
 {
     QApplication::clipboard()->setText(m_text);
+}
+
+qintptr CReviewChangesDlg::OnHelpRequest(qintptr, qintptr)
+{
+    return ShowTopicHelp();
 }
 
 } // namespace vyr
