@@ -129,7 +129,8 @@ std::string dynamicSettingsText(const DynamicSchemaInfo &settings, const ReviewT
     settings.getText2(values[1]);
     settings.getText3(values[2]);
     const std::int32_t options[3] = {settings.getOption1(), settings.getOption2(), settings.getOption3()};
-    const std::vector<std::string> *phrases[3] = {&texts.dynamicNames, &texts.dynamicGeometry, &texts.dynamicAttributes};
+    const std::vector<std::string> *phrases[3]
+        = {&texts.dynamicNames, &texts.dynamicGeometry, &texts.dynamicAttributes};
     std::string shown;
     for (int i = 0; i < 3; ++i) {
         const std::string option = std::to_string(options[i]);
@@ -145,7 +146,7 @@ std::string dynamicSettingsText(const DynamicSchemaInfo &settings, const ReviewT
 std::string mergeKindText(int kind, const ReviewTexts &texts)
 {
     return kind >= 0 && std::size_t(kind) < texts.mergeKinds.size() ? texts.mergeKinds[std::size_t(kind)]
-                                                                      : std::to_string(kind);
+                                                                    : std::to_string(kind);
 }
 
 std::string joined(const StringList &names)

@@ -125,9 +125,8 @@ struct ReviewTexts
     // they write - by the option's number, {text} the option's text. An
     // option without a phrase is shown by dynamicOther ({option}, {text}).
     std::string dynamicDefault = "Default: schema taken as the sources define it";
-    std::vector<std::string> dynamicNames
-        = {"names as the schema sources give them", "one feature type named {text}",
-           "named by the value of attribute {text}"};
+    std::vector<std::string> dynamicNames = {"names as the schema sources give them", "one feature type named {text}",
+                                             "named by the value of attribute {text}"};
     std::vector<std::string> dynamicGeometry = {"geometry as each schema source gives it", "geometry always {text}"};
     std::vector<std::string> dynamicAttributes
         = {"every attribute of the sources", "only the attributes {text}", "every attribute except {text}"};

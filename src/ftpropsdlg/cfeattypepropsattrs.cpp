@@ -68,9 +68,8 @@ bool CFeatTypePropsAttrs::OnInitDialog()
     connect(grid, &CAttrGrid::nameReplaced, this, [this](const QString &before, const QString &after) {
         m_dialog->AttributeRenamed(toNarrow(before), toNarrow(after));
     });
-    connect(grid, &CAttrGrid::attributeDeleting, this, [this](const QString &name, bool loaded) {
-        m_dialog->AttributeDeleted(toNarrow(name), loaded);
-    });
+    connect(grid, &CAttrGrid::attributeDeleting, this,
+            [this](const QString &name, bool loaded) { m_dialog->AttributeDeleted(toNarrow(name), loaded); });
     connect(grid, &CAttrGrid::attributeRestored, this,
             [this](const QString &name) { m_dialog->AttributeRestored(toNarrow(name)); });
     return true;

@@ -22,8 +22,8 @@ public:
     static constexpr unsigned kIdMergeKind = 1296;
     static constexpr unsigned kIdMergeOption = 1145;
     // The labels of the merge kinds, by the number the schema keeps.
-    static constexpr unsigned kMergeKinds[] = {res::MergeKindWildcard, res::MergeKindRegularExpression,
-                                               res::MergeKindExact};
+    static constexpr unsigned kMergeKinds[]
+        = {res::MergeKindWildcard, res::MergeKindRegularExpression, res::MergeKindExact};
 
     CFeatTypePropsGeneralSource(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format,
                                 CFeatTypePropsDlg *dialog);

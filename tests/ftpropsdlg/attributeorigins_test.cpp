@@ -66,7 +66,10 @@ TEST(AttributeOriginsTest, ADeletedAttributeLeavesWithItsRow)
         std::vector<std::string> rows;
         AttributeRowIdentities expected;
     } cases[] = {
-        {"a new row named as a deleted one", {"-a", ">a"}, {"a", "b", "c"}, {{"a", std::nullopt}, {"b", "b"}, {"c", "c"}}},
+        {"a new row named as a deleted one",
+         {"-a", ">a"},
+         {"a", "b", "c"},
+         {{"a", std::nullopt}, {"b", "b"}, {"c", "c"}}},
         {"the deletion undone", {"-a", "+a"}, {"a", "b", "c"}, {{"a", "a"}, {"b", "b"}, {"c", "c"}}},
         {"renamed, deleted, its old name taken anew",
          {"a>x", "-x", ">a"},

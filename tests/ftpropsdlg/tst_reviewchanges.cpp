@@ -70,12 +70,12 @@ private:
             *feature = m_session->createFeature();
             QVERIFY(VYR_FeatureLoadJson(*feature, kSchemaFile.c_str(), nullptr));
         }
-        m_schema = std::make_unique<VYRObjWorkspaceSchemaInfo>(*m_session, *m_feature, *m_format,
-                                                               [this](const std::string &id) {
-            return id == m_postgres->getId() ? m_postgres.get() : m_format.get();
-        });
+        m_schema = std::make_unique<VYRObjWorkspaceSchemaInfo>(
+            *m_session, *m_feature, *m_format,
+            [this](const std::string &id) { return id == m_postgres->getId() ? m_postgres.get() : m_format.get(); });
         m_dialog = std::make_unique<CFeatTypePropsDlg>(m_session, m_schema.get(), SchemaRecordList(),
-                                                       FormatRecordList{m_format.get(), m_postgres.get()}, FormatRecordList(), nullptr);
+                                                       FormatRecordList{m_format.get(), m_postgres.get()},
+                                                       FormatRecordList(), nullptr);
         QVERIFY(m_dialog->Create());
     }
     CAttrGrid *attributes() const { return m_dialog->attributesPage()->grid(); }
@@ -279,10 +279,17 @@ private slots:
         press(Qt::Key_Return);
         QCOMPARE(grid->GetCellString(0, CAttrGrid::kNameColumn), QStringLiteral("STREET"));
 
-        const QString shown = reviewWindowText(
-            [&press] { press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier); }, Qt::Key_Escape);
-        QVERIFY2(shown.contains(fromNarrow(ReviewAsText({{ReviewGroup::UserAttributes, ReviewKind::Renamed, "STREET",
-                                                          "STREET", "ROAD_NAME", "STREET", {}, {}, {}}},
+        const QString shown
+            = reviewWindowText([&press] { press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier); }, Qt::Key_Escape);
+        QVERIFY2(shown.contains(fromNarrow(ReviewAsText({{ReviewGroup::UserAttributes,
+                                                          ReviewKind::Renamed,
+                                                          "STREET",
+                                                          "STREET",
+                                                          "ROAD_NAME",
+                                                          "STREET",
+                                                          {},
+                                                          {},
+                                                          {}}},
                                                         ReviewTextsFromResources()))
                                     .section(u'\n', 1, 1)
                                     .trimmed()),
