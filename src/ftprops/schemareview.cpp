@@ -94,17 +94,59 @@ std::pair<std::string, std::string> nameAndOwner(const FTPropsSchemaInfo &schema
     return {name.substr(dot + 1), name.substr(0, dot)};
 }
 
-std::string dynamicSettingsText(const DynamicSchemaInfo &settings)
+// `line` with each {word} of `values` replaced; other braces are kept.
+std::string fill(std::string_view line, const std::vector<std::pair<std::string_view, std::string_view>> &values)
 {
-    VYRRWStringImp texts[3];
-    settings.getText1(texts[0]);
-    settings.getText2(texts[1]);
-    settings.getText3(texts[2]);
+    std::string filled;
+    std::size_t at = 0;
+    while (at < line.size()) {
+        bool replaced = false;
+        if (line[at] == '{') {
+            for (const auto &[word, value] : values) {
+                if (line.substr(at + 1, word.size()) == word && line.substr(at + 1 + word.size(), 1) == "}") {
+                    filled += value;
+                    at += word.size() + 2;
+                    replaced = true;
+                    break;
+                }
+            }
+        }
+        if (!replaced)
+            filled += line[at++];
+    }
+    return filled;
+}
+
+// The settings as the words of `texts` say them. A text goes with an
+// option that is not 0 only: the dynamic schema dialog keeps the others
+// unused.
+std::string dynamicSettingsText(const DynamicSchemaInfo &settings, const ReviewTexts &texts)
+{
+    if (settings.isDefault())
+        return texts.dynamicDefault;
+    VYRRWStringImp values[3];
+    settings.getText1(values[0]);
+    settings.getText2(values[1]);
+    settings.getText3(values[2]);
     const std::int32_t options[3] = {settings.getOption1(), settings.getOption2(), settings.getOption3()};
+    const std::vector<std::string> *phrases[3]
+        = {&texts.dynamicNames, &texts.dynamicGeometry, &texts.dynamicAttributes};
     std::string shown;
-    for (int i = 0; i < 3; ++i)
-        shown += (i ? ", " : "") + std::to_string(options[i]) + " \"" + texts[i].c_str() + "\"";
+    for (int i = 0; i < 3; ++i) {
+        const std::string option = std::to_string(options[i]);
+        const std::string_view text = options[i] != 0 ? values[i].c_str() : "";
+        const bool known = options[i] >= 0 && std::size_t(options[i]) < phrases[i]->size();
+        shown += (i ? "; " : "")
+            + fill(known ? (*phrases[i])[std::size_t(options[i])] : texts.dynamicOther,
+                   {{"option", option}, {"text", text}});
+    }
     return shown;
+}
+
+std::string mergeKindText(int kind, const ReviewTexts &texts)
+{
+    return kind >= 0 && std::size_t(kind) < texts.mergeKinds.size() ? texts.mergeKinds[std::size_t(kind)]
+                                                                    : std::to_string(kind);
 }
 
 std::string joined(const StringList &names)
@@ -132,14 +174,15 @@ void Review::reviewGeneral()
         {before.getGeometry(), after.getGeometry()},
         {flag(before.isMerged()), flag(after.isMerged())},
         {before.getMergeFilter(), after.getMergeFilter()},
-        {std::to_string(before.getMergeKind()), std::to_string(after.getMergeKind())},
+        {mergeKindText(before.getMergeKind(), m_texts), mergeKindText(after.getMergeKind(), m_texts)},
         {flag(before.getMergeOption()), flag(after.getMergeOption())},
         {flag(before.isFanout()), flag(after.isFanout())},
         {before.getFanoutAttribute(), after.getFanoutAttribute()},
         {flag(before.isDynamic()), flag(after.isDynamic())},
         {joined(before.getSchemaSources()), joined(after.getSchemaSources())},
         {joined(before.getAdditionalNames()), joined(after.getAdditionalNames())},
-        {dynamicSettingsText(before.getDynamicSchemaInfo()), dynamicSettingsText(after.getDynamicSchemaInfo())},
+        {dynamicSettingsText(before.getDynamicSchemaInfo(), m_texts),
+         dynamicSettingsText(after.getDynamicSchemaInfo(), m_texts)},
     };
     static_assert(std::size(settings) == std::size(ReviewGeneralKeys));
     const bool datasetMoved = before.getFormatId() != after.getFormatId();
@@ -324,29 +367,6 @@ void Review::reviewParameters()
         std::string subject = prompt.empty() ? name : m_input.localisePrompt ? m_input.localisePrompt(prompt) : prompt;
         add(ReviewGroup::Parameters, ReviewKind::Changed, name, std::move(subject), oldValue, newValue);
     }
-}
-
-// `line` with each {word} of `values` replaced; other braces are kept.
-std::string fill(std::string_view line, const std::vector<std::pair<std::string_view, std::string_view>> &values)
-{
-    std::string filled;
-    std::size_t at = 0;
-    while (at < line.size()) {
-        bool replaced = false;
-        if (line[at] == '{') {
-            for (const auto &[word, value] : values) {
-                if (line.substr(at + 1, word.size()) == word && line.substr(at + 1 + word.size(), 1) == "}") {
-                    filled += value;
-                    at += word.size() + 2;
-                    replaced = true;
-                    break;
-                }
-            }
-        }
-        if (!replaced)
-            filled += line[at++];
-    }
-    return filled;
 }
 
 std::string lineOf(const ReviewChange &change, const ReviewTexts &texts)

@@ -116,6 +116,21 @@ struct ReviewTexts
         "Additional names",
         "Dynamic schema settings",
     };
+    // The merge kinds by the number a schema keeps, as the General page
+    // names them; another number is shown as it is.
+    std::vector<std::string> mergeKinds = {"Wildcard", "Regular expression", "Exact name"};
+    // The dynamic schema settings: the default ones as the General page
+    // sums them up, others as what each of the three options says - how
+    // feature types are named, which geometry they get, which attributes
+    // they write - by the option's number, {text} the option's text. An
+    // option without a phrase is shown by dynamicOther ({option}, {text}).
+    std::string dynamicDefault = "Default: schema taken as the sources define it";
+    std::vector<std::string> dynamicNames = {"names as the schema sources give them", "one feature type named {text}",
+                                             "named by the value of attribute {text}"};
+    std::vector<std::string> dynamicGeometry = {"geometry as each schema source gives it", "geometry always {text}"};
+    std::vector<std::string> dynamicAttributes
+        = {"every attribute of the sources", "only the attributes {text}", "every attribute except {text}"};
+    std::string dynamicOther = "option {option} \"{text}\"";
     std::string yes = "Yes";
     std::string no = "No";
     std::string empty = "(empty)";
@@ -159,7 +174,7 @@ struct SchemaReviewInput
     // A parameter's prompt as the user reads it; the prompt as the format
     // gives it when not set.
     std::function<std::string(const std::string &)> localisePrompt;
-    // The labels and the words "Yes" and "No" of General settings.
+    // The labels and the values of General settings as a person reads them.
     const ReviewTexts *texts = nullptr;
 };
 

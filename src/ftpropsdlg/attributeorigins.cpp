@@ -2,16 +2,23 @@
 
 namespace vyr {
 
+std::string AttributeOrigins::takeOrigin(const std::string &name,
+                                         const std::function<bool(const std::string &)> &wasLoaded)
+{
+    if (const auto found = m_originOf.find(name); found != m_originOf.end()) {
+        std::string origin = std::move(found->second);
+        m_originOf.erase(found);
+        return origin;
+    }
+    if (!name.empty() && !m_movedAway.contains(name) && wasLoaded(name))
+        return name;
+    return {};
+}
+
 void AttributeOrigins::renamed(const std::string &before, const std::string &after,
                                const std::function<bool(const std::string &)> &wasLoaded)
 {
-    std::string origin;
-    if (const auto found = m_originOf.find(before); found != m_originOf.end()) {
-        origin = found->second;
-        m_originOf.erase(found);
-    } else if (!before.empty() && !m_movedAway.contains(before) && wasLoaded(before)) {
-        origin = before;
-    }
+    const std::string origin = takeOrigin(before, wasLoaded);
     if (origin.empty()) {
         // A new attribute: whatever the name stood for before, it is this
         // row's now.
@@ -25,6 +32,38 @@ void AttributeOrigins::renamed(const std::string &before, const std::string &aft
     }
     m_movedAway.insert(origin);
     m_originOf[after] = origin;
+}
+
+void AttributeOrigins::deleted(const std::string &name, bool loaded,
+                               const std::function<bool(const std::string &)> &wasLoaded)
+{
+    if (name.empty())
+        return;
+    std::string origin = takeOrigin(name, wasLoaded);
+    if (loaded)
+        origin = name;
+    // Gone with its row: no other row stands for it by name.
+    if (!origin.empty())
+        m_movedAway.insert(origin);
+    m_deleted[name].push_back(std::move(origin));
+}
+
+void AttributeOrigins::restored(const std::string &name)
+{
+    const auto found = m_deleted.find(name);
+    if (found == m_deleted.end() || found->second.empty())
+        return;
+    const std::string origin = std::move(found->second.back());
+    found->second.pop_back();
+    if (found->second.empty())
+        m_deleted.erase(found);
+    if (origin.empty() || origin == name) {
+        m_originOf.erase(name);
+        if (!origin.empty())
+            m_movedAway.erase(origin);
+        return;
+    }
+    m_originOf[name] = origin;
 }
 
 AttributeRowIdentities AttributeOrigins::identities(const std::vector<Row> &rows, const StringList &loadedNames) const

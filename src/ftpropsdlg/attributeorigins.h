@@ -7,7 +7,9 @@
 // row takes (typed, pasted, undone, redone, made legal by a move to another
 // format), and a name followed back through those steps to a loaded name is
 // that attribute. A row under a loaded name that no rename took away is that
-// attribute too; any other row is a new one.
+// attribute too; any other row is a new one. A deleted row takes its
+// attribute with it, so that a new row given its name is new; undo putting
+// the row back gives the attribute back.
 #ifndef VYR_FTPROPSDLG_ATTRIBUTEORIGINS_H
 #define VYR_FTPROPSDLG_ATTRIBUTEORIGINS_H
 
@@ -29,6 +31,12 @@ public:
     void renamed(const std::string &before, const std::string &after,
                  const std::function<bool(const std::string &)> &wasLoaded);
 
+    // A row named `name` was deleted, which undo may put back; `loaded`: it
+    // showed its loaded attribute untouched.
+    void deleted(const std::string &name, bool loaded, const std::function<bool(const std::string &)> &wasLoaded);
+    // Undo put back the row named `name` deleted last.
+    void restored(const std::string &name);
+
     struct Row
     {
         std::string name;
@@ -39,11 +47,18 @@ public:
     AttributeRowIdentities identities(const std::vector<Row> &rows, const StringList &loadedNames) const;
 
 private:
+    // The loaded attribute the row named `name` stands for, no longer
+    // remembered under that name; empty for a new row.
+    std::string takeOrigin(const std::string &name, const std::function<bool(const std::string &)> &wasLoaded);
+
     // A row's name now -> the loaded attribute it stands for, where they
     // differ.
     std::map<std::string, std::string> m_originOf;
     // The loaded names a rename took away from their row.
     StringSet m_movedAway;
+    // By name, the loaded attribute of each deleted row (empty: a new row),
+    // the last deleted last: undo puts rows back in the reverse order.
+    std::map<std::string, std::vector<std::string>> m_deleted;
 };
 
 } // namespace vyr

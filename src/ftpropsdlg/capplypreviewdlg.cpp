@@ -52,7 +52,7 @@ ApplyConflictTexts ApplyConflictTextsFromResources()
 
 CApplyPreviewDlg::CApplyPreviewDlg(const ApplySelection &selection, Previewer previewer,
                                    std::function<std::string(const std::string &)> parameterPrompt, QWidget *parent)
-    : CVyrDialog(res::ApplyPreviewDialog, 0, false, std::string(), parent, DialogMode::ModeModal)
+    : CVyrDialog(res::ApplyPreviewDialog, 0, false, kHelpTopic, parent, DialogMode::ModeModal)
     , m_selection(selection)
     , m_items(ApplyItemsOf(selection))
     , m_previewer(std::move(previewer))
@@ -169,6 +169,11 @@ void CApplyPreviewDlg::Refresh()
         entry->setIcon(0, conflicts ? warning : QIcon());
         entry->setExpanded(true);
     }
+}
+
+qintptr CApplyPreviewDlg::OnHelpRequest(qintptr, qintptr)
+{
+    return ShowTopicHelp();
 }
 
 } // namespace vyr

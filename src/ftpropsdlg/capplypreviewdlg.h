@@ -29,6 +29,9 @@ class CApplyPreviewDlg : public CVyrDialog
 public:
     static constexpr unsigned kIdTargets = 1001;
     static constexpr unsigned kIdProperties = 1003;
+    // F1 opens the section of the feature type properties help about this
+    // window.
+    static constexpr char kHelpTopic[] = "Editing_Feature_Type_Properties.htm#apply-preview";
 
     // Works out the previews of a selection.
     using Previewer = std::function<std::vector<ApplyTargetPreview>(const ApplySelection &)>;
@@ -46,6 +49,7 @@ public:
 
 protected:
     bool OnInitDialog() override;
+    qintptr OnHelpRequest(qintptr wParam, qintptr lParam) override;
 
 private:
     // Works the previews out for what is ticked and shows them.

@@ -335,11 +335,29 @@ void CAttrGrid::OnCellChange(int column, long row, ug::TextSource source)
         m_nameChanges.remove(legal);
         return;
     }
-    m_nameChanges.insert(legal, {typed, NameChangeRules(typed, steps)});
+    NoteNameChange(typed, steps);
     m_legalising = true;
     SetCellText(kNameColumn, row, legal);
     RepaintCell(kNameColumn, row);
     m_legalising = false;
+}
+
+void CAttrGrid::NoteNameChange(const QString &typed, const AttributeNameSteps &steps)
+{
+    m_nameChanges.insert(fromNarrow(steps.unique), {typed, NameChangeRules(typed, steps)});
+}
+
+void CAttrGrid::NoteMovedName(long row, const QString &before)
+{
+    const QString shown = GetCellString(row, kNameColumn);
+    if (before.isEmpty() || shown == before)
+        return;
+    // The rules of the format the row moved to made the name; a name a
+    // move back gave back as it was has no story.
+    const AttributeNameSteps steps
+        = LegaliseAttributeNameSteps(*m_format, toNarrow(before), TakenBy(row, m_formatAttrNames));
+    if (fromNarrow(steps.unique) == shown)
+        NoteNameChange(before, steps);
 }
 
 QString CAttrGrid::NameChangeReason(long row)
@@ -398,6 +416,31 @@ void CAttrGrid::OnCellTextReplaced(int column, long row, const QString &before)
     const QString after = GetCellString(row, kNameColumn);
     if (!after.isEmpty() && before != after)
         emit nameReplaced(before, after);
+}
+
+void CAttrGrid::OnRecordsDeleting(long row, long count)
+{
+    CAttrTypeGrid::OnRecordsDeleting(row, count);
+    for (long at = row; at < row + count && at < attributeRowCount(); ++at) {
+        // An untouched row is left unmade.
+        if (const UserAttributeTypes *loaded = LoadedAttributeOf(at)) {
+            emit attributeDeleting(fromNarrow(loaded->name), true);
+            continue;
+        }
+        const QString name = GetCellString(at, kNameColumn);
+        if (!name.isEmpty())
+            emit attributeDeleting(name, false);
+    }
+}
+
+void CAttrGrid::OnRecordsRestored(long row, long count)
+{
+    CAttrTypeGrid::OnRecordsRestored(row, count);
+    for (long at = row; at < row + count && at < attributeRowCount(); ++at) {
+        const QString name = GetCellString(at, kNameColumn);
+        if (!name.isEmpty())
+            emit attributeRestored(name);
+    }
 }
 
 StringList CAttrGrid::GetAttributeNames()

@@ -98,6 +98,10 @@ public:
     // Why the format changed a typed name, for its cell's tip and for a
     // screen reader; empty when it did not.
     QString NameChangeReason(long row);
+    // The row's name was `before` in the format the grid had until now, and
+    // the current format's rules made it what the row shows: its tip and
+    // NameLegalisations say which rules, as for a typed name.
+    void NoteMovedName(long row, const QString &before);
     // Each attribute row's name the format made of a typed one, in row
     // order: what was typed, and the rules that changed it.
     std::vector<NameLegalisation> NameLegalisations();
@@ -108,6 +112,11 @@ signals:
     // `after` (typed, pasted, undone or redone): whatever names the
     // attribute goes with it.
     void nameReplaced(const QString &before, const QString &after);
+    // The row of an attribute named `name` is leaving, and undo may put it
+    // back; `loaded`: the row showed the attribute as loaded, untouched.
+    void attributeDeleting(const QString &name, bool loaded);
+    // Undo put back the row of an attribute named `name`.
+    void attributeRestored(const QString &name);
 
 protected:
     void OnGridInit() override;
@@ -116,6 +125,8 @@ protected:
     void OnCellChange(int column, long row, ug::TextSource source) override;
     QString OnCheckText(int column, long row, const QString &text) override;
     void OnCellTextReplaced(int column, long row, const QString &before) override;
+    void OnRecordsDeleting(long row, long count) override;
+    void OnRecordsRestored(long row, long count) override;
     void LayoutLeadingColumns(int width) override;
     QString LoadedText(std::size_t record, int column) override;
     bool IsLoadedCellEnabled(std::size_t record, int column) override;
@@ -124,6 +135,8 @@ protected:
 private:
     // Each rule that changed a typed name.
     QString NameChangeRules(const QString &typed, const AttributeNameSteps &steps) const;
+    // The legal name of `steps` was made of `typed` by them.
+    void NoteNameChange(const QString &typed, const AttributeNameSteps &steps);
     // The type a first attribute gets; null when the format has none.
     std::unique_ptr<AttrType> FirstRowType() const;
     int typeListMode() const;

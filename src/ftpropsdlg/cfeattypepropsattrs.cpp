@@ -68,6 +68,10 @@ bool CFeatTypePropsAttrs::OnInitDialog()
     connect(grid, &CAttrGrid::nameReplaced, this, [this](const QString &before, const QString &after) {
         m_dialog->AttributeRenamed(toNarrow(before), toNarrow(after));
     });
+    connect(grid, &CAttrGrid::attributeDeleting, this,
+            [this](const QString &name, bool loaded) { m_dialog->AttributeDeleted(toNarrow(name), loaded); });
+    connect(grid, &CAttrGrid::attributeRestored, this,
+            [this](const QString &name) { m_dialog->AttributeRestored(toNarrow(name)); });
     return true;
 }
 
@@ -399,8 +403,10 @@ void CFeatTypePropsAttrs::ChangeFormat(const FTPropsFormatInfo *format)
               });
         m_grid->SetRowTexts(row, form);
         const QString shown = m_grid->GetCellString(row, CAttrGrid::kNameColumn);
-        if (!name.isEmpty() && !shown.isEmpty() && name != shown)
+        if (!name.isEmpty() && !shown.isEmpty() && name != shown) {
+            m_grid->NoteMovedName(row, name);
             m_dialog->AttributeRenamed(toNarrow(name), toNarrow(shown));
+        }
     }
     m_grid->EnableGrid(editable());
     EnableGridRowButtons(*this, editable());

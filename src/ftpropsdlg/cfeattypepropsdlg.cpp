@@ -459,14 +459,28 @@ void CFeatTypePropsDlg::AttributeRenamed(const std::string &before, const std::s
         m_movingRenames->emplace_back(before, after);
         return;
     }
-    m_attributeOrigins.renamed(
-        before, after, [this](const std::string &name) { return m_attributes && m_attributes->WasLoaded(name); });
+    m_attributeOrigins.renamed(before, after, [this](const std::string &name) { return WasLoadedAttribute(name); });
     if (before.empty())
         return;
     if (m_general)
         m_general->RenameAttribute(before, after);
     if (m_parameters)
         m_parameters->RenameAttribute(before, after);
+}
+
+void CFeatTypePropsDlg::AttributeDeleted(const std::string &name, bool loaded)
+{
+    m_attributeOrigins.deleted(name, loaded, [this](const std::string &other) { return WasLoadedAttribute(other); });
+}
+
+void CFeatTypePropsDlg::AttributeRestored(const std::string &name)
+{
+    m_attributeOrigins.restored(name);
+}
+
+bool CFeatTypePropsDlg::WasLoadedAttribute(const std::string &name) const
+{
+    return m_attributes && m_attributes->WasLoaded(name);
 }
 
 bool CFeatTypePropsDlg::WasAttribute(const std::string &name) const

@@ -133,10 +133,16 @@ public:
     // empty name, added): the pages that name attributes (fan-out,
     // parameters) follow it.
     void AttributeRenamed(const std::string &before, const std::string &after);
+    // The row of an attribute of the User Attributes page was deleted (the
+    // attribute goes with it), or undo put it back (and the attribute).
+    void AttributeDeleted(const std::string &name, bool loaded);
+    void AttributeRestored(const std::string &name);
     // Whether the User Attributes page had an attribute of this name at some
     // time: a parameter naming one the page no longer has names a deleted
     // attribute.
     bool WasAttribute(const std::string &name) const;
+    // Whether the feature type held a user attribute of this name at open.
+    bool WasLoadedAttribute(const std::string &name) const;
 
     void OnOK() override;
     // Cancel, Escape and the close box: the feature type is left as the

@@ -4,13 +4,9 @@
 #include "uikit/narrowtext.h"
 #include "uikit/resourcelibrary.h"
 
+#include <iterator>
+
 namespace vyr {
-namespace {
-
-// The kinds of merge filter, in the order of their strings in the kind box.
-constexpr unsigned kMergeKinds[] = {res::MergeKindWildcard, res::MergeKindRegularExpression, res::MergeKindExact};
-
-} // namespace
 
 CFeatTypePropsGeneralSource::CFeatTypePropsGeneralSource(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format,
                                                          CFeatTypePropsDlg *dialog)
@@ -32,7 +28,7 @@ bool CFeatTypePropsGeneralSource::OnInitDialog()
         m_mergeKind->addItem(loadResourceString(kind));
     m_mergeFilter->setText(fromNarrow(m_schema->getMergeFilter()));
     const int kind = m_schema->getMergeKind();
-    m_mergeKind->setCurrentIndex(kind >= 0 && kind < 3 ? kind : -1);
+    m_mergeKind->setCurrentIndex(kind >= 0 && kind < int(std::size(kMergeKinds)) ? kind : -1);
     m_mergeOption->setChecked(m_schema->getMergeOption());
     UpdateMergeControls();
     connect(m_merge.orStandIn(), &QCheckBox::clicked, this, [this] { UpdateMergeControls(); });
@@ -65,7 +61,7 @@ void CFeatTypePropsGeneralSource::WriteToSchema(FTPropsSchemaInfo &target, unsig
         return;
     target.setMerged(m_merge->isChecked());
     int kind = 0;
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < int(std::size(kMergeKinds)); ++i) {
         if (m_mergeKind->currentText() == loadResourceString(kMergeKinds[i]))
             kind = i;
     }

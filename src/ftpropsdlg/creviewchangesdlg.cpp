@@ -1,5 +1,6 @@
 #include "ftpropsdlg/creviewchangesdlg.h"
 
+#include "ftpropsdlg/cfeattypepropsgeneralsource.h"
 #include "uikit/narrowtext.h"
 #include "uikit/resourcelibrary.h"
 
@@ -15,12 +16,25 @@ ReviewTexts ReviewTextsFromResources()
     texts.groupUserAttributes = loadNarrowResourceString(res::ReviewGroupUserAttributes);
     texts.groupFormatAttributes = loadNarrowResourceString(res::ReviewGroupFormatAttributes);
     texts.groupParameters = loadNarrowResourceString(res::ReviewGroupParameters);
-    // One label a line; a library that lacks some keeps the built-in ones.
-    const QStringList labels = loadResourceString(res::ReviewGeneralLabels).split(QLatin1Char('\n'));
-    if (labels.size() == static_cast<qsizetype>(texts.generalLabels.size())) {
-        for (qsizetype i = 0; i < labels.size(); ++i)
-            texts.generalLabels[std::size_t(i)] = toNarrow(labels[i]);
-    }
+    // One text a line; a library that lacks some keeps the built-in ones.
+    const auto readLines = [](unsigned id, std::vector<std::string> &lines) {
+        const QStringList read = loadResourceString(id).split(QLatin1Char('\n'));
+        if (read.size() != static_cast<qsizetype>(lines.size()))
+            return;
+        for (qsizetype i = 0; i < read.size(); ++i)
+            lines[std::size_t(i)] = toNarrow(read[i]);
+    };
+    readLines(res::ReviewGeneralLabels, texts.generalLabels);
+    // The merge kinds and the default dynamic settings in the words of the
+    // General page.
+    texts.mergeKinds.clear();
+    for (const unsigned kind : CFeatTypePropsGeneralSource::kMergeKinds)
+        texts.mergeKinds.push_back(loadNarrowResourceString(kind));
+    texts.dynamicDefault = loadNarrowResourceString(res::DynamicSettingsDefault);
+    readLines(res::ReviewDynamicNames, texts.dynamicNames);
+    readLines(res::ReviewDynamicGeometry, texts.dynamicGeometry);
+    readLines(res::ReviewDynamicAttributes, texts.dynamicAttributes);
+    texts.dynamicOther = loadNarrowResourceString(res::ReviewDynamicOther);
     texts.yes = loadNarrowResourceString(res::ReviewYes);
     texts.no = loadNarrowResourceString(res::ReviewNo);
     texts.empty = loadNarrowResourceString(res::ReviewEmpty);
@@ -39,7 +53,7 @@ ReviewTexts ReviewTextsFromResources()
 }
 
 CReviewChangesDlg::CReviewChangesDlg(const std::string &text, QWidget *parent)
-    : CVyrDialog(res::ReviewChangesDialog, 0, false, std::string(), parent, DialogMode::ModeModal)
+    : CVyrDialog(res::ReviewChangesDialog, 0, false, kHelpTopic, parent, DialogMode::ModeModal)
     , m_text(fromNarrow(text))
 {
     setObjectName(QStringLiteral("reviewChangesDialog"));
@@ -63,6 +77,11 @@ bool CReviewChangesDlg::OnInitDialog()
 void CReviewChangesDlg::CopyToClipboard()
 {
     QApplication::clipboard()->setText(m_text);
+}
+
+qintptr CReviewChangesDlg::OnHelpRequest(qintptr, qintptr)
+{
+    return ShowTopicHelp();
 }
 
 } // namespace vyr

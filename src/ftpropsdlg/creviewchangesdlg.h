@@ -24,6 +24,9 @@ class CReviewChangesDlg : public CVyrDialog
 public:
     static constexpr unsigned kIdChanges = 1001;
     static constexpr unsigned kIdCopy = 1002;
+    // F1 opens the section of the feature type properties help about this
+    // window.
+    static constexpr char kHelpTopic[] = "Editing_Feature_Type_Properties.htm#review-changes";
 
     // `text`: the review as ReviewAsText writes it, in the narrow code page.
     CReviewChangesDlg(const std::string &text, QWidget *parent);
@@ -32,6 +35,7 @@ public:
 
 protected:
     bool OnInitDialog() override;
+    qintptr OnHelpRequest(qintptr wParam, qintptr lParam) override;
 
 private:
     void CopyToClipboard();

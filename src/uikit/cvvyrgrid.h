@@ -213,6 +213,13 @@ protected:
     // A cell's text was replaced - by a person, or by undo and redo; `before`
     // is what it held. Texts that move with their rows are not replaced.
     virtual void OnCellTextReplaced(int column, long row, const QString &before);
+    // Rows that undo may put back are leaving (a person deleted them, or a
+    // redo deletes them again), and undo put such rows back: a subclass that
+    // keeps something of a record beside its texts follows it. Rows that
+    // leave because undo takes back their insertion are not told: a redo
+    // brings them back as new rows. The base does nothing.
+    virtual void OnRecordsDeleting(long row, long count);
+    virtual void OnRecordsRestored(long row, long count);
 
 public:
 
@@ -404,6 +411,8 @@ private:
     int m_colourId = -1;
     GridHistory m_history;
     bool m_replaying = false;
+    // Undo is taking back rows its step inserted.
+    bool m_takingBackInsertion = false;
     struct ReplacedCell
     {
         int column;

@@ -49,8 +49,14 @@ void CVVyrGrid::OnRowsInserted(long row, long count)
         m_history.recordRowsInserted(row, count);
 }
 
+void CVVyrGrid::OnRecordsDeleting(long, long) {}
+
+void CVVyrGrid::OnRecordsRestored(long, long) {}
+
 void CVVyrGrid::OnRowsDeleting(long row, long count)
 {
+    if (!m_takingBackInsertion)
+        OnRecordsDeleting(row, count);
     if (!m_replaying)
         m_history.recordRowsDeleted(row, count, m_history.isOpen() ? storedRows(row, count) : StoredRows());
     // What undo puts back is made above; the rest goes unmade.
@@ -136,8 +142,11 @@ void CVVyrGrid::undoChanges(const GridStep &step)
     long pendingRow = 0;
     long pendingCount = 0;
     const auto flush = [&] {
-        if (pendingCount > 0)
+        if (pendingCount > 0) {
+            const bool takingBack = std::exchange(m_takingBackInsertion, true);
             DeleteRows(pendingRow, pendingCount);
+            m_takingBackInsertion = takingBack;
+        }
         pendingCount = 0;
     };
     for (auto change = step.changes.rbegin(); change != step.changes.rend(); ++change) {
@@ -189,6 +198,7 @@ void CVVyrGrid::restoreRows(long row, const StoredRows &rows)
         for (int column = 0; column < int(cells.size()); ++column)
             OnCellChange(column, row + long(offset), ug::TextRestored);
     }
+    OnRecordsRestored(row, long(rows.size()));
 }
 
 void CVVyrGrid::redoChanges(const GridStep &step)

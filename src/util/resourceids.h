@@ -154,6 +154,10 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61312, ReviewUnexposed)                                                                                  \
     X(String, 61313, ReviewListCount)                                                                                  \
     X(String, 61314, ReviewUnavailable)                                                                                \
+    X(String, 61315, ReviewDynamicNames)                                                                               \
+    X(String, 61316, ReviewDynamicGeometry)                                                                            \
+    X(String, 61317, ReviewDynamicAttributes)                                                                          \
+    X(String, 61318, ReviewDynamicOther)                                                                               \
     X(String, 61340, ApplyItemAttribute)                                                                               \
     X(String, 61341, ApplyItemDeleteAttribute)                                                                         \
     X(String, 61342, ApplyItemFormatAttribute)                                                                         \

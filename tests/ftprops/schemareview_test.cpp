@@ -1,6 +1,7 @@
 #include "ftprops/schemareview.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftprops/vyrobjworkspaceschemainfo.h"
+#include "stringobjects/vyrrwstringimp.h"
 
 #include "vyr/vyr_session.h"
 
@@ -56,6 +57,22 @@ const ReviewCase kCases[] = {
      {},
      "General\n  Name: roads -> streets\n  Geometry: line -> arc\n  Fan-out: No -> Yes\n"
      "  Fan-out attribute: (empty) -> A\n"},
+    {"the merge kind and dynamic settings in words",
+     [](FTPropsSchemaInfo &schema) {
+         schema.setMergeSettings("", 1, false);
+         DynamicSchemaInfo settings;
+         VYRRWStringImp text("ROADS");
+         settings.setOption1(1);
+         settings.setText1(text);
+         settings.setOption3(7);
+         settings.setText3(text);
+         schema.setDynamicSchemaInfo(settings);
+     },
+     {},
+     {},
+     "General\n  Merge kind: Wildcard -> Regular expression\n"
+     "  Dynamic schema settings: Default: schema taken as the sources define it -> one feature type named ROADS; "
+     "geometry as each schema source gives it; option 7 \"ROADS\"\n"},
     {"a name in one schema only is added or removed, never renamed",
      [](FTPropsSchemaInfo &schema) {
          schema.setAttributes({"A", "char(10)", "D", "number(5,0)", "C", "logical"});

@@ -53,5 +53,61 @@ TEST(AttributeOriginsTest, FollowsRenamesBackToTheLoadedAttribute)
     }
 }
 
+// Deletions and their undo, as the page reports them, from loaded a, b and
+// c: a new row under a deleted attribute's name is new, and undo gives the
+// attribute back to the row it puts back.
+TEST(AttributeOriginsTest, ADeletedAttributeLeavesWithItsRow)
+{
+    // "a>x": renamed; "-a": deleted (untouched when loaded); "+a": put back.
+    const struct
+    {
+        const char *what;
+        std::vector<std::string> steps;
+        std::vector<std::string> rows;
+        AttributeRowIdentities expected;
+    } cases[] = {
+        {"a new row named as a deleted one",
+         {"-a", ">a"},
+         {"a", "b", "c"},
+         {{"a", std::nullopt}, {"b", "b"}, {"c", "c"}}},
+        {"the deletion undone", {"-a", "+a"}, {"a", "b", "c"}, {{"a", "a"}, {"b", "b"}, {"c", "c"}}},
+        {"renamed, deleted, its old name taken anew",
+         {"a>x", "-x", ">a"},
+         {"a", "b", "c"},
+         {{"a", std::nullopt}, {"b", "b"}, {"c", "c"}}},
+        {"the new row's deletion undone, then the first one's",
+         {"-a", ">a", "-a", "+a"},
+         {"a", "b", "c"},
+         {{"a", std::nullopt}, {"b", "b"}, {"c", "c"}}},
+        {"a renamed row's deletion undone",
+         {"a>x", "-x", ">a", "-a", "+a", "+x"},
+         {"a", "x", "b", "c"},
+         {{"a", "x"}, {"b", "b"}, {"c", "c"}}},
+    };
+    const auto wasLoaded = [](const std::string &name) { return name == "a" || name == "b" || name == "c"; };
+    for (const auto &test : cases) {
+        SCOPED_TRACE(test.what);
+        AttributeOrigins origins;
+        StringSet touched;
+        for (const std::string &step : test.steps) {
+            if (step[0] == '-') {
+                const std::string name = step.substr(1);
+                origins.deleted(name, wasLoaded(name) && !touched.contains(name), wasLoaded);
+            } else if (step[0] == '+') {
+                origins.restored(step.substr(1));
+            } else {
+                const std::size_t arrow = step.find('>');
+                origins.renamed(step.substr(0, arrow), step.substr(arrow + 1), wasLoaded);
+                touched.insert(step.substr(0, arrow));
+                touched.insert(step.substr(arrow + 1));
+            }
+        }
+        std::vector<AttributeOrigins::Row> rows;
+        for (const std::string &name : test.rows)
+            rows.push_back({name, false});
+        EXPECT_EQ(origins.identities(rows, {"a", "b", "c"}), test.expected);
+    }
+}
+
 } // namespace
 } // namespace vyr

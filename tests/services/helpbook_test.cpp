@@ -76,6 +76,8 @@ TEST(HelpBookTest, TopicsTheDialogsNameExist)
     const QString help = QStringLiteral(VYR_TEST_STAGE_DIR "/help/");
     const char *pages[] = {
         "VYRLoomhouse/Editing_Feature_Type_Properties.htm",
+        "VYRLoomhouse/Editing_Feature_Type_Properties.htm#review-changes",
+        "VYRLoomhouse/Editing_Feature_Type_Properties.htm#apply-preview",
         "VYRLoomhouse/editing_geodatabase_domains_and_subtypes.htm",
         "VYRLoomhouse/About_vyrguimfc.htm",
         "VYRTransformers/transformers/Tester.htm",
@@ -89,6 +91,12 @@ TEST(HelpBookTest, TopicsTheDialogsNameExist)
                 language);
             EXPECT_TRUE(QFileInfo::exists(location.page)) << page;
             EXPECT_EQ(location.book.endsWith(QLatin1String("_de")), !language.isEmpty()) << page;
+            if (!location.anchor.isEmpty()) {
+                QFile file(location.page);
+                EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << page;
+                EXPECT_TRUE(file.readAll().contains(QStringLiteral("name=\"%1\"").arg(location.anchor).toUtf8()))
+                    << page;
+            }
         }
         for (const char *format : {"SHAPEFILE", "POSTGRES", "GEOPACKAGE", "CSV", "GPX", "XLSX"}) {
             const HelpLocation location =
