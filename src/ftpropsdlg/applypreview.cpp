@@ -91,8 +91,8 @@ StringList genericGeometry(const FTPropsFormatInfo &format, const std::string &g
 }
 
 void attributeConflicts(const ApplyPreviewInput &input, const FTPropsSchemaInfo &target,
-                        const FTPropsFormatInfo &format, const FTPropsSchemaInfo &written,
-                        const ApplyStandIns &before, std::vector<ApplyConflict> &conflicts)
+                        const FTPropsFormatInfo &format, const FTPropsSchemaInfo &written, const ApplyStandIns &before,
+                        std::vector<ApplyConflict> &conflicts)
 {
     const FTPropsSchemaInfo *asked = input.asked.written;
     if (!asked)
@@ -164,8 +164,8 @@ void geometryConflicts(const ApplyPreviewInput &input, const FTPropsSchemaInfo &
     // Left as it was: a feature type of several geometries keeps its own,
     // and so does one whose geometry was not written at all.
     const bool kept = result == target.getGeometry();
-    conflicts.push_back({kept ? ApplyConflictKind::GeometryKept : ApplyConflictKind::GeometryChanged, asked, asked,
-                         result});
+    conflicts.push_back(
+        {kept ? ApplyConflictKind::GeometryKept : ApplyConflictKind::GeometryChanged, asked, asked, result});
 }
 
 void replaceAll(std::string &text, const std::string &key, const std::string &value)

@@ -615,7 +615,7 @@ std::vector<ApplyTargetPreview> CFeatTypePropsDlg::ApplyPreviews(const ApplySele
 }
 
 std::vector<ApplyTargetPreview> CFeatTypePropsDlg::ApplyPreviews(const ApplySelection &selection,
-                                                                  ApplyPreviewSession &session)
+                                                                 ApplyPreviewSession &session)
 {
     // The edited feature type as its pages write it: the types the user
     // attributes were asked with, and the name the others see it take.

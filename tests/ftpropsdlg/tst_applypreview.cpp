@@ -123,7 +123,8 @@ private slots:
         // A feature type of MULTI may have several geometries.
         m_multi = std::make_unique<VYRObjFTPropsFormatInfo>(
             "FORMAT,MULTI,SOURCE,no,SUPPORTS_MULTI_GEOM,yes,GEOM_TYPE_MAPPINGS,\"m_line,vyr_line,m_point,vyr_point\","
-            "DATA_TYPE_MAPPINGS,\"char(width),vyr_char,date,vyr_date\",DEFLINE_PARMS,\"GUI TEXT ENCODING Encoding,utf8\"",
+            "DATA_TYPE_MAPPINGS,\"char(width),vyr_char,date,vyr_date\","
+            "DEFLINE_PARMS,\"GUI TEXT ENCODING Encoding,utf8\"",
             &m_session, "MULTI");
     }
     void init()
@@ -221,9 +222,10 @@ private slots:
         QCOMPARE(previews.size(), records.size());
         const ReviewTexts texts = ReviewTextsFromResources();
         for (std::size_t i = 0; i < records.size(); ++i) {
-            QCOMPARE(QString::fromStdString(records[i]->getName()), written[qsizetype(i)]);
-            if (written[qsizetype(i)] != others[qsizetype(i)].section(' ', 0, 0))
-                QVERIFY(QString::fromStdString(ReviewAsText(previews[i].changes, texts)).contains(written[qsizetype(i)]));
+            const QString name = written[qsizetype(i)];
+            QCOMPARE(QString::fromStdString(records[i]->getName()), name);
+            if (name != others[qsizetype(i)].section(' ', 0, 0))
+                QVERIFY(QString::fromStdString(ReviewAsText(previews[i].changes, texts)).contains(name));
             SchemaReviewInput review(*before[i], *records[i], *formats[i]);
             review.texts = &texts;
             QVERIFY(ReviewSchemaChanges(review) == previews[i].changes);
