@@ -11,16 +11,19 @@
 namespace vyr {
 namespace {
 
-// `target` written with `selection` into a scratch copy; null when no copy
+// `target` written with `selection` into a scratch copy, after the records
+// of `before` were written as their copies hold them; null when no copy
 // could be made.
 ScratchSchema writtenCopy(const ApplyPreviewInput &input, const FTPropsSchemaInfo &target,
-                          const ApplySelection &selection)
+                          const ApplySelection &selection, const ApplyStandIns &before)
 {
     ScratchSchema copy = target.makeScratchCopy();
     if (!copy)
         return copy;
+    ApplyStandIns standIns = before;
+    standIns.push_back({&target, copy.get()});
     copy->beginUpdate();
-    input.write(*copy, selection);
+    input.write(*copy, selection, standIns);
     copy->endUpdate();
     return copy;
 }
@@ -52,12 +55,13 @@ struct StoredAttribute
 // gained or retyped is it. Nothing when it landed nowhere (or no copy could
 // be made).
 std::optional<StoredAttribute> storedAs(const ApplyPreviewInput &input, const FTPropsSchemaInfo &target,
-                                        const FTPropsFormatInfo &format, const std::string &name)
+                                        const FTPropsFormatInfo &format, const std::string &name,
+                                        const ApplyStandIns &before)
 {
     ApplySelection alone;
     alone.targets = {target.getLongName()};
     alone.attributes = {name};
-    const ScratchSchema copy = writtenCopy(input, target, alone);
+    const ScratchSchema copy = writtenCopy(input, target, alone, before);
     if (!copy)
         return std::nullopt;
     for (const ReviewChange &change : reviewed(input, target, *copy, format)) {
@@ -87,7 +91,7 @@ StringList genericGeometry(const FTPropsFormatInfo &format, const std::string &g
 }
 
 void attributeConflicts(const ApplyPreviewInput &input, const FTPropsSchemaInfo &target,
-                        const FTPropsFormatInfo &format, const FTPropsSchemaInfo &written,
+                        const FTPropsFormatInfo &format, const FTPropsSchemaInfo &written, const ApplyStandIns &before,
                         std::vector<ApplyConflict> &conflicts)
 {
     const FTPropsSchemaInfo *asked = input.asked.written;
@@ -99,7 +103,7 @@ void attributeConflicts(const ApplyPreviewInput &input, const FTPropsSchemaInfo 
         // Stored under its own name as it was asked: nothing to look into.
         if (isUserAttribute(written, name) && written.getAttributeType(name) == askedType)
             continue;
-        const std::optional<StoredAttribute> stored = storedAs(input, target, format, name);
+        const std::optional<StoredAttribute> stored = storedAs(input, target, format, name, before);
         if (!stored) {
             conflicts.push_back({ApplyConflictKind::AttributeSkipped, name, askedType, {}});
             continue;
@@ -146,17 +150,22 @@ void geometryConflicts(const ApplyPreviewInput &input, const FTPropsSchemaInfo &
                        const FTPropsFormatInfo &format, const FTPropsSchemaInfo &written,
                        std::vector<ApplyConflict> &conflicts)
 {
-    const FTPropsFormatInfo &pageFormat = *input.asked.format;
-    if (!(input.selection.generalMask & general::Geometry) || format.getFormatName() == pageFormat.getFormatName())
+    if (!(input.selection.generalMask & general::Geometry))
         return;
+    const std::string &asked = input.asked.geometry;
     const std::string result = written.getGeometry();
-    const StringList stored = genericGeometry(format, result);
-    // A geometry left alone was not asked of this one (a dynamic schema
-    // writes none), unless it stands for nothing there.
-    if (result == target.getGeometry() && !stored.empty())
+    // Another format names a geometry in its own words: what it stands for
+    // is what was asked, or not.
+    const FTPropsFormatInfo &pageFormat = *input.asked.format;
+    if (format.getFormatName() == pageFormat.getFormatName()
+            ? result == asked
+            : genericGeometry(format, result) == genericGeometry(pageFormat, asked))
         return;
-    if (stored != genericGeometry(pageFormat, input.asked.geometry))
-        conflicts.push_back({ApplyConflictKind::GeometryChanged, input.asked.geometry, input.asked.geometry, result});
+    // Left as it was: a feature type of several geometries keeps its own,
+    // and so does one whose geometry was not written at all.
+    const bool kept = result == target.getGeometry();
+    conflicts.push_back(
+        {kept ? ApplyConflictKind::GeometryKept : ApplyConflictKind::GeometryChanged, asked, asked, result});
 }
 
 void replaceAll(std::string &text, const std::string &key, const std::string &value)
@@ -172,26 +181,49 @@ std::vector<ApplyTargetPreview> PreviewApply(const ApplyPreviewInput &input)
     std::vector<ApplyTargetPreview> previews;
     if (!input.asked.format)
         return previews;
+    ApplyPreviewCache none;
+    ApplyPreviewCache &cache = input.cache ? *input.cache : none;
+    ApplySelection properties = input.selection;
+    properties.targets.clear();
+    if (!(properties == cache.m_properties))
+        cache.m_entries.clear();
+    cache.m_properties = std::move(properties);
+
+    // The records written so far, as the apply goes: the edited one first.
+    ApplyStandIns before;
+    if (input.asked.record && input.asked.written)
+        before.push_back({input.asked.record, input.asked.written});
+    const StringList &chosen = input.selection.targets;
+    std::size_t at = 0;
     for (FTPropsSchemaInfo *target : input.targets) {
         const std::string longName = target->getLongName();
-        const StringList &chosen = input.selection.targets;
         if (std::find(chosen.begin(), chosen.end(), longName) == chosen.end())
             continue;
-        ApplyTargetPreview preview;
-        preview.target = target;
-        preview.longName = longName;
-        const FTPropsFormatInfo *format = input.formatOf(target->getFormatId());
-        const ScratchSchema written = format ? writtenCopy(input, *target, input.selection) : NoScratchSchema();
-        if (!written) {
-            preview.available = false;
-            previews.push_back(std::move(preview));
-            continue;
+        // Worked out before with the same targets before it: it holds.
+        const bool holds = at < cache.m_entries.size() && cache.m_entries[at].target == target;
+        if (!holds) {
+            cache.m_entries.erase(cache.m_entries.begin() + std::ptrdiff_t(at), cache.m_entries.end());
+            ApplyPreviewCache::Entry entry;
+            entry.target = target;
+            entry.preview.target = target;
+            entry.preview.longName = longName;
+            const FTPropsFormatInfo *format = input.formatOf(target->getFormatId());
+            if (format)
+                entry.written = writtenCopy(input, *target, input.selection, before);
+            entry.preview.available = bool(entry.written);
+            if (entry.written) {
+                const FTPropsSchemaInfo &written = *entry.written;
+                entry.preview.changes = reviewed(input, *target, written, *format);
+                attributeConflicts(input, *target, *format, written, before, entry.preview.conflicts);
+                parameterConflicts(input, *format, written, entry.preview.conflicts);
+                geometryConflicts(input, *target, *format, written, entry.preview.conflicts);
+            }
+            cache.m_entries.push_back(std::move(entry));
         }
-        preview.changes = reviewed(input, *target, *written, *format);
-        attributeConflicts(input, *target, *format, *written, preview.conflicts);
-        parameterConflicts(input, *format, *written, preview.conflicts);
-        geometryConflicts(input, *target, *format, *written, preview.conflicts);
-        previews.push_back(std::move(preview));
+        const ApplyPreviewCache::Entry &entry = cache.m_entries[at++];
+        if (entry.written)
+            before.push_back({target, entry.written.get()});
+        previews.push_back(entry.preview);
     }
     return previews;
 }
@@ -285,6 +317,9 @@ std::string ApplyConflictAsText(const ApplyConflict &conflict, const ApplyConfli
         break;
     case ApplyConflictKind::GeometryChanged:
         text = texts.geometryChanged;
+        break;
+    case ApplyConflictKind::GeometryKept:
+        text = texts.geometryKept;
         break;
     }
     const auto shown = [&](const std::string &value) { return value.empty() ? texts.empty : value; };

@@ -7,7 +7,10 @@
 // A preview is worked out by writing the selection into a scratch copy of
 // each target with the same writer the apply itself uses, and comparing the
 // copy with the target and with what was asked: the preview is what is
-// written, whatever the writing rules are.
+// written, whatever the writing rules are. The apply writes the edited
+// feature type first, then the targets one after another, and what it
+// writes into one (a name, above all) may depend on what it wrote before:
+// the copies are written in that order, each seeing the copies before it.
 #ifndef VYR_FTPROPSDLG_APPLYPREVIEW_H
 #define VYR_FTPROPSDLG_APPLYPREVIEW_H
 
@@ -31,6 +34,7 @@ enum class ApplyConflictKind {
     ParameterUndefined, // a chosen parameter the target's format does not define
     ParameterKept, // a chosen parameter the target keeps as it had it
     GeometryChanged, // a geometry the target's format lacks: asked -> result (may be empty)
+    GeometryKept, // a geometry the target keeps as it had it (one of several it may have): asked -> result
 };
 
 struct ApplyConflict
@@ -59,11 +63,45 @@ struct ApplyTargetPreview
 struct ApplyAsked
 {
     const FTPropsFormatInfo *format = nullptr;
+    // The edited feature type itself, which the apply writes first.
+    const FTPropsSchemaInfo *record = nullptr;
     // The edited feature type as its pages write it (a scratch copy): the
     // user attributes' types as asked.
     const FTPropsSchemaInfo *written = nullptr;
     std::map<std::string, std::string> parameters;
     std::string geometry;
+};
+
+// A record the apply has written by some point of its sequence, and the
+// scratch copy that stands for it there.
+struct ApplyStandIn
+{
+    const FTPropsSchemaInfo *record = nullptr;
+    const FTPropsSchemaInfo *copy = nullptr;
+};
+using ApplyStandIns = std::vector<ApplyStandIn>;
+
+struct ApplyPreviewInput;
+std::vector<ApplyTargetPreview> PreviewApply(const ApplyPreviewInput &input);
+
+// The previews worked out before, for the next ones of one preview window,
+// while the edited feature type (as written) stays as it is. A target's
+// preview depends on the properties chosen and on the targets written
+// before it: it holds while those are as they were.
+class ApplyPreviewCache
+{
+private:
+    friend std::vector<ApplyTargetPreview> PreviewApply(const ApplyPreviewInput &input);
+    struct Entry
+    {
+        const FTPropsSchemaInfo *target = nullptr;
+        ScratchSchema written = NoScratchSchema();
+        ApplyTargetPreview preview;
+    };
+    // The selection the entries were worked out for, without its targets.
+    ApplySelection m_properties;
+    // The chosen targets in the order they are written.
+    std::vector<Entry> m_entries;
 };
 
 struct ApplyPreviewInput
@@ -74,13 +112,15 @@ struct ApplyPreviewInput
     std::vector<FTPropsSchemaInfo *> targets;
     // A format by id; null when unknown.
     std::function<const FTPropsFormatInfo *(const std::string &)> formatOf;
-    // Writes `selection` into a record as the apply does.
-    std::function<void(FTPropsSchemaInfo &, const ApplySelection &)> write;
+    // Writes `selection` into a scratch copy as the apply does, with the
+    // records written before it (and the one the copy stands for) as their
+    // copies hold them.
+    std::function<void(FTPropsSchemaInfo &, const ApplySelection &, const ApplyStandIns &)> write;
     std::function<std::string(const std::string &)> localisePrompt;
     const ReviewTexts *texts = nullptr;
+    // Keeps what still holds from one call to the next; may be null.
+    ApplyPreviewCache *cache = nullptr;
 };
-
-std::vector<ApplyTargetPreview> PreviewApply(const ApplyPreviewInput &input);
 
 // The properties of a selection one by one, so that a person can leave any
 // out: groups of General settings (by mask), attributes and parameters.
@@ -109,6 +149,7 @@ struct ApplyConflictTexts
     std::string parameterUndefined = "Parameter {subject}: its format does not define it, skipped";
     std::string parameterKept = "Parameter {subject}: kept as it is there ({result})";
     std::string geometryChanged = "Geometry {asked}: its format lacks it, it becomes {result}";
+    std::string geometryKept = "Geometry {asked}: kept as it is there ({result})";
     std::string empty = "(empty)";
 };
 

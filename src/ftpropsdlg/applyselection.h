@@ -42,6 +42,8 @@ struct ApplySelection
     StringList formatAttributes;
     StringList deleteFormatAttributes;
     std::set<std::string> parameters;
+
+    bool operator==(const ApplySelection &) const = default;
 };
 
 // What the prompt is built from.

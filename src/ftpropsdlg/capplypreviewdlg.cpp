@@ -46,6 +46,7 @@ ApplyConflictTexts ApplyConflictTextsFromResources()
     texts.parameterUndefined = loadNarrowResourceString(res::ApplyConflictParameterUndefined);
     texts.parameterKept = loadNarrowResourceString(res::ApplyConflictParameterKept);
     texts.geometryChanged = loadNarrowResourceString(res::ApplyConflictGeometryChanged);
+    texts.geometryKept = loadNarrowResourceString(res::ApplyConflictGeometryKept);
     texts.empty = loadNarrowResourceString(res::ReviewEmpty);
     return texts;
 }
@@ -134,7 +135,11 @@ ApplySelection CApplyPreviewDlg::chosen() const
 
 void CApplyPreviewDlg::Refresh()
 {
-    m_previews = m_previewer ? m_previewer(chosen()) : std::vector<ApplyTargetPreview>();
+    ApplySelection now = chosen();
+    if (m_shown && *m_shown == now)
+        return;
+    m_previews = m_previewer ? m_previewer(now) : std::vector<ApplyTargetPreview>();
+    m_shown = std::move(now);
     const ReviewTexts reviewTexts = ReviewTextsFromResources();
     const ApplyConflictTexts conflictTexts = ApplyConflictTextsFromResources();
     const QIcon warning = style()->standardIcon(QStyle::SP_MessageBoxWarning);

@@ -14,6 +14,7 @@
 #include <QTreeWidget>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -61,6 +62,8 @@ private:
     Previewer m_previewer;
     std::function<std::string(const std::string &)> m_parameterPrompt;
     std::vector<ApplyTargetPreview> m_previews;
+    // The selection m_previews were worked out for.
+    std::optional<ApplySelection> m_shown;
     DialogControl<QTreeWidget> m_targets;
     DialogControl<QListWidget> m_properties;
 };

@@ -79,10 +79,23 @@ StringSet CFeatTypePropsDlg::namesTakenIn(const FTPropsFormatInfo &format, const
 {
     StringSet taken;
     const std::string id = format.getId();
-    for (const FTPropsSchemaInfo *other : m_others) {
-        if (other != except && other->getFormatId() == id)
-            taken.insert(other->getName());
-    }
+    const auto note = [&](const FTPropsSchemaInfo *record) {
+        const FTPropsSchemaInfo *now = record;
+        if (m_standIns) {
+            for (const ApplyStandIn &standIn : *m_standIns) {
+                if (standIn.record == record)
+                    now = standIn.copy;
+            }
+        }
+        if (record != except && now != except && now->getFormatId() == id)
+            taken.insert(now->getName());
+    };
+    // At OK the edited feature type is written first: the others see the
+    // name it takes.
+    if (!except || !IsEditedRecord(*except))
+        note(m_schema);
+    for (const FTPropsSchemaInfo *other : m_others)
+        note(other);
     return taken;
 }
 
@@ -563,20 +576,15 @@ std::optional<std::vector<ReviewChange>> CFeatTypePropsDlg::ReviewedChanges()
     // it something already.
     const bool handedOver = m_general && m_general->HandedOver();
     const ScratchSchema opened = handedOver ? m_schema->makeScratchCopy() : NoScratchSchema();
-    const ScratchSchema written = m_schema->makeScratchCopy();
+    // Written as OK writes the record; the other feature types OK would
+    // apply properties to are left out.
+    const ScratchSchema written = WrittenScratch();
     if (!written || (handedOver && !opened)) {
         ShowMessageBox(this, loadResourceString(res::ReviewUnavailable), QString(), MbOk | MbIconExclamation);
         return std::nullopt;
     }
     if (opened)
         m_general->WriteAsOpened(*opened);
-    // Written as OK writes the record; the other feature types OK would
-    // apply properties to are left out.
-    m_scratch = written.get();
-    written->beginUpdate();
-    WritePages(*written, nullptr);
-    written->endUpdate();
-    m_scratch = nullptr;
 
     const FTPropsSchemaInfo &before = opened ? *opened : *m_schema;
     SchemaReviewInput input(before, *written, *m_currentFormat);
@@ -601,32 +609,53 @@ void CFeatTypePropsDlg::ReviewChanges()
         OnOK();
 }
 
+ScratchSchema CFeatTypePropsDlg::WrittenScratch()
+{
+    ScratchSchema written = m_schema->makeScratchCopy();
+    if (!written)
+        return written;
+    m_scratch = written.get();
+    written->beginUpdate();
+    WritePages(*written, nullptr);
+    written->endUpdate();
+    m_scratch = nullptr;
+    return written;
+}
+
 std::vector<ApplyTargetPreview> CFeatTypePropsDlg::ApplyPreviews(const ApplySelection &selection)
 {
+    ApplyPreviewSession session;
+    return ApplyPreviews(selection, session);
+}
+
+std::vector<ApplyTargetPreview> CFeatTypePropsDlg::ApplyPreviews(const ApplySelection &selection,
+                                                                 ApplyPreviewSession &session)
+{
     // The edited feature type as its pages write it: the types the user
-    // attributes were asked with.
-    const ScratchSchema written = m_schema->makeScratchCopy();
-    if (written) {
-        m_scratch = written.get();
-        written->beginUpdate();
-        WritePages(*written, nullptr);
-        written->endUpdate();
-        m_scratch = nullptr;
-    }
+    // attributes were asked with, and the name the others see it take.
+    // The pages do not change while a preview window is open.
+    if (!session.written)
+        session.written = WrittenScratch();
     ApplyPreviewInput input;
     input.selection = selection;
     input.asked.format = m_currentFormat;
-    input.asked.written = written.get();
+    input.asked.record = m_schema;
+    input.asked.written = session.written.get();
     if (m_hasParameters && m_parameters)
         input.asked.parameters = m_parameters->ParameterValues();
     if (m_general)
         input.asked.geometry = m_general->geometryValue();
     input.targets = m_others;
     input.formatOf = [this](const std::string &id) { return m_formats.find(id); };
-    input.write = [this](FTPropsSchemaInfo &target, const ApplySelection &chosen) { WritePages(target, &chosen); };
+    input.write = [this](FTPropsSchemaInfo &copy, const ApplySelection &chosen, const ApplyStandIns &standIns) {
+        m_standIns = &standIns;
+        WritePages(copy, &chosen);
+        m_standIns = nullptr;
+    };
     input.localisePrompt = [](const std::string &prompt) { return LocalizeText(prompt); };
     const ReviewTexts texts = ReviewTextsFromResources();
     input.texts = &texts;
+    input.cache = &session.cache;
     return PreviewApply(input);
 }
 
@@ -639,8 +668,9 @@ std::optional<ApplySelection> CFeatTypePropsDlg::ConfirmApply()
         return m_apply;
     }
     const FTPropsFormatInfo *format = m_currentFormat;
+    ApplyPreviewSession session;
     CApplyPreviewDlg preview(
-        m_apply, [this](const ApplySelection &selection) { return ApplyPreviews(selection); },
+        m_apply, [this, &session](const ApplySelection &selection) { return ApplyPreviews(selection, session); },
         [format](const std::string &name) {
             const std::string prompt = format ? ParseParameterLine(format->getDeflineParm(name)).prompt : name;
             return prompt.empty() ? name : LocalizeText(prompt);

@@ -75,9 +75,12 @@ public:
     const FormatDictionary &formats() const { return m_formats; }
     const FormatDictionary &additionalFormats() const { return m_additionalFormats; }
     const FormatDictionary &formatsByLongName() const { return m_formatsByLongName; }
-    // The names the other feature types of `format` have (but `except`):
-    // the names a new name for a feature type must not take.
-    StringSet namesTakenIn(const FTPropsFormatInfo &format, const FTPropsSchemaInfo *except = nullptr) const;
+    // The names the feature types of `format` have, the edited one with the
+    // name OK gives it, but `except` (a record or the scratch copy of one):
+    // the names a new name for `except` must not take. While a preview
+    // writes a scratch copy, the records written before it are read as
+    // their copies hold them, as the apply will have left them.
+    StringSet namesTakenIn(const FTPropsFormatInfo &format, const FTPropsSchemaInfo *except) const;
     bool hasParameters() const { return m_hasParameters; }
     bool hasUserAttributes() const { return m_hasUserAttributes; }
 
@@ -103,7 +106,8 @@ public:
     void ApplyToOthers();
 
     // What applying `selection` will do in each feature type it names,
-    // worked out on scratch copies written as the apply writes them.
+    // worked out on scratch copies written as the apply writes them, one
+    // after another.
     std::vector<ApplyTargetPreview> ApplyPreviews(const ApplySelection &selection);
 
     // The review command (Control+Shift+R): validates the pages as OK does,
@@ -189,6 +193,17 @@ private:
     // Writes every page into `target`: with `selection` only what the user
     // chose to apply, else everything.
     void WritePages(FTPropsSchemaInfo &target, const ApplySelection *selection);
+    // The edited feature type as OK writes it, into a scratch copy of the
+    // record; null when no copy could be made.
+    ScratchSchema WrittenScratch();
+    // What the previews of one preview window share: the edited feature
+    // type written once, and the previews that still hold.
+    struct ApplyPreviewSession
+    {
+        ScratchSchema written = NoScratchSchema();
+        ApplyPreviewCache cache;
+    };
+    std::vector<ApplyTargetPreview> ApplyPreviews(const ApplySelection &selection, ApplyPreviewSession &session);
     unsigned GeneralBitmap() const;
     PageEntry *entryOf(const QWidget *page);
     void updateFormatFlags();
@@ -220,6 +235,9 @@ private:
     AttributeOrigins m_attributeOrigins;
     // The scratch copy a review is writing, while it does.
     const FTPropsSchemaInfo *m_scratch = nullptr;
+    // The records a preview has written before the copy it is writing now
+    // (and that one), by their copies, while it writes it.
+    const ApplyStandIns *m_standIns = nullptr;
     // While the pages change format: the renames to pass on after.
     std::optional<std::vector<std::pair<std::string, std::string>>> m_movingRenames;
 };

@@ -97,15 +97,15 @@ std::string CFeatTypePropsGeneral::nameText() const
 }
 
 std::string CFeatTypePropsGeneral::ResolveName(const std::string &text, const FTPropsFormatInfo &format,
-                                               const FTPropsSchemaInfo *named) const
+                                               const FTPropsSchemaInfo &named) const
 {
-    return ResolveFeatureTypeName(format, text, m_dialog->namesTakenIn(format, named), m_dialog->session());
+    return ResolveFeatureTypeName(format, text, m_dialog->namesTakenIn(format, &named), m_dialog->session());
 }
 
 void CFeatTypePropsGeneral::ResolveNameField()
 {
     const std::string text = qualifiedName();
-    std::string name = ResolveName(text, *m_format);
+    std::string name = ResolveName(text, *m_format, *m_schema);
     if (name == text)
         return;
     std::string user;
@@ -172,7 +172,7 @@ void CFeatTypePropsGeneral::ChangeFormat(const FTPropsFormatInfo *format)
             m_name->setText(shown.value(0));
             m_databaseUser->setText(shown.value(1));
             SetupDatabaseUser(format);
-            std::string resolved = ResolveName(qualifiedName(), *format);
+            std::string resolved = ResolveName(qualifiedName(), *format, *m_schema);
             std::string user;
             if (format->isDatabase())
                 SplitOwnerPrefix(resolved, user);
@@ -253,11 +253,11 @@ void CFeatTypePropsGeneral::WriteToSchema(FTPropsSchemaInfo &target, unsigned ma
         }
     }
     if ((mask & general::Name) || (databaseUser && text != current)) {
-        target.setName(ResolveName(text, *FormatOf(target)));
+        target.setName(ResolveName(text, *FormatOf(target), target));
     } else if (moved) {
         // Another feature type moved to this dataset keeps its own name,
         // as far as its new format allows it.
-        const std::string resolved = ResolveName(current, *FormatOf(target), &target);
+        const std::string resolved = ResolveName(current, *FormatOf(target), target);
         if (resolved != current)
             target.setName(resolved);
     }

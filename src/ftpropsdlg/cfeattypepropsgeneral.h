@@ -78,10 +78,11 @@ protected:
     bool OnInitDialog() override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-    // The name `text` takes under `format`'s rules among the workspace's
-    // other feature types of that format (but `named`, whose name it is).
+    // The name `text` takes under `format`'s rules for `named` (the edited
+    // feature type, another, or a scratch copy of either), among the names
+    // the workspace's other feature types of that format have.
     std::string ResolveName(const std::string &text, const FTPropsFormatInfo &format,
-                            const FTPropsSchemaInfo *named = nullptr) const;
+                            const FTPropsSchemaInfo &named) const;
     // Shows the name (and for a database format the database user, the
     // name's owner part) as the format's rules make them, both resolved as
     // one "user.name".

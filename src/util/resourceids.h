@@ -172,7 +172,8 @@ enum class ResourceKind { String, Template, Bitmap, Icon, Accelerators };
     X(String, 61351, ApplyConflictGeometryChanged)                                                                     \
     X(String, 61352, ApplyTargetLeftOut)                                                                               \
     X(String, 61353, ApplyPreviewUnavailable)                                                                          \
-    X(String, 61354, ApplyConflictNameLegalised)
+    X(String, 61354, ApplyConflictNameLegalised)                                                                       \
+    X(String, 61355, ApplyConflictGeometryKept)
 
 namespace res {
 #define VYR_RESOURCE_ID(kind, id, name) inline constexpr unsigned name = id;

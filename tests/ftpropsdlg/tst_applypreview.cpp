@@ -8,15 +8,18 @@
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftpropsdlg/capplypreviewdlg.h"
 #include "ftpropsdlg/cfeattypepropsdlg.h"
+#include "ftpropsdlg/cfeattypepropsgeneral.h"
 #include "ftpropsdlg/creviewchangesdlg.h"
 #include "uikit/application.h"
 #include "uikit/outsideservices.h"
 #include "uikit/resourcelibrary.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QtTest>
 
+#include <map>
 #include <memory>
 
 using namespace vyr;
@@ -45,7 +48,7 @@ class ApplyPreviewTest : public QObject
 private:
     TestSession m_session;
     StringList m_log;
-    std::unique_ptr<VYRObjFTPropsFormatInfo> m_shp, m_gpkg;
+    std::unique_ptr<VYRObjFTPropsFormatInfo> m_shp, m_gpkg, m_multi;
     std::vector<std::unique_ptr<RecordingSchema>> m_records;
 
     RecordingSchema &record(const char *name, const char *formatId, const char *geometry)
@@ -54,10 +57,19 @@ private:
         m_records.back()->geometry = geometry;
         return *m_records.back();
     }
-    // "roads" of SHP with text and date attributes and an encoding, and
-    // the other feature types: "rivers" of SHP, "parks" of GPKG, which
-    // exposes its format attribute NOTE.
-    std::unique_ptr<CFeatTypePropsDlg> open()
+    std::unique_ptr<CFeatTypePropsDlg> open(RecordingSchema &edited, const SchemaRecordList &others)
+    {
+        auto dialog = std::make_unique<CFeatTypePropsDlg>(&m_session, &edited, others,
+                                                          FormatRecordList{m_shp.get(), m_gpkg.get(), m_multi.get()},
+                                                          FormatRecordList(), nullptr);
+        if (!dialog->Create())
+            qFatal("the dialog did not open");
+        return dialog;
+    }
+    // "roads" of SHP with text and date attributes, an encoding and a sort
+    // attribute, and the other feature types: "rivers" of SHP, "parks" of
+    // GPKG, which exposes its format attribute NOTE, and `more`.
+    std::unique_ptr<CFeatTypePropsDlg> open(const SchemaRecordList &more = {})
     {
         RecordingSchema &rivers = record("rivers", "SHP", "shp_point");
         RecordingSchema &parks = record("parks", "GPKG", "gpkg_point");
@@ -66,12 +78,31 @@ private:
         roads.userAttributes = {"NOTE", "WHEN", "DESCRIPTION"};
         roads.attributeTypes = {{"NOTE", "char(10)"}, {"WHEN", "date"}, {"DESCRIPTION", "char(80)"}};
         roads.parameters["ENCODING"] = "latin1";
-        auto dialog = std::make_unique<CFeatTypePropsDlg>(&m_session, &roads, SchemaRecordList{&rivers, &parks},
-                                                          FormatRecordList{m_shp.get(), m_gpkg.get()},
-                                                          FormatRecordList(), nullptr);
-        if (!dialog->Create())
-            qFatal("the dialog did not open");
-        return dialog;
+        roads.parameters["SORT_BY"] = "NOTE";
+        SchemaRecordList others{&rivers, &parks};
+        others.insert(others.end(), more.begin(), more.end());
+        return open(roads, others);
+    }
+    // The previews the preview window shows at OK, with `items` of the
+    // prompt chosen, and the records as they were before.
+    std::vector<ApplyTargetPreview> applyAtOK(CFeatTypePropsDlg &dialog, const QStringList &items,
+                                              std::vector<ScratchSchema> &before)
+    {
+        test::answerNextDialog([&](QDialog *form) {
+            for (const QString &item : items)
+                form->findChild<QComboBox *>(QStringLiteral("prompt_") + item)->setCurrentIndex(0);
+            return true;
+        });
+        dialog.ApplyToOthers();
+        for (const FTPropsSchemaInfo *other : dialog.otherFeatureTypes())
+            before.push_back(other->makeScratchCopy());
+        std::vector<ApplyTargetPreview> previews;
+        test::answerNextDialog([&](QDialog *window) {
+            previews = qobject_cast<CApplyPreviewDlg *>(window)->previews();
+            return true;
+        });
+        dialog.OnOK();
+        return previews;
     }
 
 private slots:
@@ -82,12 +113,19 @@ private slots:
         // GPKG has no line, no date, no encoding and no names over 8 bytes.
         m_shp = std::make_unique<VYRObjFTPropsFormatInfo>(
             "FORMAT,SHP,SOURCE,no,SUPPORTS_MULTI_GEOM,no,GEOM_TYPE_MAPPINGS,\"shp_arc,vyr_line,shp_point,vyr_point\","
-            "DATA_TYPE_MAPPINGS,\"char(width),vyr_char,date,vyr_date\",DEFLINE_PARMS,\"GUI TEXT ENCODING Encoding,utf8\"",
+            "DATA_TYPE_MAPPINGS,\"char(width),vyr_char,date,vyr_date\","
+            "DEFLINE_PARMS,\"GUI TEXT ENCODING Encoding,utf8,GUI OPTIONAL ATTR SORT_BY % Sort Rows By,\"",
             &m_session, "SHP");
         m_gpkg = std::make_unique<VYRObjFTPropsFormatInfo>(
             "FORMAT,GPKG,SOURCE,no,SUPPORTS_MULTI_GEOM,no,GEOM_TYPE_MAPPINGS,\"gpkg_point,vyr_point\","
             "DATA_TYPE_MAPPINGS,\"char(width),vyr_char\",FORMAT_ATTRS,\"NOTE,char(20)\",MAX_ATTR_LENGTH,8",
             &m_session, "GPKG");
+        // A feature type of MULTI may have several geometries.
+        m_multi = std::make_unique<VYRObjFTPropsFormatInfo>(
+            "FORMAT,MULTI,SOURCE,no,SUPPORTS_MULTI_GEOM,yes,GEOM_TYPE_MAPPINGS,\"m_line,vyr_line,m_point,vyr_point\","
+            "DATA_TYPE_MAPPINGS,\"char(width),vyr_char,date,vyr_date\","
+            "DEFLINE_PARMS,\"GUI TEXT ENCODING Encoding,utf8\"",
+            &m_session, "MULTI");
     }
     void init()
     {
@@ -107,10 +145,22 @@ private slots:
             << 0u << "DESCRIPTION" << "" << QStringList{"parks: Attribute DESCRIPTION: its format names it DESCRIPT"};
         QTest::newRow("type") << 0u << "WHEN" << ""
                               << QStringList{"parks: Attribute WHEN: its format cannot take date, it becomes vyr_date"};
+        // The page's GONE was deleted after it was chosen.
+        QTest::newRow("not stored") << 0u << "GONE" << ""
+                                    << QStringList{"rivers: Attribute GONE: not stored there",
+                                                   "parks: Attribute GONE: not stored there",
+                                                   "lakes: Attribute GONE: not stored there"};
         QTest::newRow("parameter") << 0u << "" << "ENCODING"
                                    << QStringList{"parks: Parameter Encoding: its format does not define it, skipped"};
+        // Rivers has no NOTE for it to name.
+        QTest::newRow("parameter kept")
+            << 0u << "" << "SORT_BY"
+            << QStringList{"rivers: Parameter Sort Rows By: kept as it is there ((empty))",
+                           "parks: Parameter Sort Rows By: its format does not define it, skipped",
+                           "lakes: Parameter Sort Rows By: its format does not define it, skipped"};
         QTest::newRow("geometry") << general::Geometry << "" << ""
-                                  << QStringList{"parks: Geometry shp_arc: its format lacks it, it becomes (empty)"};
+                                  << QStringList{"parks: Geometry shp_arc: its format lacks it, it becomes (empty)",
+                                                 "lakes: Geometry shp_arc: kept as it is there (m_point)"};
     }
     void shouldNameEveryConflictOfEachTarget()
     {
@@ -118,23 +168,68 @@ private slots:
         QFETCH(QString, attribute);
         QFETCH(QString, parameter);
         QFETCH(QStringList, conflicts);
-        auto dialog = open();
+        auto dialog = open({&record("lakes", "MULTI", "m_point")});
         ApplySelection selection;
-        selection.targets = {"rivers", "parks"};
+        selection.targets = {"rivers", "parks", "lakes"};
         selection.generalMask = mask;
         if (!attribute.isEmpty())
             selection.attributes = {attribute.toStdString()};
         if (!parameter.isEmpty())
             selection.parameters = {parameter.toStdString()};
         const std::vector<ApplyTargetPreview> previews = dialog->ApplyPreviews(selection);
-        // Rivers, of the edited type's format, takes everything as it is.
-        QCOMPARE(previews.size(), std::size_t(2));
+        QCOMPARE(previews.size(), std::size_t(3));
         QCOMPARE(previews[0].longName, std::string("rivers"));
-        QVERIFY(!previews[0].changes.empty());
+        // Rivers, of the edited type's format, takes what the page has as it is.
+        if (!conflicts.first().startsWith("rivers"))
+            QVERIFY(!previews[0].changes.empty());
         QCOMPARE(conflictTexts(previews), conflicts);
         // Nothing reached a record itself.
         for (const std::string &line : m_log)
             QVERIFY2(line.starts_with("copy of "), line.c_str());
+    }
+
+    // The apply names the feature types one after another, each among the
+    // names the ones written before it took, the edited one's first: the
+    // previews name them so too.
+    void shouldPreviewTheNamesOfTheApplyInItsOrder_data()
+    {
+        QTest::addColumn<QString>("newName");
+        QTest::addColumn<QStringList>("others");
+        QTest::addColumn<QStringList>("written");
+        QTest::newRow("two moved into one dataset")
+            << "" << QStringList{"lakes GPKG", "lakes MULTI"} << QStringList{"lakes", "lakes00"};
+        QTest::newRow("the edited one's new name")
+            << "streets" << QStringList{"streets GPKG", "roads MULTI"} << QStringList{"streets00", "roads"};
+    }
+    void shouldPreviewTheNamesOfTheApplyInItsOrder()
+    {
+        QFETCH(QString, newName);
+        QFETCH(QStringList, others);
+        QFETCH(QStringList, written);
+        SchemaRecordList records;
+        std::vector<const FTPropsFormatInfo *> formats;
+        for (const QString &other : others) {
+            const QStringList parts = other.split(' ');
+            records.push_back(&record(qPrintable(parts[0]), qPrintable(parts[1]), ""));
+            formats.push_back(parts[1] == "GPKG" ? m_gpkg.get() : m_multi.get());
+        }
+        auto dialog = open(record("roads", "SHP", "shp_arc"), records);
+        if (!newName.isEmpty())
+            qobject_cast<QLineEdit *>(dialog->generalPage()->GetDlgItem(CFeatTypePropsGeneral::kIdName))
+                ->setText(newName);
+        std::vector<ScratchSchema> before;
+        const std::vector<ApplyTargetPreview> previews = applyAtOK(*dialog, {"DATASET"}, before);
+        QCOMPARE(previews.size(), records.size());
+        const ReviewTexts texts = ReviewTextsFromResources();
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            const QString name = written[qsizetype(i)];
+            QCOMPARE(QString::fromStdString(records[i]->getName()), name);
+            if (name != others[qsizetype(i)].section(' ', 0, 0))
+                QVERIFY(QString::fromStdString(ReviewAsText(previews[i].changes, texts)).contains(name));
+            SchemaReviewInput review(*before[i], *records[i], *formats[i]);
+            review.texts = &texts;
+            QVERIFY(ReviewSchemaChanges(review) == previews[i].changes);
+        }
     }
 
     // What is left out in the preview is not written, and what is written
@@ -175,6 +270,36 @@ private slots:
         written.texts = &texts;
         QVERIFY(ReviewSchemaChanges(written) == previews[0].changes);
         QVERIFY(!previews[0].changes.empty());
+    }
+
+    // A tick works out again only what it changes: the edited feature type
+    // is written once for the window, and a target again only when a
+    // target before it changed.
+    void shouldWorkOutOnlyWhatATickChanges()
+    {
+        auto dialog = open();
+        test::answerNextDialog([](QDialog *form) {
+            form->findChild<QComboBox *>(QStringLiteral("prompt_GEOM"))->setCurrentIndex(0);
+            return true;
+        });
+        dialog->ApplyToOthers();
+        std::map<std::string, int> writes;
+        test::answerNextDialog([&](QDialog *window) {
+            QTreeWidget *targets = qobject_cast<CApplyPreviewDlg *>(window)->targetTree();
+            m_log.clear();
+            // Parks out and back: nothing before it changed.
+            targets->topLevelItem(1)->setCheckState(0, Qt::Unchecked);
+            targets->topLevelItem(1)->setCheckState(0, Qt::Checked);
+            // Rivers out: parks follows it no more.
+            targets->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
+            for (const std::string &line : m_log) {
+                if (line.ends_with(": beginUpdate"))
+                    ++writes[line.substr(0, line.find(':'))];
+            }
+            return false;
+        });
+        dialog->OnOK();
+        QCOMPARE(writes, (std::map<std::string, int>{{"copy of parks", 1}}));
     }
 
     // A property left out is left out of every feature type, and out of
