@@ -352,12 +352,22 @@ void CAttrGrid::NoteMovedName(long row, const QString &before)
     const QString shown = GetCellString(row, kNameColumn);
     if (before.isEmpty() || shown == before)
         return;
-    // The rules of the format the row moved to made the name; a name a
-    // move back gave back as it was has no story.
+    // The rules of the format the row moved to made the name.
     const AttributeNameSteps steps
         = LegaliseAttributeNameSteps(*m_format, toNarrow(before), TakenBy(row, m_formatAttrNames));
-    if (fromNarrow(steps.unique) == shown)
-        NoteNameChange(before, steps);
+    if (fromNarrow(steps.unique) != shown)
+        return;
+    // A name an earlier move made tells its story from the name the person
+    // knew; a move back that gave that name back leaves none.
+    QString known = before;
+    if (const auto earlier = m_nameChanges.constFind(before); earlier != m_nameChanges.cend()) {
+        known = earlier->typed;
+        m_nameChanges.remove(before);
+    }
+    if (known == shown)
+        m_nameChanges.remove(shown);
+    else
+        m_nameChanges.insert(shown, {known, NameChangeRules(before, steps)});
 }
 
 QString CAttrGrid::NameChangeReason(long row)

@@ -141,6 +141,8 @@ Strings reviewDifferences(const QString &shown, const std::string &expected)
     }
     if (differences.empty() && shownLines != expectedLines)
         differences.push_back("the review lists the changes in another order than they are saved");
+    if (!differences.empty())
+        differences.push_back("the review in full:\n" + shown.toStdString());
     return differences;
 }
 
