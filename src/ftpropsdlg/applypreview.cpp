@@ -28,10 +28,15 @@ ScratchSchema writtenCopy(const ApplyPreviewInput &input, const FTPropsSchemaInf
     return copy;
 }
 
+// `format` is the one `after` is in; `formatBefore` the one `before` was
+// in, when the write moved it to another.
 std::vector<ReviewChange> reviewed(const ApplyPreviewInput &input, const FTPropsSchemaInfo &before,
-                                   const FTPropsSchemaInfo &after, const FTPropsFormatInfo &format)
+                                   const FTPropsSchemaInfo &after, const FTPropsFormatInfo &format,
+                                   const FTPropsFormatInfo *formatBefore)
 {
     SchemaReviewInput review(before, after, format);
+    if (formatBefore && formatBefore != &format)
+        review.formatBefore = formatBefore;
     review.localisePrompt = input.localisePrompt;
     review.texts = input.texts;
     return ReviewSchemaChanges(review);
@@ -58,20 +63,30 @@ std::optional<StoredAttribute> storedAs(const ApplyPreviewInput &input, const FT
                                         const FTPropsFormatInfo &format, const std::string &name,
                                         const ApplyStandIns &before)
 {
+    // A dataset applied with it moves the target first: the attribute lands
+    // among what the move left, in the words of the format moved to.
     ApplySelection alone;
     alone.targets = {target.getLongName()};
+    alone.generalMask = input.selection.generalMask & general::Dataset;
+    ScratchSchema moved = NoScratchSchema();
+    if (alone.generalMask) {
+        moved = writtenCopy(input, target, alone, before);
+        if (!moved)
+            return std::nullopt;
+    }
+    const FTPropsSchemaInfo &landing = moved ? *moved : target;
     alone.attributes = {name};
     const ScratchSchema copy = writtenCopy(input, target, alone, before);
     if (!copy)
         return std::nullopt;
-    for (const ReviewChange &change : reviewed(input, target, *copy, format)) {
+    for (const ReviewChange &change : reviewed(input, landing, *copy, format, nullptr)) {
         if (change.group == ReviewGroup::UserAttributes
             && (change.kind == ReviewKind::Added || change.kind == ReviewKind::Retyped))
             return StoredAttribute{change.key, change.newValue, change.newGeneric};
     }
     // Written as the target had it already.
-    if (isUserAttribute(target, name))
-        return StoredAttribute{name, target.getAttributeType(name), target.getGenericAttributeType(name)};
+    if (isUserAttribute(landing, name))
+        return StoredAttribute{name, landing.getAttributeType(name), landing.getGenericAttributeType(name)};
     return std::nullopt;
 }
 
@@ -207,13 +222,16 @@ std::vector<ApplyTargetPreview> PreviewApply(const ApplyPreviewInput &input)
             entry.target = target;
             entry.preview.target = target;
             entry.preview.longName = longName;
-            const FTPropsFormatInfo *format = input.formatOf(target->getFormatId());
-            if (format)
+            const FTPropsFormatInfo *formatBefore = input.formatOf(target->getFormatId());
+            if (formatBefore)
                 entry.written = writtenCopy(input, *target, input.selection, before);
-            entry.preview.available = bool(entry.written);
-            if (entry.written) {
+            // Conflicts are worked out in the format the write left the
+            // target in: a dataset applied with the rest moves it first.
+            const FTPropsFormatInfo *format = entry.written ? input.formatOf(entry.written->getFormatId()) : nullptr;
+            entry.preview.available = format != nullptr;
+            if (format) {
                 const FTPropsSchemaInfo &written = *entry.written;
-                entry.preview.changes = reviewed(input, *target, written, *format);
+                entry.preview.changes = reviewed(input, *target, written, *format, formatBefore);
                 attributeConflicts(input, *target, *format, written, before, entry.preview.conflicts);
                 parameterConflicts(input, *format, written, entry.preview.conflicts);
                 geometryConflicts(input, *target, *format, written, entry.preview.conflicts);
