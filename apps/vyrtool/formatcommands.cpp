@@ -302,6 +302,17 @@ int schemaDiff(const ToolArguments &arguments, Session &session, const FTPropsFo
     FeatureFile newFile(*session.session);
     if (!oldFile.load(arguments.words[1], "schema") || !newFile.load(arguments.words[2], "schema"))
         return 2;
+    // A feature type moved to another dataset reads in that format's words,
+    // which the one --format cannot give: compared in these, it would seem
+    // unchanged.
+    for (const auto &[file, path] : {std::pair(&oldFile, arguments.words[1]), std::pair(&newFile, arguments.words[2])}) {
+        VYRRWStringImp moved;
+        if (file->feature().getAttribute("vyr_format", moved) && moved.c_str() != format.getFormatName()) {
+            std::fprintf(stderr, "vyrtool schema: %s is in the dataset format %s, not %s given by --format\n",
+                         path.c_str(), ansiToUtf8(moved.c_str()).c_str(), ansiToUtf8(format.getFormatName()).c_str());
+            return 2;
+        }
+    }
     // Read as a workspace keeps its feature types, so that fan-out, merge,
     // dynamic schema and the dataset are compared too: the bare record
     // answers those with its defaults.

@@ -445,6 +445,31 @@ std::vector<ReviewChange> ReviewSchemaChanges(const SchemaReviewInput &input)
     return Review(input).run();
 }
 
+namespace {
+
+// Names and values come from files anybody may have written: a line break
+// in one would pass for a line of the review, an escape sequence would
+// drive the terminal it is printed on. Both are shown as \xNN.
+std::string printable(const std::string &line)
+{
+    static constexpr char kHex[] = "0123456789abcdef";
+    std::string shown;
+    shown.reserve(line.size());
+    for (const char c : line) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7f) {
+            shown += "\\x";
+            shown += kHex[byte >> 4];
+            shown += kHex[byte & 0xf];
+        } else {
+            shown += c;
+        }
+    }
+    return shown;
+}
+
+} // namespace
+
 std::string ReviewAsText(const std::vector<ReviewChange> &changes, const ReviewTexts &texts)
 {
     if (changes.empty())
@@ -460,7 +485,7 @@ std::string ReviewAsText(const std::vector<ReviewChange> &changes, const ReviewT
             if (!headed)
                 text += *headings[g] + "\n";
             headed = true;
-            text += "  " + lineOf(change, texts) + "\n";
+            text += "  " + printable(lineOf(change, texts)) + "\n";
         }
     }
     return text;

@@ -122,6 +122,11 @@ const ReviewCase kCases[] = {
      {},
      "Format Attributes\n  No longer exposed shape_type\n  List part{}.x: 1 -> 3 elements\n"
      "  Exposed record_id: number(10,0)\n"},
+    {"control characters of a stranger's file are shown, not sent",
+     [](FTPropsSchemaInfo &schema) { schema.setName("roads\n  Removed A\x1b[2J"); },
+     {},
+     {},
+     "General\n  Name: roads -> roads\\x0a  Removed A\\x1b[2J\n"},
     {"parameters by their prompt",
      [](FTPropsSchemaInfo &schema) { schema.setParameter("MODE", "slow"); },
      {},
