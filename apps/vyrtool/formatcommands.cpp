@@ -12,6 +12,7 @@
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftprops/vyrobjftpropsschemainfo.h"
 #include "ftprops/vyrobjworkspaceschemainfo.h"
+#include "ftpropsdlg/reviewtexts.h"
 #include "util/capabilityfile.h"
 #include "util/stringconverter.h"
 
@@ -325,8 +326,11 @@ int schemaDiff(const ToolArguments &arguments, Session &session, const FTPropsFo
     // which a program without a window does not take up by itself.
     std::setlocale(LC_MESSAGES, "");
     input.localisePrompt = [](const std::string &prompt) { return LocalizeText(prompt); };
+    // The words the dialog's review window uses, in the user's language.
+    const ReviewTexts texts = ReviewTextsFromResources();
+    input.texts = &texts;
     const std::vector<ReviewChange> changes = ReviewSchemaChanges(input);
-    const std::string shown = arguments.hasFlag("json") ? ReviewAsJson(changes) + "\n" : ReviewAsText(changes);
+    const std::string shown = arguments.hasFlag("json") ? ReviewAsJson(changes) + "\n" : ReviewAsText(changes, texts);
     std::fputs(shown.c_str(), stdout);
     return changes.empty() ? 0 : 1;
 }

@@ -5,7 +5,7 @@
 #ifndef VYR_FTPROPSDLG_CREVIEWCHANGESDLG_H
 #define VYR_FTPROPSDLG_CREVIEWCHANGESDLG_H
 
-#include "ftprops/schemareview.h"
+#include "ftpropsdlg/reviewtexts.h"
 #include "uikit/cvyrdialog.h"
 
 #include <QPlainTextEdit>
@@ -13,9 +13,6 @@
 #include <QString>
 
 namespace vyr {
-
-// The review's words in the user's language, from the resource library.
-ReviewTexts ReviewTextsFromResources();
 
 class CReviewChangesDlg : public CVyrDialog
 {
