@@ -64,7 +64,14 @@ std::unique_ptr<VYRObjFTPropsFormatInfo> openFormat(const std::string &path, IVY
     const auto capabilities = readCapabilities(path, command);
     if (!capabilities)
         return nullptr;
-    return std::make_unique<VYRObjFTPropsFormatInfo>(*capabilities, session);
+    auto format = std::make_unique<VYRObjFTPropsFormatInfo>(*capabilities, session);
+    // Any text reads as some capability string; one that names no format is
+    // not a capability file, and what it would answer means nothing.
+    if (format->getFormatName().empty()) {
+        std::fprintf(stderr, "vyrtool %s: %s is not a capability file: it names no FORMAT\n", command, path.c_str());
+        return nullptr;
+    }
+    return format;
 }
 
 // The format named by --format; null (after saying why) when it is missing

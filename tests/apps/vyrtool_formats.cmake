@@ -146,7 +146,9 @@ foreach(bad ${WORK}/missing.json ${WORK}/truncated.json ${SCHEMAS} ${WORK}/loop-
     endif()
     expect_diff(2 ${bad} ${roads} --json)
 endforeach()
+file(WRITE ${WORK}/garbage.fmt "no capabilities here")
 foreach(bad "schema;diff;${roads}" "schema;diff;${roads};${roads}" "schema;show;${roads};--json;--format;x"
+        "schema;diff;${roads};${roads};--format;${WORK}/garbage.fmt"
         "schema;diff;${roads};${roads};--format;/nonexistent.fmt")
     execute_process(COMMAND ${TOOL} ${bad} OUTPUT_QUIET ERROR_VARIABLE message RESULT_VARIABLE status)
     if(NOT status EQUAL 2 OR message STREQUAL "")
