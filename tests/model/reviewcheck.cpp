@@ -1,8 +1,11 @@
 #include "model/reviewcheck.h"
 
+#include "model/runner.h"
+
 #include "ftprops/schemareview.h"
 #include "ftprops/vyrobjftpropsformatinfo.h"
 #include "ftprops/vyrobjworkspaceschemainfo.h"
+#include "ftpropsdlg/reviewtexts.h"
 #include "stringobjects/vyrrwstringimp.h"
 #include "util/stringconverter.h"
 
@@ -115,16 +118,24 @@ std::string expectedReview(IVYRSession &session, const HandedOver &handedOver, I
     for (const auto &[loaded, now] : model.rowIdentities())
         rows[utf8ToAnsi(loaded)] = now ? std::optional(utf8ToAnsi(*now)) : std::nullopt;
     input.rows = std::move(rows);
-    return ansiToUtf8(ReviewAsText(ReviewSchemaChanges(input)));
+    input.localisePrompt = [](const std::string &prompt) {
+        return utf8ToAnsi(localisedText(QString::fromStdString(ansiToUtf8(prompt))).toStdString());
+    };
+    const ReviewTexts texts = ReviewTextsFromResources();
+    input.texts = &texts;
+    return ansiToUtf8(ReviewAsText(ReviewSchemaChanges(input), texts));
 }
 
 Strings reviewDifferences(const QString &shown, const std::string &expected)
 {
     // Legalisations are in the words of the rule; the model knows the
     // names they give, which the renames and additions already carry.
+    const QString legalised = QString::fromStdString(ansiToUtf8(ReviewTextsFromResources().legalised));
+    const QString opening = QStringLiteral("  ") + legalised.section(QLatin1String("{old}"), 0, 0);
+    const QString between = legalised.section(QLatin1String("{old}"), 1).section(QLatin1String("{new}"), 0, 0);
     Strings shownLines;
     for (const QString &line : shown.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-        if (!(line.startsWith(QLatin1String("  Name ")) && line.contains(QLatin1String(" made "))))
+        if (!(line.startsWith(opening) && line.contains(between)))
             shownLines.push_back(line.toStdString());
     }
     Strings expectedLines;

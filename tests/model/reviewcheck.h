@@ -35,8 +35,8 @@ struct HandedOver
 };
 
 // The review of what `saved` holds against what was handed over, in the
-// default (English) words, names made legal by the format's rules not
-// listed: the model does not follow the words of those rules.
+// user's words, names made legal by the format's rules not listed: the
+// model does not follow the words of those rules.
 std::string expectedReview(IVYRSession &session, const HandedOver &handedOver, IVYRFeature &saved,
                            const SchemaModel &model);
 
