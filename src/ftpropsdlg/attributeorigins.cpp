@@ -5,6 +5,14 @@ namespace vyr {
 std::string AttributeOrigins::takeOrigin(const std::string &name,
                                          const std::function<bool(const std::string &)> &wasLoaded)
 {
+    // Of two rows of one name, the one that took it last is taken to be the
+    // one that changes: a name typed twice by mistake is mended on the row
+    // it was typed on.
+    if (const auto held = m_newHolders.find(name); held != m_newHolders.end()) {
+        if (--held->second == 0)
+            m_newHolders.erase(held);
+        return {};
+    }
     if (const auto found = m_originOf.find(name); found != m_originOf.end()) {
         std::string origin = std::move(found->second);
         m_originOf.erase(found);
@@ -20,9 +28,12 @@ void AttributeOrigins::renamed(const std::string &before, const std::string &aft
 {
     const std::string origin = takeOrigin(before, wasLoaded);
     if (origin.empty()) {
-        // A new attribute: whatever the name stood for before, it is this
-        // row's now.
-        m_originOf.erase(after);
+        // A new attribute. A reader's names are not made distinct as they
+        // are typed: when another row stands for an attribute under this
+        // name too, both keep what they stand for.
+        const bool held = m_originOf.contains(after) || (!m_movedAway.contains(after) && wasLoaded(after));
+        if (!after.empty() && held)
+            ++m_newHolders[after];
         return;
     }
     if (origin == after) {
@@ -39,9 +50,9 @@ void AttributeOrigins::deleted(const std::string &name, bool loaded,
 {
     if (name.empty())
         return;
-    std::string origin = takeOrigin(name, wasLoaded);
-    if (loaded)
-        origin = name;
+    // An untouched row is its loaded attribute, whatever other rows are
+    // called.
+    std::string origin = loaded ? name : takeOrigin(name, wasLoaded);
     // Gone with its row: no other row stands for it by name.
     if (!origin.empty())
         m_movedAway.insert(origin);

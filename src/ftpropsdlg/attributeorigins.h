@@ -56,6 +56,9 @@ private:
     std::map<std::string, std::string> m_originOf;
     // The loaded names a rename took away from their row.
     StringSet m_movedAway;
+    // Names new rows took while another row stood for an attribute under
+    // them, with how many such rows hold each.
+    std::map<std::string, std::size_t> m_newHolders;
     // By name, the loaded attribute of each deleted row (empty: a new row),
     // the last deleted last: undo puts rows back in the reverse order.
     std::map<std::string, std::vector<std::string>> m_deleted;
