@@ -15,7 +15,6 @@
 #include "ftpropsdlg/cfeattypepropsgeneralsource.h"
 #include "ftpropsdlg/cformatattrgrid.h"
 #include "uikit/application.h"
-#include "uikit/helpevents.h"
 #include "uikit/outsideservices.h"
 #include "uikit/resourcelibrary.h"
 
@@ -580,18 +579,6 @@ private slots:
                            std::string("[Settings]\nAllow Source Feature Type Editing=") + setting + "\n");
             auto dialog = open(schema);
             QCOMPARE(item<QLineEdit>(dialog->generalPage(), General::kIdName)->isReadOnly(), readOnly);
-        }
-    }
-
-    void shouldAnswerHelpRequestsFromItsPages()
-    {
-        auto dialog = open(record("roads", "SHP"));
-        // From any control of the page the request reaches the frame, which
-        // shows the dialog's help page and says it did.
-        QCOMPARE(routeHelpRequest(dialog->generalPage()->GetDlgItem(General::kIdName)), qintptr(1));
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (window != dialog.get() && window->isVisible())
-                window->close();
         }
     }
 

@@ -1,6 +1,6 @@
 // The grid control through its operations, keys and mouse: result codes and
 // limits, resolving cells, rows, the current cell and its notifications,
-// selection, the editing life cycle, tips and attaching to a dialog.
+// selection, the editing life cycle and attaching to a dialog.
 #include "recordinggrid.h"
 #include "support/gridwindow.h"
 
@@ -11,9 +11,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QHelpEvent>
 #include <QScrollBar>
-#include <QToolTip>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -55,7 +53,6 @@ private slots:
     void editsCanBeRefused();
     void editorCharactersAreCheckedAndMayChange();
     void maskedCellsGetTheMaskedEditor();
-    void tipsNameTheCell();
     void compareCells();
     void attachTakesThePlaceOfADialogItem();
 };
@@ -558,19 +555,6 @@ void tst_CUGCtrl::maskedCellsGetTheMaskedEditor()
     QTest::keyClick(grid.GetEditor(), Qt::Key_Return);
     QCOMPARE(grid.GetCellText(0, 0), QString("42"));
     grid.CancelEdit();
-}
-
-void tst_CUGCtrl::tipsNameTheCell()
-{
-    RecordingGrid grid;
-    QVERIFY(showActive(grid));
-    const QPoint centre = grid.cellRect(1, 2).center();
-    QWidget *cells = grid.GetGridWidget();
-    QHelpEvent help(QEvent::ToolTip, centre, cells->mapToGlobal(centre));
-    QApplication::sendEvent(cells, &help);
-    QTRY_VERIFY(QToolTip::isVisible());
-    QCOMPARE(QToolTip::text(), QString("Col:1 Row:2"));
-    QToolTip::hideText();
 }
 
 void tst_CUGCtrl::compareCells()
