@@ -39,6 +39,8 @@
 using namespace vyr;
 using vyr::test::answerNextDialog;
 using vyr::test::answerNextMessageBox;
+using vyr::test::Offer;
+using vyr::test::recheck;
 using vyr::test::RecordingSchema;
 using vyr::test::ShownMessage;
 using General = CFeatTypePropsGeneral;
@@ -84,27 +86,6 @@ QStringList textsOf(const QComboBox *combo)
     for (int i = 0; i < combo->count(); ++i)
         texts.append(combo->itemText(i));
     return texts;
-}
-
-// What a check list offered, with icons or not, and had checked; afterwards
-// only `wanted` is checked.
-struct Offer
-{
-    QStringList items, checked;
-    QList<bool> withIcon;
-};
-Offer recheck(QListWidget *list, const QStringList &wanted)
-{
-    Offer offer;
-    for (int i = 0; i < list->count(); ++i) {
-        QListWidgetItem *entry = list->item(i);
-        offer.items.append(entry->text());
-        offer.withIcon.append(!entry->icon().isNull());
-        if (entry->checkState() == Qt::Checked)
-            offer.checked.append(entry->text());
-        entry->setCheckState(wanted.contains(entry->text()) ? Qt::Checked : Qt::Unchecked);
-    }
-    return offer;
 }
 
 // Logs compare as text, so that a failure shows both whole.
