@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "frame/comserver.h"
-#include "frame/ownresources.h"
 #include "frame/proxystub.h"
 #include "frame/typelibrary.h"
 #include "vyrguimfc/vyrguimfc.h"
@@ -249,10 +248,6 @@ TEST(ComTypeLibrary, EmbeddedLibraryDeclaresThePropertyPageInterfaceAndThreeClas
     ASSERT_EQ(library->classes.size(), 3u);
     for (const TypeLibraryClass &declared : library->classes)
         EXPECT_EQ(declared.helpString, declared.name + " Class");
-    EXPECT_EQ(ownString(own::ProjectName).toStdString(), "vyrguimfc");
-    EXPECT_EQ(ownString(own::ApplicationName).toStdString(), "Loomhouse");
-    EXPECT_FALSE(ownDialogTemplate(own::EmptyDialog).isEmpty());
-    EXPECT_TRUE(ownString(101).isEmpty());
 }
 
 TEST(ComTypeLibrary, RefusesStoredFormsMissingWhatRegistrationNeeds)
