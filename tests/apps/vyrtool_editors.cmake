@@ -1,6 +1,7 @@
 # vyrtool domain and list on their own: OK prints the packed value (exit 0),
 # a refused OK prints why and exits 3 without waiting, a screenshot without
-# --accept ends as a Cancel (exit 1), and bad usage exits 2.
+# --accept ends as a Cancel (exit 1), and bad usage exits 2. The editors' own
+# rules are tested in tst_attrtypesdlg and tst_listeditors.
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 
@@ -28,17 +29,6 @@ expect("bad bound" 3 "" domain range "r:integer:0:abc" --format ${gpkg} --accept
 if(NOT last_errors MATCHES "minimum")
     message(FATAL_ERROR "bad bound: the refusal did not say why: ${last_errors}")
 endif()
-expect("no name" 3 "" domain coded ":integer:1:a" --format ${gpkg} --accept)
-expect("only rows without codes" 3 "" domain coded "c:integer::x::y" --format ${gpkg} --accept)
-expect("too short to define" 0 "c" domain coded "c:integer:" --format ${gpkg} --accept)
-expect("a set value twice" 3 "" list stringset "a:b:a" --accept)
-if(NOT last_errors MATCHES "\"a\"")
-    message(FATAL_ERROR "a set value twice: the refusal did not name it: ${last_errors}")
-endif()
-expect("a code twice" 3 "" domain coded "c:integer:1:a:1:b" --format ${gpkg} --accept)
-expect("minimum above maximum" 3 "" domain range "r:integer:10:1" --format ${gpkg} --accept)
-expect("bounds as read" 0 "r:integer:1.5:2.50" domain range "r:integer:1,5:2.50" --format ${gpkg} --accept)
-expect("packing kept" 0 "a b:\"c\"" list stringset "a b:\"c\"" --accept)
 expect("screenshot only" 1 "" list stringmap "k:v" --screenshot ${WORK}/map.png)
 if(NOT EXISTS ${WORK}/map.png)
     message(FATAL_ERROR "list --screenshot wrote no picture")

@@ -41,9 +41,6 @@ TEST(AttrTypeArgTest, KeywordsChooseTheKind)
         const auto arg = createArg(c.keyword, 3, c.type);
         const AttrTypeArg &made = *arg;
         EXPECT_STREQ(typeid(made).name(), c.kind.name()) << c.keyword;
-        EXPECT_EQ(arg->index(), 3u);
-        EXPECT_EQ(arg->keyword(), c.keyword);
-        EXPECT_EQ(arg->type(), c.type);
     }
 }
 
@@ -105,28 +102,6 @@ TEST(AttrTypeArgTest, DefaultsOfEachKind)
     EXPECT_EQ(width->value(), "11");
 }
 
-TEST(AttrTypeArgTest, ClonesKeepValueIndexAndTypeButNotTheKeyword)
-{
-    const AttrType type("t", {}, {});
-    const auto fixed = createArg("1", 2, &type);
-    fixed->setValue("5");
-    const auto copy = fixed->clone();
-    const AttrTypeArg &copied = *copy;
-    EXPECT_STREQ(typeid(copied).name(), typeid(AttrTypeArgInt).name());
-    EXPECT_EQ(copy->value(), "5");
-    EXPECT_EQ(copy->index(), 2u);
-    EXPECT_EQ(copy->type(), &type);
-    EXPECT_EQ(copy->keyword(), "");
-    EXPECT_FALSE(copy->isSelectable(1)) << "the fixed value travels with the copy";
-    copy->setValue("x");
-    EXPECT_EQ(copy->value(), "1");
-
-    const AttrTypeTemplate typeTemplate("char(1)", nullptr, 1);
-    EXPECT_EQ(typeTemplate.arg(0)->clone(), nullptr);
-    EXPECT_EQ(typeTemplate.clone(), nullptr);
-    EXPECT_FALSE(typeTemplate.isSelectable(0));
-}
-
 class RecordingNotices : public UserNoticeSink
 {
 public:
@@ -173,19 +148,6 @@ TEST(AttrTypeTest, SelectableTypes)
         EXPECT_EQ(type.isSelectable(c.mode), c.selectable) << c.templateText << " mode " << c.mode;
         EXPECT_EQ(typeTemplate.isSelectable(c.mode), c.selectable) << c.templateText << " (template)";
     }
-}
-
-TEST(AttrTypeTest, ClonesAreIndependentOfTheirRegistry)
-{
-    const AttrTypeTemplate typeTemplate("number(width,decimal)", nullptr, 1);
-    const AttrType type(typeTemplate, "number(8,3),x", nullptr);
-    const auto copy = type.clone();
-    EXPECT_EQ(copy->name(), "number");
-    EXPECT_EQ(copy->suffix(), "x");
-    ASSERT_EQ(copy->argCount(), 2u);
-    EXPECT_EQ(copy->arg(1)->value(), "3");
-    EXPECT_EQ(copy->arg(1)->type(), &type);
-    EXPECT_EQ(copy->registry(), nullptr);
 }
 
 } // namespace

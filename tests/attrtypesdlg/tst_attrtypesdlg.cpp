@@ -124,8 +124,6 @@ private slots:
         // "char" stands for the template with a width, not the fixed char(1).
         if (mode != 1)
             QCOMPARE(ui.grid->TemplateOf("char")->argCount(), 1u);
-        QCOMPARE(ui.grid->GetCellText(0, -1), loadResourceString(res::TypeHeading));
-        QCOMPARE(ui.grid->GetCellText(2, -1), loadResourceString(res::DecimalsHeading));
     }
 
     // However narrow the window and wide the leading column, an argument's
@@ -423,11 +421,8 @@ private slots:
                                        << StringList{"r", "int", "1.5", "2"};
         QTest::newRow("plain decimals as typed") << "range" << StringList{"r", "int", "2.50", "+3e1"} << false << 0u
                                                  << same;
-        QTest::newRow("other tools' forms") << "range" << StringList{"r", "int", "1.5-3", " 1.5D2 "} << false << 0u
-                                            << StringList{"r", "int", "0.0015", "150"};
         QTest::newRow("beyond single precision") << "range" << StringList{"r", "int", "1e39", "1"} << false
                                                  << invalid << same;
-        QTest::newRow("not a number") << "range" << StringList{"r", "int", "0", "abc"} << false << invalid << same;
         QTest::newRow("empty bound") << "range" << StringList{"r", "int", "", "1"} << false << invalid << same;
         QTest::newRow("no name") << "range" << StringList{"", "int", "0", "1"} << false
                                  << unsigned(res::DomainNameRequired) << same;

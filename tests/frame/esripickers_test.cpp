@@ -66,6 +66,7 @@ TEST_F(GeodatabasePicker, answerZeroWritesTheChosenPathBack)
     EXPECT_STREQ(call.prompt, "Prompt");
     EXPECT_STREQ(call.pathIn, "/data");
     EXPECT_EQ(call.parent, &owner);
+    EXPECT_EQ(call.option, 1) << "new ones allowed";
 }
 
 TEST_F(GeodatabasePicker, nonZeroAnswerKeepsTheHandleEvenWhenTheBufferChanged)
@@ -74,41 +75,28 @@ TEST_F(GeodatabasePicker, nonZeroAnswerKeepsTheHandleEvenWhenTheBufferChanged)
         m_answer(result, "/elsewhere.gdb", 15);
         EXPECT_FALSE(pick("/data/old.gdb", false)) << result;
         EXPECT_EQ(text(), "/data/old.gdb") << result;
+        EXPECT_EQ(m_lastCall()->option, 0) << result;
     }
 }
 
-TEST_F(GeodatabasePicker, optionIsOneExactlyWhenNewOnesAreAllowed)
-{
-    m_answer(1, nullptr, -1);
-    pick("", true);
-    EXPECT_EQ(m_lastCall()->option, 1);
-    pick("", false);
-    EXPECT_EQ(m_lastCall()->option, 0);
-}
-
+// An embedded NUL ends the text the library sees.
 TEST_F(GeodatabasePicker, locationIsCutToTheBufferAndTerminated)
 {
     m_answer(1, nullptr, -1);
     struct Case
     {
-        std::size_t length;
+        std::string start;
         std::size_t handed;
     };
-    for (const Case c : {Case{0, 0}, Case{258, 258}, Case{259, 259}, Case{260, 259}, Case{1000, 259}}) {
-        const std::string start(c.length, 'p');
-        pick(start, false);
+    for (const Case &c : {Case{"", 0}, Case{std::string(258, 'p'), 258}, Case{std::string(259, 'p'), 259},
+                          Case{std::string(260, 'p'), 259}, Case{std::string(1000, 'p'), 259},
+                          Case{std::string("/a\0/b", 5), 2}}) {
+        pick(c.start, false);
         const FakeDirDialogCall &call = *m_lastCall();
-        EXPECT_EQ(std::string(call.pathIn, ::strnlen(call.pathIn, 260)), start.substr(0, c.handed)) << c.length;
-        EXPECT_EQ(call.pathIn[c.handed], '\0') << c.length;
-        EXPECT_EQ(text(), start) << c.length;
+        EXPECT_EQ(std::string(call.pathIn, ::strnlen(call.pathIn, 260)), c.start.substr(0, c.handed)) << c.handed;
+        EXPECT_EQ(call.pathIn[c.handed], '\0') << c.handed;
+        EXPECT_EQ(text(), c.start) << c.handed;
     }
-}
-
-TEST_F(GeodatabasePicker, embeddedNulEndsTheTextTheLibrarySees)
-{
-    m_answer(1, nullptr, -1);
-    pick(std::string("/a\0/b", 5), false);
-    EXPECT_STREQ(m_lastCall()->pathIn, "/a");
 }
 
 TEST_F(GeodatabasePicker, unterminatedAnswerIsCutAtTheBuffer)
@@ -135,23 +123,6 @@ TEST(GeodatabasePickerLibrary, missingLibraryOrFunctionAnswersFalseWithoutTouchi
     EXPECT_FALSE(textsAsked);
     // A library without the function is given back.
     EXPECT_EQ(::dlopen(VYR_FAKE_DIRDIALOG_WITHOUT_PICKER, RTLD_NOW | RTLD_NOLOAD), nullptr);
-}
-
-TEST(LayerPicker, modeSpellingsChooseTheSetUp)
-{
-    using vyr::LayerBrowserSetup;
-    struct Case
-    {
-        const char *mode;
-        LayerBrowserSetup setup;
-    };
-    for (const Case c : {Case{"multi", LayerBrowserSetup::TwoFilters}, Case{"MULTI", LayerBrowserSetup::TwoFilters},
-                         Case{"Multi", LayerBrowserSetup::TwoFilters}, Case{"mUlTi", LayerBrowserSetup::TwoFilters},
-                         Case{"", LayerBrowserSetup::SingleFilter}, Case{nullptr, LayerBrowserSetup::SingleFilter},
-                         Case{"multiple", LayerBrowserSetup::SingleFilter},
-                         Case{" multi", LayerBrowserSetup::SingleFilter},
-                         Case{"single", LayerBrowserSetup::SingleFilter}})
-        EXPECT_EQ(vyr::layerBrowserSetup(c.mode), c.setup) << (c.mode ? c.mode : "(null)");
 }
 
 TEST(LayerPicker, answersFalseAndKeepsTheHandleOnThisPlatform)

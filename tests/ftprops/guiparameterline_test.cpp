@@ -55,17 +55,5 @@ TEST(GuiParameterLineTest, ModifiersOnlyBeforeTheType)
     EXPECT_EQ(none.prompt, "OPTIONAL WHOLE_LINE");
 }
 
-TEST(GuiParameterLineTest, TypeGroups)
-{
-    for (const char *type : {"FILENAME", "MULTIFILE", "ESRI_LAYER"})
-        EXPECT_TRUE(isFileLikeGuiType(type)) << type;
-    for (const char *type : {"CHOICE", "RADIO_GROUP", "ATTRLIST_COMMAS_ENCODED", "STRING_OR_CHOICE"})
-        EXPECT_TRUE(isChoiceTakingGuiType(type)) << type;
-    for (const char *type : {"INTEGER", "ATTRLIST", "COLOR_PICK", "choice", ""}) {
-        EXPECT_FALSE(isChoiceTakingGuiType(type)) << type;
-        EXPECT_FALSE(isFileLikeGuiType(type)) << type;
-    }
-}
-
 } // namespace
 } // namespace vyr

@@ -311,34 +311,5 @@ TEST_F(SchemaInfoTest, ListAttributesExpandAndShrinkToTheCount)
     EXPECT_EQ(list("*vyr_format_attr_name").size(), 4u);
 }
 
-TEST_F(SchemaInfoTest, NameAndTheSettingsThatAreNotKept)
-{
-    m_schema->setName("roads");
-    EXPECT_EQ(m_schema->getName(), "roads");
-    EXPECT_EQ(m_schema->getLongName(), "roads");
-    m_schema->setFanout(true);
-    m_schema->setMerged(true);
-    m_schema->setDynamic(true);
-    EXPECT_FALSE(m_schema->isFanout() || m_schema->isMerged() || m_schema->isDynamic());
-    EXPECT_TRUE(m_schema->getDynamicSchemaInfo().isDefault());
-}
-
-TEST(DynamicSchemaInfoTest, CopiesAllSixFieldsAndKnowsItsDefault)
-{
-    DynamicSchemaInfo settings;
-    VYRRWStringImp text;
-    EXPECT_TRUE(settings.isDefault());
-    settings.setText1(VYRRWStringImp("kept"));
-    EXPECT_TRUE(settings.isDefault()) << "only the options decide";
-    settings.setOption3(2);
-    settings.setText3(VYRRWStringImp("cut\0here", 8));
-    EXPECT_FALSE(settings.isDefault());
-    DynamicSchemaInfo copy;
-    copy.assignFrom(settings);
-    EXPECT_EQ(copy, settings);
-    copy.getText3(text);
-    EXPECT_EQ(text.view(), "cut");
-}
-
 } // namespace
 } // namespace vyr

@@ -15,7 +15,6 @@
 #include "ftpropsdlg/cfeattypepropsgeneralsource.h"
 #include "ftpropsdlg/cformatattrgrid.h"
 #include "uikit/application.h"
-#include "uikit/helpevents.h"
 #include "uikit/outsideservices.h"
 #include "uikit/resourcelibrary.h"
 
@@ -40,6 +39,8 @@
 using namespace vyr;
 using vyr::test::answerNextDialog;
 using vyr::test::answerNextMessageBox;
+using vyr::test::Offer;
+using vyr::test::recheck;
 using vyr::test::RecordingSchema;
 using vyr::test::ShownMessage;
 using General = CFeatTypePropsGeneral;
@@ -85,27 +86,6 @@ QStringList textsOf(const QComboBox *combo)
     for (int i = 0; i < combo->count(); ++i)
         texts.append(combo->itemText(i));
     return texts;
-}
-
-// What a check list offered, with icons or not, and had checked; afterwards
-// only `wanted` is checked.
-struct Offer
-{
-    QStringList items, checked;
-    QList<bool> withIcon;
-};
-Offer recheck(QListWidget *list, const QStringList &wanted)
-{
-    Offer offer;
-    for (int i = 0; i < list->count(); ++i) {
-        QListWidgetItem *entry = list->item(i);
-        offer.items.append(entry->text());
-        offer.withIcon.append(!entry->icon().isNull());
-        if (entry->checkState() == Qt::Checked)
-            offer.checked.append(entry->text());
-        entry->setCheckState(wanted.contains(entry->text()) ? Qt::Checked : Qt::Unchecked);
-    }
-    return offer;
 }
 
 // Logs compare as text, so that a failure shows both whole.
@@ -580,18 +560,6 @@ private slots:
                            std::string("[Settings]\nAllow Source Feature Type Editing=") + setting + "\n");
             auto dialog = open(schema);
             QCOMPARE(item<QLineEdit>(dialog->generalPage(), General::kIdName)->isReadOnly(), readOnly);
-        }
-    }
-
-    void shouldAnswerHelpRequestsFromItsPages()
-    {
-        auto dialog = open(record("roads", "SHP"));
-        // From any control of the page the request reaches the frame, which
-        // shows the dialog's help page and says it did.
-        QCOMPARE(routeHelpRequest(dialog->generalPage()->GetDlgItem(General::kIdName)), qintptr(1));
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (window != dialog.get() && window->isVisible())
-                window->close();
         }
     }
 

@@ -43,20 +43,6 @@ QString shown(const char *text)
     return fromNarrow(LocalizeText(text));
 }
 
-// Ticks exactly `wanted` in the prompter's check list named `name`; what it
-// offered.
-QStringList tick(QDialog *form, const char *name, const QStringList &wanted)
-{
-    auto *list = form->findChild<QWidget *>(QLatin1String(name))->findChild<QListWidget *>();
-    QStringList offered;
-    for (int i = 0; i < list->count(); ++i) {
-        QListWidgetItem *entry = list->item(i);
-        offered.append(entry->text());
-        entry->setCheckState(wanted.contains(entry->text()) ? Qt::Checked : Qt::Unchecked);
-    }
-    return offered;
-}
-
 CUGDropListType &dropList(CVVyrGrid &grid)
 {
     return *static_cast<CUGDropListType *>(grid.GetCellType(grid.DropListTypeId()));
@@ -437,7 +423,8 @@ private slots:
         QString title;
         answerNextDialog([&](QDialog *form) {
             title = form->windowTitle();
-            offered = tick(form, "prompt_SELECTION_BOX_ONLY", {"Item", "Count"});
+            auto *box = form->findChild<QWidget *>(QStringLiteral("prompt_SELECTION_BOX_ONLY"));
+            offered = vyr::test::recheck(box->findChild<QListWidget *>(), {"Item", "Count"}).items;
             return true;
         });
         grid->setFocus();

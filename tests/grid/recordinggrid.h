@@ -38,8 +38,6 @@ public:
     int gridInits = 0;
     QRect focusFrame;
 
-    using CUGCtrl::OnCompareCells;
-
     QRect cellRect(int column, long row)
     {
         QRect rect;

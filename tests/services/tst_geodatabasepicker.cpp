@@ -112,8 +112,6 @@ private slots:
     {
         GeodatabasePicker picker(QStringLiteral("Pick"), QStringLiteral("Choose one"), at("data/city.gdb"), false,
                                  kMaxBytes);
-        QCOMPARE(picker.windowTitle(), QStringLiteral("Pick"));
-        QCOMPARE(picker.findChild<QLabel *>(QStringLiteral("prompt"))->text(), QStringLiteral("Choose one"));
         QCOMPARE(picker.findChild<QLineEdit *>(QStringLiteral("path"))->text(), at("data/city.gdb"));
         QCOMPARE(selectedFolder(picker), at("data/city.gdb"));
         QVERIFY(okButton(picker)->isEnabled());
@@ -136,25 +134,9 @@ private slots:
         QCOMPARE(picker.path(), at("data/city.gdb"));
     }
 
-    void shouldAnswerWithAFolderChosenInTheTree()
-    {
-        GeodatabasePicker picker(QString(), QString(), at("data/plain"), false, kMaxBytes);
-        picker.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&picker));
-        auto *tree = picker.findChild<QTreeView *>(QStringLiteral("folders"));
-        auto *model = qobject_cast<FolderModel *>(tree->model());
-        tree->setFocus();
-        QVERIFY(model->index(at("data/city.gdb")).isValid());
-        QCOMPARE(model->rowCount(model->index(at("data"))), 3);
-        tree->setCurrentIndex(model->index(at("data/city.gdb")));
-        QCOMPARE(picker.findChild<QLineEdit *>(QStringLiteral("path"))->text(), at("data/city.gdb"));
-        QTest::keyClick(tree, Qt::Key_Return);
-        QCOMPARE(picker.result(), int(QDialog::Accepted));
-        QCOMPARE(picker.path(), at("data/city.gdb"));
-    }
-
-    // Chosen in the tree, a name that is no UTF-8 answers with its own bytes,
-    // not with U+FFFD in their place.
+    // Chosen in the tree, a folder answers with its own bytes, a name that is
+    // no UTF-8 too (not with U+FFFD in their place); the tree lists folders
+    // only, and the path field follows it.
     void shouldAnswerWithTheBytesOfAFolderChosenInTheTree()
     {
         const std::string odd = m_root.path() + "/odd/bad\xff" "name.gdb";
@@ -163,10 +145,16 @@ private slots:
         picker.show();
         QVERIFY(QTest::qWaitForWindowExposed(&picker));
         auto *tree = picker.findChild<QTreeView *>(QStringLiteral("folders"));
+        auto *model = qobject_cast<FolderModel *>(tree->model());
         const QModelIndex folder = tree->currentIndex();
+        QVERIFY(model->index(at("data/city.gdb")).isValid());
+        QCOMPARE(model->rowCount(model->index(at("data"))), 3);
+        tree->setCurrentIndex(model->index(at("data/city.gdb")));
+        QCOMPARE(picker.findChild<QLineEdit *>(QStringLiteral("path"))->text(), at("data/city.gdb"));
         tree->expand(folder);
-        QTRY_COMPARE(tree->model()->rowCount(folder), 1);
-        tree->setCurrentIndex(tree->model()->index(0, 0, folder));
+        QTRY_COMPARE(model->rowCount(folder), 1);
+        tree->setCurrentIndex(model->index(0, 0, folder));
+        tree->setFocus();
         QTest::keyClick(tree, Qt::Key_Return);
         QCOMPARE(picker.result(), int(QDialog::Accepted));
         QCOMPARE(vyr::toNarrow(picker.path()), odd);

@@ -20,8 +20,7 @@ std::vector<std::string> elementsOf(const IVYRStringArray &array)
 
 using Texts = std::vector<std::string>;
 
-// Elements are whole byte strings: empty ones count, NUL bytes are kept, and
-// ignoring case folds ASCII letters only.
+// Elements are whole byte strings: empty ones count, NUL bytes are kept.
 TEST(VYRRWStringArrayImp, comparesWholeByteStrings)
 {
     VYRRWStringArrayImp array;
@@ -34,10 +33,6 @@ TEST(VYRRWStringArrayImp, comparesWholeByteStrings)
     EXPECT_TRUE(array.contains(VYRRWStringImp()));
     EXPECT_TRUE(array.contains(VYRRWStringImp("a\0b", 3)));
     EXPECT_FALSE(array.contains("a"));
-    EXPECT_TRUE(array.containsIgnoringCase(VYRRWStringImp("road_name")));
-    EXPECT_TRUE(array.containsIgnoringCase(VYRRWStringImp("caf\xC9")));
-    EXPECT_FALSE(array.containsIgnoringCase(VYRRWStringImp("caf\xE9")));
-    EXPECT_FALSE(array.containsIgnoringCase(VYRRWStringImp("road")));
 }
 
 // The text to remove may be one of the elements that go.
@@ -87,23 +82,6 @@ TEST(VYRRWStringArrayImp, elementsChangeInPlace)
     EXPECT_EQ(array.entries(), 0u);
     array.append("again");
     EXPECT_EQ(elementsOf(array), Texts{"again"});
-}
-
-TEST(VYRRWStringArrayImp, appendAllTakesOwnershipAndPrefixes)
-{
-    VYRRWStringArrayImp array;
-    array.append("first");
-    auto *other = new VYRRWStringArrayImp;
-    other->append("a");
-    other->append("");
-    array.appendAll(other, VYRRWStringImp("pre."));
-    EXPECT_EQ(elementsOf(array), (Texts{"first", "pre.a", "pre."}));
-
-    auto *plain = new VYRRWStringArrayImp;
-    plain->append("b");
-    array.appendAll(plain);
-    array.appendAll(nullptr);
-    EXPECT_EQ(elementsOf(array), (Texts{"first", "pre.a", "pre.", "b"}));
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "stringobjects/vyrrwstringimp.h"
-#include "support/narrowcodepage.h"
 
 #include <string_view>
 
@@ -34,17 +33,6 @@ TEST(VYRRWStringImp, copiesAreIndependentAndSelfAssignmentKeepsTheBytes)
     EXPECT_EQ(copy.c_str(), before) << "a copy's pointer stays valid when the original changes";
     original.assign(original.c_str() + 2, 3);
     EXPECT_EQ(bytes(original), "ang");
-}
-
-using VYRRWStringImpCodec = vyr::testing::NarrowCodePageTest<vyr::testing::kCp1252>;
-
-TEST_F(VYRRWStringImpCodec, encodesAndDecodesInPlace)
-{
-    VYRRWStringImp text("caf\xE9, bar");
-    text.encodeWWJDInPlace();
-    EXPECT_EQ(bytes(text), "caf<u00e9><comma><space>bar");
-    text.decodeWWJDInPlace();
-    EXPECT_EQ(bytes(text), "caf\xE9, bar");
 }
 
 } // namespace

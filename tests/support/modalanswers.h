@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QTimer>
 #include <QtTest>
@@ -55,6 +56,27 @@ inline void answerNextMessageBox(ShownMessage *shown, QMessageBox::StandardButto
         shown->icon = box->icon();
         box->button(button)->click();
     });
+}
+
+// What a check list of a dialog offered, with icons or not, and had
+// checked; afterwards only `wanted` is checked.
+struct Offer
+{
+    QStringList items, checked;
+    QList<bool> withIcon;
+};
+inline Offer recheck(QListWidget *list, const QStringList &wanted)
+{
+    Offer offer;
+    for (int i = 0; i < list->count(); ++i) {
+        QListWidgetItem *entry = list->item(i);
+        offer.items.append(entry->text());
+        offer.withIcon.append(!entry->icon().isNull());
+        if (entry->checkState() == Qt::Checked)
+            offer.checked.append(entry->text());
+        entry->setCheckState(wanted.contains(entry->text()) ? Qt::Checked : Qt::Unchecked);
+    }
+    return offer;
 }
 
 } // namespace vyr::test

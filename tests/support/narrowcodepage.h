@@ -18,7 +18,6 @@ protected:
 };
 
 inline constexpr char kCp1252[] = "CP1252";
-inline constexpr char kUtf8[] = "UTF-8";
 
 } // namespace vyr::testing
 

@@ -18,6 +18,7 @@
 
 using namespace vyr;
 using vyr::test::answerNextDialog;
+using vyr::test::recheck;
 
 namespace {
 
@@ -25,19 +26,6 @@ QListWidget *listOf(QDialog *form, const char *key)
 {
     QWidget *prompt = form->findChild<QWidget *>(QStringLiteral("prompt_") + QLatin1String(key));
     return prompt ? prompt->findChild<QListWidget *>() : nullptr;
-}
-
-// The items of `list` that were checked; afterwards only `wanted` are.
-QStringList recheck(QListWidget *list, const QStringList &wanted)
-{
-    QStringList checked;
-    for (int i = 0; i < list->count(); ++i) {
-        QListWidgetItem *item = list->item(i);
-        if (item->checkState() == Qt::Checked)
-            checked.append(item->text());
-        item->setCheckState(wanted.contains(item->text()) ? Qt::Checked : Qt::Unchecked);
-    }
-    return checked;
 }
 
 // A prompter that accepts and leaves `answer` in the definition file.
@@ -85,7 +73,7 @@ private slots:
         QString titleShown;
         answerNextDialog([&](QDialog *form) {
             titleShown = form->windowTitle();
-            preselected = recheck(listOf(form, "FEAT_TYPES"), {"land use", "rivers"});
+            preselected = recheck(listOf(form, "FEAT_TYPES"), {"land use", "rivers"}).checked;
             form->findChild<QComboBox *>(QStringLiteral("prompt_DATASET"))->setCurrentText(QStringLiteral("Yes"));
             return true;
         });
@@ -111,10 +99,9 @@ private slots:
         QStringList offered;
         QStringList preselected;
         answerNextDialog([&](QDialog *form) {
-            QListWidget *list = listOf(form, "SELECTION_BOX_ONLY");
-            for (int i = 0; i < list->count(); ++i)
-                offered.append(list->item(i)->text());
-            preselected = recheck(list, {"first choice", "third"});
+            const vyr::test::Offer offer = recheck(listOf(form, "SELECTION_BOX_ONLY"), {"first choice", "third"});
+            offered = offer.items;
+            preselected = offer.checked;
             return true;
         });
         const StringList choices{"first choice", "second", "third"};
@@ -192,7 +179,7 @@ private slots:
         QString title;
         answerNextDialog([&](QDialog *dialog) {
             title = dialog->windowTitle();
-            preselected = recheck(dialog->findChild<QListWidget *>(QStringLiteral("checkList")), {"b", "c"});
+            preselected = recheck(dialog->findChild<QListWidget *>(QStringLiteral("checkList")), {"b", "c"}).checked;
             return true;
         });
         StringList chosen{"earlier"};

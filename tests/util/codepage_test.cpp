@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "support/narrowcodepage.h"
 #include "support/randomtext.h"
 #include "support/scopedenvironment.h"
 #include "util/codepage.h"
@@ -214,16 +213,6 @@ TEST(StringConverter, undecodableRunsConvertAsTheirPiecesDo)
         EXPECT_EQ(converter.toWide(narrow), expectedWide) << "code page " << c.codePage;
         EXPECT_EQ(converter.fromWide(wide), expectedNarrow) << "code page " << c.codePage;
     }
-}
-
-using AnsiUtf8Test = testing::NarrowCodePageTest<testing::kCp1252>;
-
-TEST_F(AnsiUtf8Test, convertsBetweenNarrowAndUtf8)
-{
-    EXPECT_EQ(ansiToUtf8("caf\xE9 \x80"), "caf\xC3\xA9 \xE2\x82\xAC");
-    EXPECT_EQ(utf8ToAnsi("caf\xC3\xA9 \xE2\x82\xAC"), "caf\xE9 \x80");
-    EXPECT_EQ(utf8ToAnsi("\xE6\x9D\xB1"), "?");
-    EXPECT_EQ(ansiToUtf8(""), "");
 }
 
 } // namespace
