@@ -24,11 +24,11 @@ bool CFeatTypePropsGeneralSource::OnInitDialog()
     m_dataset->clear();
     m_dataset->addItem(fromNarrow(m_format->getFormatLongName()));
     m_merge->setChecked(m_schema->isMerged());
-    for (const unsigned kind : kMergeKinds)
+    for (const unsigned kind : kMergeKindLabels)
         m_mergeKind->addItem(loadResourceString(kind));
     m_mergeFilter->setText(fromNarrow(m_schema->getMergeFilter()));
     const int kind = m_schema->getMergeKind();
-    m_mergeKind->setCurrentIndex(kind >= 0 && kind < int(std::size(kMergeKinds)) ? kind : -1);
+    m_mergeKind->setCurrentIndex(kind >= 0 && kind < int(std::size(kMergeKindLabels)) ? kind : -1);
     m_mergeOption->setChecked(m_schema->getMergeOption());
     UpdateMergeControls();
     connect(m_merge.orStandIn(), &QCheckBox::clicked, this, [this] { UpdateMergeControls(); });
@@ -61,8 +61,8 @@ void CFeatTypePropsGeneralSource::WriteToSchema(FTPropsSchemaInfo &target, unsig
         return;
     target.setMerged(m_merge->isChecked());
     int kind = 0;
-    for (int i = 0; i < int(std::size(kMergeKinds)); ++i) {
-        if (m_mergeKind->currentText() == loadResourceString(kMergeKinds[i]))
+    for (int i = 0; i < int(std::size(kMergeKindLabels)); ++i) {
+        if (m_mergeKind->currentText() == loadResourceString(kMergeKindLabels[i]))
             kind = i;
     }
     target.setMergeSettings(toNarrow(m_mergeFilter->text()), kind, m_mergeOption->isChecked());

@@ -5,6 +5,7 @@
 #define VYR_FTPROPSDLG_CFEATTYPEPROPSGENERALSOURCE_H
 
 #include "ftpropsdlg/cfeattypepropsgeneral.h"
+#include "ftpropsdlg/reviewtexts.h"
 #include "util/resourceids.h"
 
 #include <QCheckBox>
@@ -21,9 +22,6 @@ public:
     static constexpr unsigned kIdMergeFilter = 1271;
     static constexpr unsigned kIdMergeKind = 1296;
     static constexpr unsigned kIdMergeOption = 1145;
-    // The labels of the merge kinds, by the number the schema keeps.
-    static constexpr unsigned kMergeKinds[]
-        = {res::MergeKindWildcard, res::MergeKindRegularExpression, res::MergeKindExact};
 
     CFeatTypePropsGeneralSource(FTPropsSchemaInfo *schema, const FTPropsFormatInfo *format,
                                 CFeatTypePropsDlg *dialog);

@@ -1,6 +1,5 @@
 #include "ftpropsdlg/reviewtexts.h"
 
-#include "ftpropsdlg/cfeattypepropsgeneralsource.h"
 #include "uikit/narrowtext.h"
 #include "uikit/resourcelibrary.h"
 
@@ -32,7 +31,7 @@ ReviewTexts ReviewTextsFromResources()
     // The merge kinds and the default dynamic settings in the words of the
     // General page.
     texts.mergeKinds.clear();
-    for (const unsigned kind : CFeatTypePropsGeneralSource::kMergeKinds)
+    for (const unsigned kind : kMergeKindLabels)
         texts.mergeKinds.push_back(loadNarrowResourceString(kind));
     texts.dynamicDefault = loadNarrowResourceString(res::DynamicSettingsDefault);
     readLines(res::ReviewDynamicNames, texts.dynamicNames);

@@ -5,8 +5,14 @@
 #define VYR_FTPROPSDLG_REVIEWTEXTS_H
 
 #include "ftprops/schemareview.h"
+#include "util/resourceids.h"
 
 namespace vyr {
+
+// The labels of the merge kinds, by the number the schema keeps: the
+// General page shows them, the review names a merge kind by them.
+inline constexpr unsigned kMergeKindLabels[]
+    = {res::MergeKindWildcard, res::MergeKindRegularExpression, res::MergeKindExact};
 
 // The built-in (English) words when no resource library loads.
 ReviewTexts ReviewTextsFromResources();
