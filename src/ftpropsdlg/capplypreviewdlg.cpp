@@ -58,6 +58,8 @@ CApplyPreviewDlg::CApplyPreviewDlg(const ApplySelection &selection, Previewer pr
     , m_items(ApplyItemsOf(selection))
     , m_previewer(std::move(previewer))
     , m_parameterPrompt(std::move(parameterPrompt))
+    , m_reviewTexts(ReviewTextsFromResources())
+    , m_conflictTexts(ApplyConflictTextsFromResources())
 {
     setObjectName(QStringLiteral("applyPreviewDialog"));
     RegisterControl(&m_targets, kIdTargets);
@@ -140,8 +142,6 @@ void CApplyPreviewDlg::Refresh()
         return;
     m_previews = m_previewer ? m_previewer(now) : std::vector<ApplyTargetPreview>();
     m_shown = std::move(now);
-    const ReviewTexts reviewTexts = ReviewTextsFromResources();
-    const ApplyConflictTexts conflictTexts = ApplyConflictTextsFromResources();
     const QIcon warning = style()->standardIcon(QStyle::SP_MessageBoxWarning);
     const QSignalBlocker quiet(m_targets.get());
     for (int i = 0; i < m_targets->topLevelItemCount(); ++i) {
@@ -159,8 +159,8 @@ void CApplyPreviewDlg::Refresh()
             lines.append(loadResourceString(res::ApplyPreviewUnavailable));
         } else {
             for (const ApplyConflict &conflict : preview->conflicts)
-                lines.append(fromNarrow(ApplyConflictAsText(conflict, conflictTexts)));
-            lines.append(fromNarrow(ReviewAsText(preview->changes, reviewTexts)).split(QLatin1Char('\n'),
+                lines.append(fromNarrow(ApplyConflictAsText(conflict, m_conflictTexts)));
+            lines.append(fromNarrow(ReviewAsText(preview->changes, m_reviewTexts)).split(QLatin1Char('\n'),
                                                                                          Qt::SkipEmptyParts));
         }
         for (const QString &line : lines) {

@@ -61,6 +61,9 @@ private:
     std::vector<ApplyItem> m_items;
     Previewer m_previewer;
     std::function<std::string(const std::string &)> m_parameterPrompt;
+    // The words of the previews, read once for every tick.
+    const ReviewTexts m_reviewTexts;
+    const ApplyConflictTexts m_conflictTexts;
     std::vector<ApplyTargetPreview> m_previews;
     // The selection m_previews were worked out for.
     std::optional<ApplySelection> m_shown;
